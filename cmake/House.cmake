@@ -1,0 +1,43 @@
+# A room of the house is a folder under src/. Its files named frm* and ui_* are screens and what screens share, and link
+# Qt Widgets; everything else is logic and links Qt Core only. A room sees what it is given here and nothing else.
+
+function(_mint_room target base)
+  cmake_parse_arguments(A "" "" "SOURCES;LINK" ${ARGN})
+  if(NOT A_SOURCES)
+    add_library(${target} INTERFACE)
+    target_include_directories(${target} INTERFACE ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(${target} INTERFACE ${base} ${A_LINK})
+    return()
+  endif()
+  add_library(${target} STATIC ${A_SOURCES})
+  target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(
+    ${target}
+    PUBLIC ${base} ${A_LINK}
+    PRIVATE mint_flags)
+endfunction()
+
+# mint_logic(name LINK libs...): library <name>_logic of the files that are no screens.
+function(mint_logic name)
+  cmake_parse_arguments(A "" "" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  list(FILTER sources EXCLUDE REGEX "/(frm|ui_)[^/]*$")
+  set(units ${sources})
+  list(FILTER units INCLUDE REGEX "cpp$")
+  if(NOT units)
+    set(sources "")
+  endif()
+  _mint_room(${name}_logic Qt6::Core SOURCES ${sources} LINK ${A_LINK})
+endfunction()
+
+# mint_screens(name LINK libs...): library <name> of the files frm* and ui_*.
+function(mint_screens name)
+  cmake_parse_arguments(A "" "" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS frm*.cpp frm*.h ui_*.cpp ui_*.h *.qrc)
+  set(units ${sources})
+  list(FILTER units INCLUDE REGEX "cpp$")
+  if(NOT units)
+    set(sources "")
+  endif()
+  _mint_room(${name} Qt6::Widgets SOURCES ${sources} LINK ${A_LINK})
+endfunction()

@@ -1,0 +1,30 @@
+#pragma once
+#include <functional>
+
+#include "store/connection.h"
+#include "widgets/form.h"
+
+namespace shell {
+
+/// The form's private flag: a transaction on cn_main that a failure must roll back.
+class FormTransaction {
+  public:
+    explicit FormTransaction(store::Connection& cn) : cn_(cn) {}
+    void begin();   ///< BeginTrans, flag True
+    void commit();  ///< CommitTrans, flag False
+    bool open() const { return open_; }
+    void rollback();
+
+  private:
+    store::Connection& cn_;
+    bool open_ = false;
+};
+
+/// Every event procedure that touches data runs in here: the program's one failure style.
+/// A failure (store::Error or another exception) is told once: with its plain description, or, with `transaction` open,
+/// with "処理中にエラーが発生しました。処理を取り消します。" under the title "取消" and a rollback. Then the form's pointer goes back to
+/// default. True when the work ended without failure. Never throws.
+bool guarded(widgets::Form* form, const std::function<void()>& work);
+bool guarded(widgets::Form* form, FormTransaction& transaction, const std::function<void()>& work);
+
+}  // namespace shell

@@ -1,0 +1,35 @@
+#pragma once
+#include <QHash>
+#include <QString>
+#include <functional>
+
+class QDialog;
+class QWidget;
+
+namespace shell {
+
+struct GlobalRecord;
+class ScreenRegistry;
+
+/// What a screen gets from the house: the global record and the way to other screens and to help.
+struct House {
+    GlobalRecord& global;
+    ScreenRegistry& screens;
+    /// Shows the help topic of a screen (frmSDatatorikomi) in the window of its area.
+    std::function<void(const QString& screen)> help;
+};
+
+/// From a screen's name to the screen. main fills it; menus and screens open by name and so include none of each other.
+class ScreenRegistry {
+  public:
+    using Factory = std::function<QDialog*(House&, QWidget* parent)>;
+    void add(const QString& name, Factory factory) { factories_.insert(name, std::move(factory)); }
+    /// False for a screen that is not built: its entries are shown disabled.
+    bool has(const QString& name) const { return factories_.contains(name); }
+    QDialog* create(const QString& name, House& house, QWidget* parent) const;
+
+  private:
+    QHash<QString, Factory> factories_;
+};
+
+}  // namespace shell

@@ -1,0 +1,82 @@
+#pragma once
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <string>
+
+#include "store/error.h"
+#include "store/recordset.h"
+#include "store/statement.h"
+#include "store/value.h"
+
+struct sqlite3;
+
+namespace store {
+
+/// A connection to one database file and the files attached to it. Rollback journal, synchronous FULL: one transaction
+/// covers all attached files, a crash leaves all of them before or all of them after.
+/// One thread; not copyable. Every failure throws store::Error with a text for the user.
+class Connection {
+  public:
+    enum class Mode { ReadWrite, ReadOnly, Create };
+
+    /// Opens `path`, keyed with `passphrase`. Only Mode::Create makes a missing file. Reads the schema once, so a
+    /// wrong key, a truncated file or no database at all is told here (Error NotOpen or Damaged).
+    Connection(const QString& path, const QString& passphrase, Mode mode = Mode::ReadWrite);
+    ~Connection();  ///< rolls back an open transaction and closes
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// Makes the tables of another file visible under their own names. The file must exist.
+    void attach(const QString& path, const QString& schema, const QString& passphrase);
+
+    /// Runs one statement to its end; the number of rows changed. Values travel as `binds` only.
+    int execute(const QString& sql, const Binds& binds = {});
+    /// Runs a fixed script of several statements without values.
+    void executeScript(const QString& sql);
+    Statement prepare(const QString& sql);
+    /// A read-only static snapshot of a query's rows.
+    Recordset query(const QString& sql, const Binds& binds = {});
+    /// An updatable static snapshot of one table: "select * from <table> where <where> order by <orderBy>".
+    Recordset open(const TableQuery& query);
+
+    /// BEGIN IMMEDIATE: reserves every attached file.
+    void beginTrans();
+    void commitTrans();
+    void rollbackTrans();
+    bool inTransaction() const;
+
+    bool hasTable(const QString& table) const;             ///< in any of the files
+    QStringList tables(const QString& schema) const;       ///< "main" or an attached name, in stored order
+    QString path() const { return path_; }
+    qint64 lastInsertId() const;
+
+    sqlite3* handle() const { return db_; }
+
+  private:
+    [[noreturn]] void fail(int code) const;
+    friend class Statement;
+    friend class Recordset;
+    QString path_;
+    sqlite3* db_ = nullptr;
+};
+
+/// Rolls back unless committed.
+class Transaction {
+  public:
+    explicit Transaction(Connection& connection) : connection_(connection) { connection.beginTrans(); }
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void commit();
+
+  private:
+    Connection& connection_;
+    bool open_ = true;
+};
+
+/// The engine's error code as an Error with a Japanese text; `description` is the engine's own English one, kept in
+/// brackets behind ours.
+Error engineError(int code, const QString& description);
+
+}  // namespace store
