@@ -1,0 +1,52 @@
+# Sourced by ./run, ./test and .ci/run: what the machine needs, and the one build of the project.
+set -euo pipefail
+root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+build="$root/build/dev"
+
+say() { printf '%s\n' "▸ $*"; }
+
+# Debian packages of the build, the program and the tests.
+packages=(g++ cmake ninja-build npm qt6-base-dev qt6-translations-l10n libgl1-mesa-dev libicu-dev
+          libxlsxwriter-dev libgtest-dev libbenchmark-dev fonts-noto-cjk)
+
+have() {
+    case "$1" in
+        npm) command -v npm >/dev/null ;; # any npm will do; Debian's would bring a second one
+        g++ | cmake) command -v "$1" >/dev/null ;;
+        *) dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'ok installed' ;;
+    esac
+}
+
+install_packages() {
+    local missing=()
+    for package in "$@"; do have "$package" || missing+=("$package"); done
+    [ "${#missing[@]}" -eq 0 ] && return 0
+    if ! command -v apt-get >/dev/null; then
+        say "次のパッケージ（Debian の名前）を入れてから、もう一度実行してください: ${missing[*]}"
+        exit 1
+    fi
+    say "パッケージを入れています: ${missing[*]}"
+    local sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    "${sudo[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >/dev/null
+}
+
+# build_project target...: configures once and builds what changed.
+build_project() {
+    if [ ! -f "$build/build.ninja" ]; then
+        say "ビルドを準備しています（build/dev）"
+        (cd "$root" && cmake --preset dev >"$root/build-configure.log" 2>&1) || {
+            cat "$root/build-configure.log"
+            exit 1
+        }
+        mv "$root/build-configure.log" "$build/configure.log"
+    fi
+    say "ビルドしています（変わったところだけ）"
+    if ! cmake --build "$build" --target "$@" >"$build/build.log" 2>&1; then
+        tail -n 60 "$build/build.log"
+        say "ビルドに失敗しました。全文は build/dev/build.log にあります。"
+        exit 1
+    fi
+}
