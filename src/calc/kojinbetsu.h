@@ -1,0 +1,47 @@
+#pragma once
+#include <vector>
+
+#include "calc/payment_simulation.h"
+#include "calc/run_rows.h"
+
+namespace calc {
+
+/// What a calculation of one run did.
+struct CalculationResult {
+    int employees = 0;
+    /// The total written to S実行予算; Null with no employees (nothing is written then) or when every amount
+    /// is Null.
+    store::Value total;
+};
+
+/// 個人別計算: base A × 18 coefficients × payment coefficient plus the same on base B, rounded by the run's
+/// Tanka_hasuu. Call keisan1_kojinbetsu, then keisan2_kojinbetsu, inside one transaction of the caller; on
+/// any store::Error the caller rolls back. The run's inputs (positions 1 to 26) are never written. With
+/// employees, the run's row of S実行予算 exists.
+class Kojinbetsu {
+  public:
+    Kojinbetsu(store::Connection& connection, const shell::RunKey& run, PaymentSimulation simulation);
+
+    /// Removes the run's decision rows and freezes its inputs: what does not apply is neutral, position 44 is
+    /// the effective payment coefficient.
+    void keisan1_kojinbetsu();
+    /// Computes the frozen rows; writes the decision rows, positions 27 to 29 of the run's rows, 個人別計算
+    /// of S配分基準対応社員 and 個人別計算合計 of S実行予算.
+    CalculationResult keisan2_kojinbetsu();
+
+  private:
+    struct Result {
+        double a, b;
+        store::Money total;
+    };
+    Result compute(std::size_t row, const Rounding& rounding) const;
+    void writeRows(const std::vector<Result>& results);
+
+    store::Connection& connection_;
+    shell::RunKey run_;
+    PaymentSimulation simulation_;
+    std::vector<FrozenRow> rows_;
+    std::vector<double> payment_;  ///< position 44 of each row
+};
+
+}  // namespace calc
