@@ -1,0 +1,16 @@
+#pragma once
+#include <QString>
+
+#include "reports/design.h"
+#include "reports/report.h"
+
+namespace reports {
+
+/// The design of that name from the catalogue ("DataReportSHyou03", "DataReportHData"). A name that is not
+/// there is a bug.
+Design designNamed(const QString& name);
+
+/// A report of that design, with no title, no rows and no binding yet.
+Report makeReport(const QString& designName);
+
+}  // namespace reports

@@ -1,0 +1,53 @@
+#pragma once
+#include <QString>
+
+#include "reports/ui_report_painter.h"
+#include "widgets/form.h"
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QSpinBox;
+
+namespace reports {
+
+class PageView;
+
+/// The preview of a report: page moves, zoom, print, PDF. It holds the report with its own copy of the rows.
+/// Shown modally by the screen that prints (widgets::Form::showChild).
+class frmReport : public widgets::Form {
+    Q_OBJECT
+  public:
+    frmReport(Report report, QWidget* parent);
+
+    int page() const { return page_; }  ///< from 1
+    int pageCount() const { return painter_.pageCount(); }
+    void showPage(int page);  ///< moved into the range of pages
+    /// 50 to 200 per cent of the paper's size; the window's own modes are fit width and fit page.
+    void setZoom(int percent);
+
+    /// Writes all pages to a PDF file, replacing it only when the whole was written. False when it could not
+    /// be, after telling why, or when the user stopped it.
+    bool savePdf(const QString& path);
+
+  private:
+    void buildToolbar();
+    void connectKeys();
+    void stepZoom(int direction);
+    void printWithDialog();
+    void savePdfWithDialog();
+    bool printOn(QPagedPaintDevice& device, int first, int last);
+
+    ReportPainter painter_;
+    int page_ = 1;
+    PageView* view_;
+    QPushButton* first_;
+    QPushButton* previous_;
+    QPushButton* next_;
+    QPushButton* last_;
+    QSpinBox* pageField_;
+    QLabel* pages_;
+    QComboBox* zoom_;
+};
+
+}  // namespace reports

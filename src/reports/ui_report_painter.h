@@ -1,0 +1,39 @@
+#pragma once
+#include <QRectF>
+#include <QString>
+#include <functional>
+
+#include "reports/report.h"
+
+class QPagedPaintDevice;
+class QPainter;
+
+namespace reports {
+
+/// Draws pages of one report on any painter: preview, printer and PDF get the same page.
+class ReportPainter {
+  public:
+    explicit ReportPainter(Report report);
+
+    const Report& report() const { return report_; }
+    int pageCount() const { return pagination_.pageCount(); }
+    double aspectRatio() const;  ///< width of the paper over its height
+
+    /// Draws page `number` (from 1) so that the whole sheet of paper fills `target`.
+    void paint(QPainter& painter, const QRectF& target, int number) const;
+
+    /// Told after each page; false stops.
+    using Progress = std::function<bool(int pagesDone)>;
+    /// Sets the device's paper and draws the pages `first` to `last` on it. False when the device takes no
+    /// page or `progress` stopped it.
+    bool print(QPagedPaintDevice& device, int first, int last, const Progress& progress = {}) const;
+
+  private:
+    void paintBand(QPainter& painter, Section section, int top, int row, int page, bool firstOnPage) const;
+    void paintText(QPainter& painter, const Control& control, const QRectF& box, const QString& text) const;
+
+    Report report_;
+    Pagination pagination_;
+};
+
+}  // namespace reports

@@ -1,0 +1,15 @@
+#pragma once
+class QDialog;
+class QWidget;
+
+namespace shell {
+struct House;
+}
+
+namespace reports {
+
+/// The preview of the list of snapshots, all of them in the order of their dates. Throws store::Error when
+/// the list cannot be read. The caller shows it.
+QDialog* previewSnapshotDates(shell::House& house, QWidget* parent);
+
+}  // namespace reports
