@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "shell/clock.h"
+#include "shell/instance_lock.h"
 #include "store/connection.h"
 
 namespace shell {
@@ -10,18 +11,22 @@ namespace shell {
 /// The text that the first panel shows while no company is open.
 inline const QString kNoCompanyPrompt = QStringLiteral("処理する会社を指定してください");
 
-/// The texts of frmMain's status bar. They are state: whether a company is open is told by the first panel alone.
+/// The texts of frmMain's status bar. They are state: whether a company is open is told by the first panel
+/// alone.
 struct Panels {
     QString company = kNoCompanyPrompt;  ///< Panels(1): the registered 会社名, or the prompt
     QString run;                         ///< Panels(2): the run's date or the selection
     QString folder;                      ///< Panels(3): the chosen company folder
 };
 
-/// The process-wide state that the screens share. One object, made in main, handed to screens by reference, never saved,
-/// never reached from logic. Dates are text yyyy/m/d.
+/// The process-wide state that the screens share. One object, made in main, handed to screens by reference,
+/// never saved, never reached from logic. Dates are text yyyy/m/d.
 struct GlobalRecord {
     // Connections and company
     QString app_dir;
+    /// Keeps other processes out of the company; held exactly as long as cn_main is open (and so outlives
+    /// it).
+    std::unique_ptr<CompanyLock> company_lock;
     std::unique_ptr<store::Connection> cn_main;
     std::unique_ptr<store::Connection> cn_chingin;
     std::unique_ptr<store::Connection> cn_hyouka;
@@ -89,6 +94,12 @@ struct GlobalRecord {
     /// Where the companies live; <program>/Data.
     QString dataDir() const { return app_dir + QStringLiteral("/Data"); }
     bool companyOpen() const { return panels.company != kNoCompanyPrompt; }
+
+    /// Closes cn_main and lets other processes have the company. The panels are the caller's.
+    void closeCompany() {
+        cn_main.reset();
+        company_lock.reset();
+    }
 
     void setCompanyPanel(const QString& text) { setPanel(panels.company, text); }
     void setRunPanel(const QString& text) { setPanel(panels.run, text); }

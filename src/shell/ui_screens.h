@@ -16,10 +16,13 @@ struct House {
     GlobalRecord& global;
     ScreenRegistry& screens;
     /// Shows the help topic of a screen (frmSDatatorikomi) in the window of its area.
-    std::function<void(const QString& screen)> help;
+    std::function<void(const QString& screen)> help = {};
+    /// Ends the process at once after a failure that forbids to go on; the process's own exit when empty.
+    std::function<void()> endProcess = {};
 };
 
-/// From a screen's name to the screen. main fills it; menus and screens open by name and so include none of each other.
+/// From a screen's name to the screen. main fills it; menus and screens open by name and so include none of
+/// each other.
 class ScreenRegistry {
   public:
     using Factory = std::function<QDialog*(House&, QWidget* parent)>;

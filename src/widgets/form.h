@@ -31,6 +31,7 @@ class Form : public QDialog {
 
   protected:
     virtual void place();                  ///< center_form unless overridden
+    virtual void childOpening() {}         ///< showChild is about to show a child
     virtual void activated() {}            ///< a child was closed and control returned
     void setCancelButton(QPushButton* button);
     void showEvent(QShowEvent* event) override;

@@ -1,0 +1,60 @@
+#pragma once
+#include <QString>
+#include <functional>
+#include <vector>
+
+#include "shell/global_record.h"
+#include "shell/ui_screens.h"
+#include "widgets/form.h"
+
+class QPushButton;
+class QVBoxLayout;
+
+namespace shell {
+
+/// One button of a menu. With a `screen` it opens that screen (disabled while the screen is not registered);
+/// with an `action` it runs that; with neither it closes the menu. `prepare` sets the modes of the global
+/// record first.
+struct MenuEntry {
+    QString control = {};
+    QString caption = {};
+    std::function<void(GlobalRecord&)> prepare = {};
+    QString screen = {};
+    std::function<void()> action = {};
+};
+
+/// A menu: large buttons under a heading, in two columns where there are many; the closing entry and help
+/// (Command11) stand apart at the bottom, and Escape closes. It stands at a fixed place under the main
+/// window, moves off every screen while a child is up, and comes back when control returns.
+class MenuForm : public widgets::Form {
+    Q_OBJECT
+  public:
+    MenuForm(const QString& name, const QString& caption, House& house, QWidget* parent,
+             std::vector<MenuEntry> entries = {});
+
+  protected:
+    void place() override;
+    void childOpening() override;
+    void activated() override;
+    /// Above the buttons, for what a menu adds to them (its labels).
+    QVBoxLayout* headLayout() const { return head_; }
+
+    House& house_;
+
+  private:
+    void addEntries();
+    QPushButton* addButton(const MenuEntry& entry);
+    void run(const MenuEntry& entry);
+    void standUnderMain(int twipsAway);
+
+    std::vector<MenuEntry> entries_;
+    QVBoxLayout* head_;
+};
+
+/// The main window above a screen, or null (in a test without one).
+QWidget* mainWindowOf(const QWidget* screen);
+/// A control of the main window itself, by its name; null when there is no main window. Screens over it may
+/// bear controls of the same name and are not searched.
+QWidget* mainControl(const QWidget* screen, const QString& name);
+
+}  // namespace shell
