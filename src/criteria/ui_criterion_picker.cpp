@@ -1,0 +1,112 @@
+#include "criteria/ui_criterion_picker.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+
+#include "shell/global_record.h"
+#include "shell/ui_box.h"
+#include "store/date_text.h"
+#include "widgets/theme.h"
+
+namespace criteria {
+
+CriterionPicker::CriterionPicker(shell::House& house, QWidget* parent)
+    : QWidget(parent), house_(house), kubun_(new widgets::CodeList(this)), kijun_(new widgets::CodeList(this)) {
+    auto* kubunLabel = new QLabel(QStringLiteral("処理する配分区分をを指定してください。"), this);
+    kubunLabel->setObjectName(QStringLiteral("Label1"));
+    kijunLabel_ = new QLabel(QStringLiteral("配分基準を指定してください。"), this);
+    kijunLabel_->setObjectName(QStringLiteral("Label2"));
+    kubun_->setObjectName(QStringLiteral("DataList1"));
+    kijun_->setObjectName(QStringLiteral("DataList2"));
+    kubun_->setAccessibleName(QStringLiteral("配分区分"));
+    kijun_->setAccessibleName(QStringLiteral("配分基準"));
+    kubun_->setPlaceholder(QStringLiteral("配分区分が設定されていません"));
+    kubunLabel->setBuddy(kubun_);
+    kijunLabel_->setBuddy(kijun_);
+    // The second prompt keeps its place while it is hidden, so that the lists do not jump.
+    QSizePolicy keep = kijunLabel_->sizePolicy();
+    keep.setRetainSizeWhenHidden(true);
+    kijunLabel_->setSizePolicy(keep);
+
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(2 * widgets::kGrid);
+    grid->addWidget(kubunLabel, 0, 0);
+    grid->addWidget(kijunLabel_, 0, 1);
+    grid->addWidget(kubun_, 1, 0);
+    grid->addWidget(kijun_, 1, 1);
+
+    connect(kubun_, &widgets::CodeList::chosen, this, &CriterionPicker::kubunChosen);
+    connect(kijun_, &widgets::CodeList::chosen, this, &CriterionPicker::kijunChosen);
+    kijun_->installEventFilter(this);
+    kijun_->viewport()->installEventFilter(this);
+}
+
+void CriterionPicker::load() {
+    std::vector<widgets::CodeList::Item> items;
+    for (const Kubun& kubun : criteria::kubunList(*house_.global.cn_main))
+        items.push_back({kubun.code, kubun.name});
+    kubun_->setItems(items);
+    kijun_->clearItems();
+    kijun_->setPlaceholder(QStringLiteral("左で配分区分を選ぶと、ここに配分基準が並びます"));
+    kijun_->setEnabled(false);
+    kijunLabel_->hide();
+}
+
+void CriterionPicker::loadKijun() {
+    std::vector<widgets::CodeList::Item> items;
+    for (const Kijun& kijun : criteria::kijunList(*house_.global.cn_main, kubun_->boundText()))
+        items.push_back({kijun.code, kijun.name});
+    kijun_->setItems(items);
+    kijun_->setPlaceholder(QStringLiteral("この配分区分には配分基準がありません"));
+    kijun_->setEnabled(true);
+    kijunLabel_->show();
+}
+
+void CriterionPicker::takeSelection() {
+    shell::GlobalRecord& global = house_.global;
+    global.haibun_kubun = kubun_->boundText();
+    global.haibun_kubun_mei = kubun_->text();
+    global.haibun_kijun = kijun_->boundText();
+    global.haibun_kijun_mei = kijun_->text();
+}
+
+bool CriterionPicker::refuse(widgets::CodeList* list, const QString& text, const QString& title) {
+    shell::tell(window(), text, title, shell::BoxIcon::Critical);
+    list->setFocus();
+    return false;
+}
+
+bool CriterionPicker::requireSelection() {
+    takeSelection();
+    if (house_.global.haibun_kubun.isEmpty())
+        return refuse(kubun_, QStringLiteral("配分区分を指定してください。"),
+                      QStringLiteral("配分区分指定の確認"));
+    if (house_.global.haibun_kijun.isEmpty())
+        return refuse(kijun_, QStringLiteral("配分基準を指定してください。"),
+                      QStringLiteral("配分基準指定の確認"));
+    return true;
+}
+
+bool CriterionPicker::refuseEmptyKijun() {
+    if (!kijun_->boundText().isEmpty()) return false;
+    shell::tell(window(), QStringLiteral("設定した配分基準はありません。"), QStringLiteral("未設定"),
+                shell::BoxIcon::Information);
+    return true;
+}
+
+bool CriterionPicker::eventFilter(QObject* watched, QEvent* event) {
+    const bool clicked = event->type() == QEvent::MouseButtonRelease && watched == kijun_->viewport();
+    const bool pressed =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
+    if ((clicked || pressed) && kijun_->isEnabled() && kijun_->count() == 0) Q_EMIT kijunChosen();
+    return QWidget::eventFilter(watched, event);
+}
+
+shell::RunKey currentRun(const shell::GlobalRecord& global) {
+    return {store::requireDate(global.kijunbi), global.haibun_kubun, global.haibun_kijun};
+}
+
+}  // namespace criteria

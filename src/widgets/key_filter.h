@@ -1,0 +1,12 @@
+#pragma once
+#include <QString>
+
+class QLineEdit;
+
+namespace widgets {
+
+/// Typing admits these characters only (editing keys always work). Pasted text is left to the field's check, which
+/// tells what is wrong with it.
+void admitOnly(QLineEdit* edit, const QString& characters);
+
+}  // namespace widgets
