@@ -91,8 +91,13 @@ struct Rounding {
 };
 Rounding readRounding(store::Connection& connection, const shell::RunKey& run);
 
+/// Removes a run's rows of a table.
+void deleteRunRows(store::Connection& connection, const QString& table, const shell::RunKey& run);
+
 /// "INSERT INTO <table>(…) VALUES(?,…)" over all columns but the counter: parameter p is position p.
 QString insertStatement(const QString& table);
+
+void bindOptional(store::Statement& statement, int parameter, const std::optional<store::Money>& amount);
 
 /// Binds positions 1 to 43 of a decision row.
 void bindFrozen(store::Statement& insert, const shell::RunKey& run, const FrozenRow& row);

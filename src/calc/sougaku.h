@@ -29,13 +29,13 @@ class Sougaku {
         double a, b;
         store::Money total;  ///< 支給対象額計
     };
-    void writeRows(double ratio, const std::vector<std::optional<store::Money>>& shares);
+    void writeRows(double ratio, const std::vector<std::optional<store::Money>>& shares,
+                   const std::vector<std::optional<store::Money>>& amounts);
 
     store::Connection& connection_;
     shell::RunKey run_;
     std::vector<FrozenRow> rows_;
     std::vector<Points> points_;
-    std::optional<Assignees> assignees_;
 };
 
 }  // namespace calc

@@ -1,0 +1,65 @@
+#include "calc/payment_simulation.h"
+
+#include "calc/run_rows.h"
+
+namespace calc {
+namespace {
+
+double ratio(const QString& corrected, const QString& registered) {
+    const double divisor = coefficientOfText(registered);
+    if (divisor == 0) store::throwDivideByZero();
+    return checkedFinite(coefficientOfText(corrected) / divisor);
+}
+
+}  // namespace
+
+double coefficientOfText(const QString& text) {
+    QString digits = text;
+    return store::Value(digits.remove(u',')).toDouble();
+}
+
+std::optional<int> gradeIndex(const QString& hyougoType, const QString& grade) {
+    static const QStringList scales{
+        QStringLiteral("SABCDEFGH"), QStringLiteral("SABCDEFG"), QStringLiteral("SABCDEF"),
+        QStringLiteral("SABCDE"),    QStringLiteral("SABCD"),    QStringLiteral("SABC"),
+        QStringLiteral("ABCDEFG"),   QStringLiteral("ABCDEF"),   QStringLiteral("ABCDE"),
+        QStringLiteral("ABCD"),      QStringLiteral("ABC"),      QStringLiteral("AB")};
+    bool isNumber = false;
+    const double type = hyougoType.toDouble(&isNumber);
+    for (qsizetype i = 0; isNumber && grade.size() == 1 && i < scales.size(); ++i)
+        if (type == static_cast<double>(i + 1)) {
+            const auto place = scales[i].indexOf(grade);
+            return place < 0 ? std::nullopt : std::optional(static_cast<int>(place));
+        }
+    return std::nullopt;
+}
+
+EffectiveCoefficient::EffectiveCoefficient(store::Connection& connection, const shell::RunKey& run,
+                                           const PaymentSimulation& simulation)
+    : simulation_(simulation) {
+    if (simulation_.mode != PaymentSimulation::Mode::Grades) return;
+    auto rows = connection.prepare(QStringLiteral(
+        "SELECT 評価 FROM S支給係数評価あり WHERE 配分区分 = ? AND 配分基準 = ? AND 評価 IS NOT NULL"));
+    rows.bindAll({run.haibunKubun, run.haibunKijun});
+    while (rows.step()) ++registeredRows_[rows.toText(0)];
+}
+
+double EffectiveCoefficient::ratioOf(const QString& grade) const {
+    if (simulation_.mode == PaymentSimulation::Mode::Uniform)
+        return ratio(simulation_.uniformCorrected, simulation_.uniformRegistered);
+    const auto index = gradeIndex(simulation_.hyougoType, grade);
+    // The employee's coefficient stays unset, and an unset number cannot be calculated with.
+    if (registeredRows_.value(grade) != 1 || !index) store::throwNull();
+    const PanelGrade& row = simulation_.grades[static_cast<std::size_t>(*index)];
+    return ratio(row.corrected, row.registered);
+}
+
+double EffectiveCoefficient::of(const QString& grade, double stored) {
+    if (simulation_.mode == PaymentSimulation::Mode::Closed) return stored;
+    const QString key = simulation_.mode == PaymentSimulation::Mode::Uniform ? QString() : grade;
+    auto known = ratios_.constFind(key);
+    if (known == ratios_.constEnd()) known = ratios_.insert(key, ratioOf(grade));
+    return *known * stored;
+}
+
+}  // namespace calc

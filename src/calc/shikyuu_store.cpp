@@ -1,0 +1,151 @@
+#include "calc/shikyuu_store.h"
+
+#include "calc/run_rows.h"
+
+namespace calc {
+namespace {
+
+store::Binds criterionBinds(const shell::RunKey& run) {
+    return {run.haibunKubun, run.haibunKijun};
+}
+
+/// "##,##0.000", empty for Null.
+QString coefficientText(const store::Statement& row, int column) {
+    return row.isNull(column) ? QString() : store::formatCoefficient(row.toDouble(column));
+}
+
+/// The payment set-up of a criterion.
+struct Setup {
+    store::Value method, hyougoType;
+    QString uniform;
+};
+std::optional<Setup> readSetup(store::Connection& connection, const shell::RunKey& run) {
+    auto row =
+        connection.prepare(QStringLiteral("SELECT 設定方法, 評語タイプ, 一律係数 FROM S支給係数設定"
+                                          " WHERE 配分区分 = ? AND 配分基準 = ? ORDER BY ID LIMIT 1"));
+    row.bindAll(criterionBinds(run));
+    if (!row.step()) return std::nullopt;
+    return Setup{row.value(0), row.value(1), coefficientText(row, 2)};
+}
+
+void storeUniform(store::Connection& connection, const shell::RunKey& run, const QString& text4) {
+    const auto setup = readSetup(connection, run);
+    if (!setup) throwNoCurrentRow();
+    connection.execute(
+        QStringLiteral(
+            "INSERT INTO Sshikyuukeisuu(配分区分, 配分基準, 設定方法, 評語タイプ, 一律係数, 基準日)"
+            " VALUES(?, ?, ?, ?, ?, ?)"),
+        {run.haibunKubun, run.haibunKijun, setup->method, setup->hyougoType,
+         text4.isEmpty() ? 1.0 : coefficientOfText(text4), run.kijunbi});
+}
+
+void storeGrade(store::Connection& connection, const shell::RunKey& run, const PanelGrade& grade) {
+    auto row =
+        connection.prepare(QStringLiteral("SELECT 評価 FROM S支給係数評価あり WHERE 配分区分 = ? AND "
+                                          "配分基準 = ? AND 評価Code = ? ORDER BY ID LIMIT 1"));
+    row.bindAll({run.haibunKubun, run.haibunKijun, grade.hyoukaCode});
+    if (!row.step()) throwNoCurrentRow();
+    connection.execute(
+        QStringLiteral("INSERT INTO SshikyuukeisuuHA(配分区分, 配分基準, 評価, 支給係数, 評価Code, 基準日)"
+                       " VALUES(?, ?, ?, ?, ?, ?)"),
+        {run.haibunKubun, run.haibunKijun, row.value(0), coefficientOfText(grade.corrected), grade.hyoukaCode,
+         run.kijunbi});
+}
+
+/// The names of 評価係数 in the individual calculation's set-up: one row means that it acts.
+QStringList evaluationCoefficients(store::Connection& connection, const shell::RunKey& run) {
+    auto rows = connection.prepare(
+        QStringLiteral("SELECT 係数 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ?"
+                       " AND 設定名称 = '04' AND 算定方式 = '1'"));
+    rows.bindAll(criterionBinds(run));
+    QStringList names;
+    while (rows.step()) names << rows.toText(0);
+    return names;
+}
+
+bool hasGradeTable(store::Connection& connection, const shell::RunKey& run) {
+    auto row = connection.prepare(
+        QStringLiteral("SELECT Count(*) FROM S係数評価 WHERE 配分区分 = ? AND 配分基準 = ?"));
+    row.bindAll(criterionBinds(run));
+    return row.step() && row.toInteger(0) >= 2;
+}
+
+UniformPanel uniformPanel(store::Connection& connection, const shell::RunKey& run, const Setup& setup) {
+    auto row = connection.prepare(
+        QStringLiteral("SELECT 一律係数 FROM Sshikyuukeisuu WHERE %1 ORDER BY ID LIMIT 1").arg(kRunFilter));
+    row.bindAll(runBinds(run));
+    return {setup.uniform, row.step() ? coefficientText(row, 0) : setup.uniform};
+}
+
+std::vector<PanelGrade> registeredGrades(store::Connection& connection, const shell::RunKey& run) {
+    auto rows =
+        connection.prepare(QStringLiteral("SELECT 評価, 支給係数, 評価Code FROM S支給係数評価あり WHERE "
+                                          "配分区分 = ? AND 配分基準 = ? ORDER BY Cint(評価Code), ID"));
+    rows.bindAll(criterionBinds(run));
+    std::vector<PanelGrade> grades;
+    while (rows.step()) {
+        const QString registered = coefficientText(rows, 1);
+        grades.push_back({rows.toText(0), registered, registered, rows.toText(2)});
+    }
+    return grades;
+}
+
+QStringList correctedGrades(store::Connection& connection, const shell::RunKey& run) {
+    auto rows = connection.prepare(
+        QStringLiteral("SELECT 支給係数 FROM SshikyuukeisuuHA WHERE %1 ORDER BY Cint(評価Code), ID")
+            .arg(kRunFilter));
+    rows.bindAll(runBinds(run));
+    QStringList corrected;
+    while (rows.step()) corrected << coefficientText(rows, 0);
+    return corrected;
+}
+
+GradePanel gradePanel(store::Connection& connection, const shell::RunKey& run) {
+    GradePanel panel{registeredGrades(connection, run)};
+    if (panel.rows.size() < 2) return {};
+    const QStringList corrected = correctedGrades(connection, run);
+    // What an earlier run of this date used goes back row for row, whatever the registered grades are by now.
+    if (corrected.size() >= 2) {
+        panel.rows.resize(std::max(panel.rows.size(), static_cast<std::size_t>(corrected.size())));
+        for (std::size_t i = 0; i < panel.rows.size(); ++i)
+            panel.rows[i].corrected = corrected.value(static_cast<qsizetype>(i));
+    }
+    if (panel.rows.size() > PaymentSimulation::kGrades)
+        throw store::Error(store::Error::Reason::Type,
+                           QStringLiteral("評価の数が9を超えています。支給係数は9段階まで修正できます。"));
+    return panel;
+}
+
+PaymentOutcome outcomeOf(store::Connection& connection, const shell::RunKey& run, const Setup& setup,
+                         const QStringList& evaluation) {
+    const QString method = setup.method.toText();
+    if (method == QStringLiteral("1")) return RunTimeInput{};
+    if (method == QStringLiteral("2")) return uniformPanel(connection, run, setup);
+    if (method != QStringLiteral("3")) return NothingToDo{};
+    if (!evaluation.isEmpty()) return DoubleEvaluation{evaluation.first()};
+    return gradePanel(connection, run);
+}
+
+}  // namespace
+
+void storePaymentCoefficients(store::Connection& connection, const shell::RunKey& run,
+                              const PaymentSimulation& panel) {
+    deleteRunRows(connection, QStringLiteral("Sshikyuukeisuu"), run);
+    storeUniform(connection, run, panel.uniformCorrected);
+    deleteRunRows(connection, QStringLiteral("SshikyuukeisuuHA"), run);
+    if (panel.grades[0].corrected.isEmpty()) return;
+    for (const PanelGrade& grade : panel.grades)
+        if (!grade.registered.isEmpty()) storeGrade(connection, run, grade);
+}
+
+PaymentDecision decidePaymentPanel(store::Connection& connection, const shell::RunKey& run) {
+    const QStringList evaluation = evaluationCoefficients(connection, run);
+    if (evaluation.size() > 1) return {};
+    if (!evaluation.isEmpty() && !hasGradeTable(connection, run))
+        return {MissingGrades{evaluation.first()}, std::nullopt};
+    const auto setup = readSetup(connection, run);
+    if (!setup) return {MissingSetup{}, std::nullopt};
+    return {outcomeOf(connection, run, *setup, evaluation), setup->hyougoType.toText()};
+}
+
+}  // namespace calc

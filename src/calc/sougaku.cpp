@@ -1,0 +1,81 @@
+#include "calc/sougaku.h"
+
+#include "store/catalog.h"
+
+namespace calc {
+namespace {
+
+namespace decision_t = store::tables::S実行総額配分決定;
+
+const QString kRunTable = QString::fromUtf16(store::tables::S実行総額配分::kName);
+const QString kDecisionTable = QString::fromUtf16(decision_t::kName);
+const QString kSanteiHoushiki = QStringLiteral("2");
+
+}  // namespace
+
+Sougaku::Sougaku(store::Connection& connection, const shell::RunKey& run)
+    : connection_(connection), run_(run) {}
+
+void Sougaku::keisan1_sougaku() {
+    const auto active = readActiveCoefficients(connection_, run_, kSanteiHoushiki);
+    rows_ = freezeRunRows(connection_, kRunTable, run_, active);
+    deleteRunRows(connection_, kDecisionTable, run_);
+}
+
+void Sougaku::keisan2_sougaku() {
+    points_.clear();
+    for (const FrozenRow& row : rows_) {
+        const double a = checkedFinite(row.productA());
+        const double b = checkedFinite(row.productB());
+        points_.push_back({a, b, store::Money::fromDouble(a + b)});
+    }
+}
+
+CalculationResult Sougaku::keisan3_sougaku(store::Money budget) {
+    if (rows_.empty()) return {};
+    Assignees assignees(connection_, run_, QStringLiteral("総額配分"), rows_.size());
+    store::Money all;
+    for (const Points& points : points_) all += points.total;
+    if (all == store::Money()) store::throwDivideByZero();
+    const double ratio = checkedFinite(budget.toDouble() / all.toDouble());
+
+    const Rounding rounding = readRounding(connection_, run_);
+    std::vector<std::optional<store::Money>> shares;
+    std::vector<std::optional<store::Money>> amounts;
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        const auto rounded = rounding(ratio * points_[row].total.toDouble());
+        shares.push_back(rounded ? std::optional(store::Money::fromDouble(*rounded)) : std::nullopt);
+        // Without a matching setting the run row keeps the 合計 of an earlier run, and that is what is paid.
+        amounts.push_back(shares.back() ? shares.back() : rows_[row].stored30);
+    }
+    writeRows(ratio, shares, amounts);
+    const store::Value total = assignees.write(amounts);
+    writeBudgetTotal(connection_, run_, QStringLiteral("総額配分合計"), total);
+    return {static_cast<int>(rows_.size()), total};
+}
+
+void Sougaku::writeRows(double ratio, const std::vector<std::optional<store::Money>>& shares,
+                        const std::vector<std::optional<store::Money>>& amounts) {
+    auto update = connection_.prepare(
+        QStringLiteral(
+            "UPDATE %1 SET 賞与係数 = ?, Ａ計算額 = ?, Ｂ計算額 = ?, 支給対象額計 = ?, 合計 = ? WHERE ID = ?")
+            .arg(kRunTable));
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        update.bind(1, ratio).bind(2, points_[row].a).bind(3, points_[row].b).bind(4, points_[row].total);
+        bindOptional(update, 5, amounts[row]);
+        update.bind(6, rows_[row].id).run();
+    }
+
+    auto insert = connection_.prepare(insertStatement(kDecisionTable));
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        bindFrozen(insert, run_, rows_[row]);
+        insert.bind(decision_t::賞与係数, ratio)
+            .bind(decision_t::Ａ計算額, points_[row].a)
+            .bind(decision_t::Ｂ計算額, points_[row].b)
+            .bind(decision_t::支給対象額計, points_[row].total);
+        bindOptional(insert, decision_t::合計, shares[row]);
+        insert.run();
+    }
+}
+
+}  // namespace calc
