@@ -1,0 +1,89 @@
+#include "personnel/position_in_force.h"
+
+#include <optional>
+
+#include "shell/years.h"
+
+namespace personnel {
+namespace {
+
+/// The work tables change together: in the transaction that is open, or in one of our own.
+class JoinedTransaction {
+  public:
+    explicit JoinedTransaction(store::Connection& cn) {
+        if (!cn.inTransaction()) own_.emplace(cn);
+    }
+    void commit() {
+        if (own_) own_->commit();
+    }
+
+  private:
+    std::optional<store::Transaction> own_;
+};
+
+store::Statement selectWhoCounts(store::Connection& cn, QDate kijunbi, WhoCounts who) {
+    const QString leaving = who == WhoCounts::EmployedAtDate
+                                ? QStringLiteral(" OR (退職フラグ <> 0 AND 退職日 >= ?)")
+                                : QString();
+    store::Statement people = cn.prepare(
+        QStringLiteral("SELECT 社員Code,生年月日,入社日 FROM 履歴書テーブル WHERE 退職フラグ = 0") + leaving +
+        QStringLiteral(" ORDER BY rowid"));
+    if (!leaving.isEmpty()) people.bind(1, store::Value(kijunbi));
+    return people;
+}
+
+void fillNen(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
+    cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuNen"));
+    store::Statement people = selectWhoCounts(cn, dates.kijunbi, who);
+    store::Statement insert =
+        cn.prepare(QStringLiteral("INSERT INTO IdoChuusyutsuNen(社員Code,生年月日,入社日,年齢算出年月日,"
+                                  "勤続年数算出年月日,年齢,勤続年数) VALUES(?,?,?,?,?,?,?)"));
+    insert.bind(4, store::Value(dates.nenrei_kijunbi)).bind(5, store::Value(dates.kinzoku_kijunbi));
+    while (people.step()) {
+        const QDate born = people.toDate(1);
+        const QDate joined = people.toDate(2);
+        insert.bind(1, people.value(0)).bind(2, store::Value(born)).bind(3, store::Value(joined));
+        insert.bind(6, qint64{shell::wholeYears(born, dates.nenrei_kijunbi)});
+        insert.bind(7, qint64{shell::wholeYears(joined, dates.kinzoku_kijunbi)});
+        insert.run();
+    }
+}
+
+void fillMax(store::Connection& cn, QDate kijunbi) {
+    cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax"));
+    cn.execute(QStringLiteral("INSERT INTO IdoChuusyutsuMax SELECT 社員Code,MAX(異動日) AS MAXIdoubi "
+                              "FROM 異動テーブル WHERE 異動日 <= ? GROUP BY 社員Code"),
+               {kijunbi});
+}
+
+void fillMax2(store::Connection& cn) {
+    cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax2"));
+    cn.execute(QStringLiteral(
+        "INSERT INTO "
+        "IdoChuusyutsuMax2(社員Code,MAXIdoubi,社員区分,所属大,所属小,役職,職種,コース,年齢,勤続年数,"
+        "等級,号俸,評語) "
+        "SELECT M.社員Code,M.MAXIdoubi,I.社員区分,I.所属大,I.所属小,I.役職,I.職種,I.コース,N.年齢,N.勤続年数,"
+        "I.等級,I.号俸,I.評語 "
+        "FROM IdoChuusyutsuMax AS M "
+        "INNER JOIN 異動テーブル AS I ON I.社員Code = M.社員Code AND I.異動日 = M.MAXIdoubi "
+        "INNER JOIN IdoChuusyutsuNen AS N ON N.社員Code = I.社員Code "
+        "ORDER BY M.社員Code,I.rowid,N.rowid"));
+}
+
+}  // namespace
+
+void SelectIntoY(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
+    JoinedTransaction transaction(cn);
+    fillNen(cn, dates, who);
+    transaction.commit();
+}
+
+void SelectIntoX(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
+    JoinedTransaction transaction(cn);
+    fillNen(cn, dates, who);
+    fillMax(cn, dates.kijunbi);
+    fillMax2(cn);
+    transaction.commit();
+}
+
+}  // namespace personnel

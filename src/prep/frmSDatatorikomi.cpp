@@ -1,0 +1,343 @@
+#include "prep/frmSDatatorikomi.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "shell/global_record.h"
+#include "shell/ui_box.h"
+#include "store/date_text.h"
+#include "widgets/layout.h"
+#include "widgets/theme.h"
+
+namespace prep {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kFields = 3;
+const std::array<QString, kFields> kFieldNames{u"基準日"_s, u"年齢算出年月日"_s, u"勤続年数算出年月日"_s};
+
+const QString kNobodyToImport = QStringLiteral(
+    u"この基準日で取り込むことができる人事データはありません。\n"
+    u" \n"
+    u"①社員データを登録していない。\n"
+    u"　は　い → 社員データを登録してください\n"
+    u"　いいえ → ②へ\n"
+    u"②各社員の異動履歴が作成されていない\n"
+    u"　は　い → 異動履歴を作成してください（初登録）\n"
+    u"　いいえ → ③へ\n"
+    u"③基準日以前の異動履歴を持つ社員が一人もいない\n"
+    u"　は　い → 基準日を変更してください\n"
+    u"　いいえ → お問い合わせください");
+
+const QString kNewDateGuidance = u"年月日（入力例：2000/4/1）を入力し、ﾃﾞｰﾀ取込ボタンを押してください。"_s;
+const QString kExistingDateGuidance = u"読み込むﾃﾞｰﾀの基準日を選択し、ﾃﾞｰﾀ読込ボタンを押してください。"_s;
+
+Side sideOf(const shell::GlobalRecord& global) {
+    return global.haibun_sekkei_mode ? Side::Sekkei : Side::Jikkou;
+}
+
+}  // namespace
+
+frmSDatatorikomi::frmSDatatorikomi(shell::House& house, QWidget* parent)
+    : Form(u"frmSDatatorikomi"_s, u"人事データ取込"_s, parent),
+      house_(house),
+      side_(sideOf(house.global)),
+      torikomi_trans_(*house.global.cn_main) {
+    build();
+    connectEvents();
+    setState(State::Opening);
+    Command1_->setFocus();
+}
+
+// ---- layout
+// -------------------------------------------------------------------------------------------------------
+
+void frmSDatatorikomi::build() {
+    setMinimumSize(620, 460);
+    QVBoxLayout* column = widgets::columnOf(this);
+    column->addWidget(buildChoice());
+    Label4_ = make<QLabel>(u"Label4"_s);
+    Label4_->setWordWrap(true);
+    widgets::setTone(Label4_, widgets::Tone::Heading);
+    column->addWidget(Label4_);
+    // One page a state: the window keeps its size when the state changes.
+    pages_ = new QStackedWidget(this);
+    pages_->addWidget(new QWidget(pages_));
+    pages_->addWidget(buildDates());
+    pages_->addWidget(buildList());
+    column->addWidget(pages_, 1);
+    column->addLayout(buildButtons());
+}
+
+QWidget* frmSDatatorikomi::buildChoice() {
+    Command1_ = make<QPushButton>(u"Command1"_s, u"新規取込ﾃﾞｰﾀ(&N)"_s);
+    Command2_ = make<QPushButton>(u"Command2"_s, u"既存ﾃﾞｰﾀ読込(&R)"_s);
+    auto* label1 = make<QLabel>(u"Label1"_s, u"新しい日付でデータを取り込みます。"_s);
+    auto* label2 = make<QLabel>(u"Label2"_s, u"既存取込データの日付一覧から選択します。"_s);
+    Command1_->setAccessibleDescription(label1->text());
+    Command2_->setAccessibleDescription(label2->text());
+    auto* card = new widgets::Card(this);
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(2 * widgets::kGrid);
+    grid->setVerticalSpacing(widgets::kGrid);
+    grid->setColumnStretch(1, 1);
+    grid->addWidget(Command1_, 0, 0);
+    grid->addWidget(label1, 0, 1);
+    grid->addWidget(Command2_, 1, 0);
+    grid->addWidget(label2, 1, 1);
+    card->body()->addLayout(grid);
+    return card;
+}
+
+QWidget* frmSDatatorikomi::buildDates() {
+    auto* page = new QWidget(pages_);
+    QGridLayout* grid = widgets::fieldGrid();
+    Text1_ = makeArray<QLineEdit, kFields>(u"Text1"_s, {});
+    for (int i = 0; i < kFields; ++i) {
+        QLineEdit* edit = Text1_[std::size_t(i)];
+        QLabel* label = labelFor(u"Label3_%1"_s.arg(i), kFieldNames[std::size_t(i)] + u':', edit);
+        widgets::addField(grid, label, edit);
+        edit->setPlaceholderText(u"2000/4/1"_s);
+    }
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(grid);
+    column->addStretch(1);
+    return page;
+}
+
+QWidget* frmSDatatorikomi::buildList() {
+    auto* page = new QWidget(pages_);
+    DataList1_ = make<widgets::CodeList>(u"DataList1"_s);
+    DataList1_->setAccessibleName(u"取込データの基準日"_s);
+    DataList1_->setPlaceholder(
+        u"取り込んだデータはまだありません。\nキャンセルして、新規取込ﾃﾞｰﾀから始めてください。"_s);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(DataList1_);
+    return page;
+}
+
+QLayout* frmSDatatorikomi::buildButtons() {
+    Command4_ = makeArray<QPushButton, 2>(u"Command4"_s, {u"ﾃﾞｰﾀ取込(&I)"_s, u"ﾃﾞｰﾀ読込(&I)"_s});
+    Command3_ = makeArray<QPushButton, 2>(u"Command3"_s, {u"キャンセル(&C)"_s, u"キャンセル(&C)"_s});
+    Command7_ = make<QPushButton>(u"Command7"_s, u"削除(&D)"_s);
+    Command6_ = make<QPushButton>(u"Command6"_s, u"閉じる(&C)"_s);
+    Command5_ = make<QPushButton>(u"Command5"_s, u"ヘルプ(&H)"_s);
+    for (QPushButton* button : Command4_) widgets::setPrimary(button);
+    widgets::setDanger(Command7_);
+    return widgets::buttonRow({Command5_, Command7_},
+                              {Command6_, Command3_[0], Command3_[1], Command4_[0], Command4_[1]});
+}
+
+void frmSDatatorikomi::connectEvents() {
+    connect(Command1_, &QPushButton::clicked, this, [this] { startNewDate(); });
+    connect(Command2_, &QPushButton::clicked, this, [this] { startExistingDate(); });
+    for (QPushButton* button : Command3_) connect(button, &QPushButton::clicked, this, [this] { cancel(); });
+    connect(Command4_[0], &QPushButton::clicked, this, [this] { importNewDate(); });
+    connect(Command4_[1], &QPushButton::clicked, this, [this] { loadExistingDate(); });
+    connect(Command7_, &QPushButton::clicked, this, [this] { deleteDate(); });
+    connect(Command6_, &QPushButton::clicked, this, [this] { reject(); });
+    connect(Command5_, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
+    connect(DataList1_, &QListView::doubleClicked, this, [this] { loadExistingDate(); });
+    for (int i = 0; i < kFields; ++i)
+        validateOnLeave(Text1_[std::size_t(i)], [this, i] { return checkDate(i); },
+                        {Command3_[0], Command5_});
+}
+
+// ---- the three states
+// ---------------------------------------------------------------------------------------------
+
+void frmSDatatorikomi::setState(State state) {
+    shinki_mode_ = state == State::NewDate;
+    const bool opening = state == State::Opening;
+    const bool existing = state == State::ExistingDate;
+    Label4_->setText(shinki_mode_ ? kNewDateGuidance : kExistingDateGuidance);
+    Label4_->setVisible(!opening);
+    pages_->setCurrentIndex(int(state));
+    Command1_->setEnabled(opening);
+    Command2_->setEnabled(opening);
+    Command3_[0]->setVisible(shinki_mode_);
+    Command4_[0]->setVisible(shinki_mode_);
+    Command3_[1]->setVisible(existing);
+    Command4_[1]->setVisible(existing);
+    Command7_->setVisible(existing);
+    Command6_->setVisible(opening);
+    setCancelButton(opening ? Command6_ : Command3_[existing ? 1 : 0]);
+}
+
+void frmSDatatorikomi::startNewDate() {
+    for (QLineEdit* edit : Text1_) edit->clear();
+    setState(State::NewDate);
+    Text1_[0]->setFocus();
+}
+
+void frmSDatatorikomi::startExistingDate() {
+    shell::guarded(this, [this] {
+        fillList();
+        setState(State::ExistingDate);
+        DataList1_->setFocus();
+    });
+}
+
+void frmSDatatorikomi::cancel() {
+    QPushButton* const origin = shinki_mode_ ? Command1_ : Command2_;
+    setState(State::Opening);
+    origin->setFocus();
+}
+
+void frmSDatatorikomi::fillList() {
+    std::vector<widgets::CodeList::Item> items;
+    for (QDate date : listDates(*house_.global.cn_main, side_))
+        items.push_back({store::formatDate(date), store::formatDate(date)});
+    DataList1_->setItems(items);
+}
+
+// ---- the input rules
+// ----------------------------------------------------------------------------------------------
+
+QString frmSDatatorikomi::duplicateProblem(QDate kijunbi) const {
+    store::Connection& cn = *house_.global.cn_main;
+    if (hasDate(cn, side_, kijunbi)) return u"基準日が重複しています。"_s;
+    if (side_ == Side::Jikkou && hasDate(cn, Side::Sekkei, kijunbi))
+        return u"賞与設計に同じ基準日が存在します。"_s;
+    return {};
+}
+
+bool frmSDatatorikomi::checkDate(int index) {
+    if (!shinki_mode_) return true;
+    QLineEdit* edit = Text1_[std::size_t(index)];
+    const QString label = u"･･･"_s + kFieldNames[std::size_t(index)];
+    const std::optional<QDate> date = store::parseDate(edit->text());
+    QString problem;
+    if (edit->text().trimmed().isEmpty())
+        problem = u"未入力は許されません。"_s + label;
+    else if (!date)
+        problem = u"日付の入力が正しくありません。"_s + label;
+    else if (index == 0 && !shell::guarded(this, [&] { problem = duplicateProblem(*date); }))
+        return false;
+    if (!problem.isEmpty()) {
+        shell::tell(this, problem, u"入力エラー"_s, shell::BoxIcon::Critical);
+        edit->setFocus();
+        widgets::select_all(edit);
+        return false;
+    }
+    edit->setText(store::formatDate(*date));
+    return true;
+}
+
+bool frmSDatatorikomi::checkAllDates() {
+    for (int i = 0; i < kFields; ++i)
+        if (!checkDate(i)) return false;
+    return true;
+}
+
+QDate frmSDatatorikomi::requireChosenDate() {
+    if (DataList1_->boundText().isEmpty()) {
+        shell::tell(this, u"基準日を指定してください。"_s, u"基準日指定の確認"_s);
+        DataList1_->setFocus();
+        return {};
+    }
+    return store::requireDate(DataList1_->boundText());
+}
+
+// ---- the commands
+// -------------------------------------------------------------------------------------------------
+
+void frmSDatatorikomi::setDates(const personnel::PositionDates& dates) {
+    house_.global.kijunbi = store::formatDate(dates.kijunbi);
+    house_.global.nenrei_kijunbi = store::formatDate(dates.nenrei_kijunbi);
+    house_.global.kinzoku_kijunbi = store::formatDate(dates.kinzoku_kijunbi);
+}
+
+void frmSDatatorikomi::rebuildSnapshot(const personnel::PositionDates& dates) {
+    setHourglass();
+    setDates(dates);
+    SelectIntoX(*house_.global.cn_main, dates);
+}
+
+void frmSDatatorikomi::importNewDate() {
+    if (!checkAllDates()) return;
+    store::Connection& cn = *house_.global.cn_main;
+    shell::guarded(this, torikomi_trans_, [&] {
+        const personnel::PositionDates dates{store::requireDate(Text1_[0]->text()),
+                                             store::requireDate(Text1_[1]->text()),
+                                             store::requireDate(Text1_[2]->text())};
+        rebuildSnapshot(dates);
+        if (snapshotIsEmpty(cn)) {
+            setDefaultPointer();
+            shell::tell(this, kNobodyToImport, u"基準日指定の確認"_s, shell::BoxIcon::Warning);
+            cancel();
+            return;
+        }
+        torikomi_trans_.begin();
+        addDate(cn, side_, dates);
+        torikomi_trans_.commit();
+        leave(dates);
+    });
+}
+
+void frmSDatatorikomi::loadExistingDate() {
+    shell::guarded(this, [this] {
+        const QDate kijunbi = requireChosenDate();
+        if (!kijunbi.isValid()) return;
+        if (!shell::ask(this, u"『%1』でデータを取り込みます。"_s.arg(store::formatDate(kijunbi)),
+                        u"データ取込日の確認"_s))
+            return;
+        const auto dates = readDates(*house_.global.cn_main, side_, kijunbi);
+        if (!dates) throw store::Error(store::Error::Reason::Type, u"現在のレコードがありません。"_s);
+        rebuildSnapshot(*dates);
+        leave(*dates);
+    });
+}
+
+void frmSDatatorikomi::deleteDate() {
+    store::Connection& cn = *house_.global.cn_main;
+    shell::guarded(this, torikomi_trans_, [&] {
+        const QDate kijunbi = requireChosenDate();
+        if (!kijunbi.isValid()) return;
+        house_.global.kijunbi = store::formatDate(kijunbi);
+        if (!shell::ask(this, u" %1 を削除しますか？"_s.arg(house_.global.kijunbi), u"削除の確認"_s)) return;
+        setHourglass();
+        torikomi_trans_.begin();
+        removeDate(cn, side_, kijunbi);
+        torikomi_trans_.commit();
+        fillList();
+        setState(State::ExistingDate);
+        DataList1_->setFocus();
+    });
+}
+
+void frmSDatatorikomi::leave(const personnel::PositionDates& dates) {
+    shinki_mode_ = false;
+    dateOpened_ = true;
+    if (side_ == Side::Jikkou)
+        house_.global.setRunPanel(u"配分実行基準日: "_s + store::formatLongDate(dates.kijunbi));
+    accept();
+}
+
+int frmSDatatorikomi::exec() {
+    dateOpened_ = false;
+    const int result = Form::exec();
+    if (dateOpened_ && side_ == Side::Jikkou) showRunMenu();
+    return result;
+}
+
+void frmSDatatorikomi::showRunMenu() {
+    const QString name = u"frmMenuSJikkou"_s;
+    if (!house_.screens.has(name)) return;
+    if (auto* opener = qobject_cast<widgets::Form*>(parentWidget()))
+        opener->showChild(house_.screens.create(name, house_, opener));
+    else
+        std::unique_ptr<QDialog>(house_.screens.create(name, house_, parentWidget()))->exec();
+}
+
+}  // namespace prep

@@ -1,0 +1,78 @@
+#pragma once
+#include <array>
+#include <functional>
+
+#include "personnel/position_in_force.h"
+#include "prep/snapshot.h"
+#include "shell/ui_guard.h"
+#include "shell/ui_screens.h"
+#include "widgets/code_list.h"
+#include "widgets/form.h"
+
+class QLabel;
+class QLayout;
+class QLineEdit;
+class QPushButton;
+class QStackedWidget;
+
+namespace prep {
+
+/// 人事データ取込: opens the date of a run, a new one (snapshot and carrying forward) or an existing one
+/// (snapshot only), and deletes dates. Works for the side whose flag is set; on the run side it hands over to
+/// frmMenuSJikkou.
+class frmSDatatorikomi : public widgets::Form {
+    Q_OBJECT
+  public:
+    frmSDatatorikomi(shell::House& house, QWidget* parent);
+    /// On the run side the run menu follows over the opener, once this screen has closed on a date.
+    int exec() override;
+
+  private:
+    enum class State { Opening, NewDate, ExistingDate };
+
+    void build();
+    QWidget* buildChoice();
+    QWidget* buildDates();
+    QWidget* buildList();
+    QLayout* buildButtons();
+    void connectEvents();
+    void setState(State state);
+
+    void startNewDate();
+    void startExistingDate();
+    void cancel();
+    void importNewDate();
+    void loadExistingDate();
+    void deleteDate();
+
+    bool checkDate(int index);
+    QString duplicateProblem(QDate kijunbi) const;
+    bool checkAllDates();
+    /// The chosen date; invalid, after the box, when none is chosen.
+    QDate requireChosenDate();
+    void fillList();
+    void setDates(const personnel::PositionDates& dates);
+    void rebuildSnapshot(const personnel::PositionDates& dates);
+    void leave(const personnel::PositionDates& dates);
+    void showRunMenu();
+
+    shell::House& house_;
+    const Side side_;
+    bool shinki_mode_ = false;  ///< a new date is being entered
+    bool dateOpened_ = false;   ///< closed on a date: the run may go on
+    shell::FormTransaction torikomi_trans_;
+
+    QPushButton* Command1_ = nullptr;
+    QPushButton* Command2_ = nullptr;
+    std::array<QPushButton*, 2> Command3_{};
+    std::array<QPushButton*, 2> Command4_{};
+    QPushButton* Command5_ = nullptr;
+    QPushButton* Command6_ = nullptr;
+    QPushButton* Command7_ = nullptr;
+    std::array<QLineEdit*, 3> Text1_{};
+    QLabel* Label4_ = nullptr;
+    widgets::CodeList* DataList1_ = nullptr;
+    QStackedWidget* pages_ = nullptr;
+};
+
+}  // namespace prep
