@@ -7,8 +7,10 @@ class QStandardItemModel;
 
 namespace widgets {
 
-/// A list of (code, shown text), as a bound list: `boundText()` is the code of the chosen line, `text()` what it shows,
-/// both empty when none is chosen. `clicked` comes for the mouse and for the keyboard alike.
+/// A list of (code, shown text), as a bound list: `boundText()` is the code of the chosen line, `text()` what
+/// it shows, both empty when none is chosen. chosen() comes once per choice, for the mouse (when the button
+/// comes up) and for the keyboard (arrow keys, typed first letters) alike; a click on the line already chosen
+/// chooses it again.
 class CodeList : public QListView {
     Q_OBJECT
   public:
@@ -18,13 +20,15 @@ class CodeList : public QListView {
     };
     explicit CodeList(QWidget* parent = nullptr);
 
-    void setItems(const std::vector<Item>& items);  ///< drops the choice
+    void setItems(const std::vector<Item>& items);  ///< drops the choice, silently
     void clearItems() { setItems({}); }
     int count() const;
+    int row() const;  ///< the chosen line from 0, -1 for none
     QString boundText() const;
     QString text() const;
     /// Chooses a line as a click does (chosen() is emitted); -1 drops the choice silently.
     void choose(int row);
+    /// The same by code; false, and nothing changes, when no line has it.
     bool chooseCode(const QString& code);
     void setPlaceholder(const QString& text);  ///< shown while the list is empty
 
@@ -33,12 +37,18 @@ class CodeList : public QListView {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    bool viewportEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
   private:
     QStandardItemModel* model_;
     QString placeholder_;
     bool silent_ = false;
+    bool pressed_ = false;  // between press and release the choice is not final
 };
 
 }  // namespace widgets

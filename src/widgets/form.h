@@ -1,46 +1,64 @@
 #pragma once
 #include <QDialog>
+#include <QList>
 #include <QString>
 #include <array>
 #include <functional>
+#include <memory>
+#include <vector>
 
+class QAbstractButton;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 
 namespace widgets {
 
-/// What every screen is made of: a modal dialog with the habits of the house. Its object name is the screen's name
-/// (frmSDatatorikomi); each control bears its given name (Command1, Text1_0, Label3).
-/// - Enter moves to the next control as Tab does (buttons are pressed by it); Escape presses `cancelButton` if one is set.
+/// What every screen is made of: a modal dialog with the habits of the house. Its object name is the screen's
+/// name (frmSDatatorikomi); each control bears its given name (Command1, Text1_0, Label3).
+/// - Enter moves to the next control as Tab does (buttons are pressed by it); Escape presses `cancelButton`
+/// if one is set,
+///   and does nothing otherwise. No button is ever a default button: Enter in a field cannot start an action.
 /// - A line edit selects its whole text on focus.
 /// - On show it is centred at one third of the free screen (center_form); menu forms override `place()`.
-/// - Layouts, not coordinates; the told width and height are minimum sizes that the layout may exceed.
+/// - Layouts (widgets/layout.h), not coordinates; the told width and height are minimum sizes that the layout
+/// may exceed.
 class Form : public QDialog {
     Q_OBJECT
   public:
     Form(const QString& name, const QString& caption, QWidget* parent);
+    ~Form() override;
 
     /// Hourglass and back.
     void setHourglass();
     void setDefaultPointer();
 
-    /// Shows `child` modally over this form and returns when it is closed; hourglass before, default pointer after
-    /// (the Activate rule). Menu forms move off screen meanwhile. Deletes the child.
+    /// Shows `child` modally over this form and returns when it is closed; hourglass before, default pointer
+    /// after (the Activate rule). Deletes the child, then calls activated(). Null is answered with 0.
     int showChild(QDialog* child);
 
   protected:
-    virtual void place();                  ///< center_form unless overridden
-    virtual void childOpening() {}         ///< showChild is about to show a child
-    virtual void activated() {}            ///< a child was closed and control returned
-    void setCancelButton(QPushButton* button);
+    virtual void place();          ///< center_form unless overridden; called once, at the first show
+    virtual void deactivated() {}  ///< a child is about to come up: menu forms move off screen
+    virtual void activated() {}    ///< a child was closed and control returned
+    void setCancelButton(QAbstractButton* button);
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
-    /// A validation run on leaving a line edit and on Enter: false keeps the focus in it (the routine has shown its box).
-    /// Buttons listed in `exempt` (close, cancel) may be pressed without passing it.
+    /// A validation run when the user leaves a line edit (Tab, mouse, mnemonic) and on Enter: false keeps the
+    /// focus in it (the routine has shown its box), and what the user wanted to press is not pressed. Buttons
+    /// listed in `exempt` (close, cancel) may be pressed without passing it. It does not run when another
+    /// window or program comes to the front, when the form closes, when code moves the focus, or while the
+    /// edit is read-only, disabled or hidden.
     void validateOnLeave(QLineEdit* edit, std::function<bool()> check, QList<QPushButton*> exempt = {});
+    /// Runs the check of the edit that has the focus, if any: for actions that are reached by other ways
+    /// (function keys).
+    bool passesLeaveCheck();
+
+    /// A label with `buddy` (so that "基準日(&D):" shows its mnemonic); the buddy's accessible name is the
+    /// text without mnemonic and colon.
+    QLabel* labelFor(const QString& name, const QString& text, QWidget* buddy);
 
     /// Makes a control with its object name.
     template <class W, class... Args>
@@ -53,15 +71,16 @@ class Form : public QDialog {
     template <class W, std::size_t N>
     std::array<W*, N> makeArray(const QString& name, const std::array<QString, N>& texts) {
         std::array<W*, N> controls{};
-        for (std::size_t i = 0; i < N; ++i)
-            controls[i] = make<W>(name + u'_' + QString::number(i), texts[i]);
+        for (std::size_t i = 0; i < N; ++i) controls[i] = make<W>(name + u'_' + QString::number(i), texts[i]);
         return controls;
     }
 
   private:
-    struct LeaveCheck;
-    QPushButton* cancel_ = nullptr;
-    std::vector<std::shared_ptr<LeaveCheck>> checks_;
+    class Watch;
+    void moveOn(QWidget* from);
+
+    QAbstractButton* cancel_ = nullptr;
+    std::unique_ptr<Watch> watch_;
     bool placed_ = false;
 };
 

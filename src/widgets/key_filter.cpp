@@ -26,6 +26,8 @@ class KeyFilter : public QObject {
 
 }  // namespace
 
-void admitOnly(QLineEdit* edit, const QString& characters) { new KeyFilter(edit, characters); }
+void admitOnly(QLineEdit* edit, const QString& characters) {
+    new KeyFilter(edit, characters);
+}
 
 }  // namespace widgets

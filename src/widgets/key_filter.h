@@ -5,8 +5,8 @@ class QLineEdit;
 
 namespace widgets {
 
-/// Typing admits these characters only (editing keys always work). Pasted text is left to the field's check, which
-/// tells what is wrong with it.
+/// Typing admits these characters only (editing keys always work). Pasted text is left to the field's check,
+/// which tells what is wrong with it.
 void admitOnly(QLineEdit* edit, const QString& characters);
 
 }  // namespace widgets

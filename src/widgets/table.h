@@ -7,33 +7,52 @@
 
 namespace widgets {
 
-/// The look of every table: readable row height, fixed header, right-aligned amounts, whole rows selected, an empty
-/// state that says what to do next. Only visible rows cost anything.
+/// The look of every table: readable row height, fixed header, right-aligned amounts, whole rows selected
+/// (one; callers that allow more set the selection mode), an empty state that says what to do next. Tab
+/// leaves the table, Ctrl+C copies the selection as tab-separated text. Only visible rows cost anything.
 class Table : public QTableView {
     Q_OBJECT
   public:
     explicit Table(QWidget* parent = nullptr);
     void setPlaceholder(const QString& text);
+    /// Widths from the headings and the rows in sight. Happens by itself at the first show and when a model
+    /// is set or reset; callers that set widths of their own switch that off.
+    void fitColumns();
+    void setAutoFit(bool on) { autoFit_ = on; }
+
+    void setModel(QAbstractItemModel* model) override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
+    void refit();
+    void setRowHeight();
+    QString selectedText() const;
+
     QString placeholder_;
+    QMetaObject::Connection resets_;
+    bool autoFit_ = true;
+    bool fitted_ = false;
 };
 
 /// A read-only model over rows that live elsewhere: a count and a text per cell. `sortKey` (optional) makes a
-/// QSortFilterProxyModel sort by value instead of by text.
+/// QSortFilterProxyModel sort by value (its sort role set to SortRole) instead of by text.
 class RowsModel : public QAbstractTableModel {
     Q_OBJECT
   public:
     struct Column {
         QString heading;
-        bool right = false;
+        bool right = false;  ///< amounts and numbers
     };
     static constexpr int SortRole = Qt::UserRole + 1;
 
-    RowsModel(std::vector<Column> columns, QObject* parent = nullptr);
+    explicit RowsModel(std::vector<Column> columns, QObject* parent = nullptr);
+    /// `text` is called for the cells in sight, as long as the model lives or until the next setRows().
     void setRows(int count, std::function<QString(int row, int column)> text,
                  std::function<QVariant(int row, int column)> sortKey = {});
     void refresh();  ///< the texts changed, the count did not
