@@ -21,19 +21,21 @@ struct CompanionFiles {
 };
 
 /// Creates the folder and the files of a new company with all their tables, the fixed masters, one row of
-/// 入力可・不可テーブル (all True), one row of 会社テーブル and the link table. Throws Error when the folder exists; leaves nothing
-/// behind when it fails.
+/// 入力可・不可テーブル (all True), one row of 会社テーブル and the link table. Throws Error when the folder
+/// exists; leaves nothing behind when it fails.
 void createCompany(const QString& dataDir, const QString& company, CompanionFiles companions);
 
 /// Opens the main connection on <会社>賞与db.mdb and attaches every file that its links name and that exists.
 std::unique_ptr<Connection> openMainConnection(const QString& dataDir, const QString& company);
 
-/// At each open, in this order: Sshikyuukeisuu, SshikyuukeisuuHA, Tanka_hasuu are created where they are missing.
+/// At each open, in this order: Sshikyuukeisuu, SshikyuukeisuuHA, Tanka_hasuu are created where they are
+/// missing.
 void createMissingTables(Connection& cnMain);
 
 /// The layout's version (PRAGMA user_version) of every file this program writes.
 inline constexpr int kSchemaVersion = 1;
-/// Brings an older layout up by numbered steps, one transaction. Throws Error when the file is newer than the program.
+/// Brings an older layout up by numbered steps, one transaction. Throws Error when the file is newer than the
+/// program.
 void upgradeSchema(Connection& connection);
 
 }  // namespace store

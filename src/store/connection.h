@@ -13,15 +13,15 @@ struct sqlite3;
 
 namespace store {
 
-/// A connection to one database file and the files attached to it. Rollback journal, synchronous FULL: one transaction
-/// covers all attached files, a crash leaves all of them before or all of them after.
-/// One thread; not copyable. Every failure throws store::Error with a text for the user.
+/// A connection to one database file and the files attached to it. Rollback journal, synchronous FULL: one
+/// transaction covers all attached files, a crash leaves all of them before or all of them after. One thread;
+/// not copyable. Every failure throws store::Error with a text for the user.
 class Connection {
   public:
     enum class Mode { ReadWrite, ReadOnly, Create };
 
-    /// Opens `path`, keyed with `passphrase`. Only Mode::Create makes a missing file. Reads the schema once, so a
-    /// wrong key, a truncated file or no database at all is told here (Error NotOpen or Damaged).
+    /// Opens `path`, keyed with `passphrase`. Only Mode::Create makes a missing file. Reads the schema once,
+    /// so a wrong key, a truncated file or no database at all is told here (Error NotOpen or Damaged).
     Connection(const QString& path, const QString& passphrase, Mode mode = Mode::ReadWrite);
     ~Connection();  ///< rolls back an open transaction and closes
     Connection(const Connection&) = delete;
@@ -46,14 +46,18 @@ class Connection {
     void rollbackTrans();
     bool inTransaction() const;
 
-    bool hasTable(const QString& table) const;             ///< in any of the files
-    QStringList tables(const QString& schema) const;       ///< "main" or an attached name, in stored order
+    bool hasTable(const QString& table) const;        ///< in any of the files
+    QStringList tables(const QString& schema) const;  ///< "main" or an attached name, in stored order
     QString path() const { return path_; }
     qint64 lastInsertId() const;
 
     sqlite3* handle() const { return db_; }
 
   private:
+    void open(const QString& path, const QString& passphrase, Mode mode);
+    void verify(const QString& schema, const QString& path);
+    QStringList schemas() const;
+    Error errorOf(int code) const;
     [[noreturn]] void fail(int code) const;
     friend class Statement;
     friend class Recordset;
@@ -75,8 +79,8 @@ class Transaction {
     bool open_ = true;
 };
 
-/// The engine's error code as an Error with a Japanese text; `description` is the engine's own English one, kept in
-/// brackets behind ours.
+/// The engine's error code as an Error with a Japanese text; `description` is the engine's own English one,
+/// kept in brackets behind ours.
 Error engineError(int code, const QString& description);
 
 }  // namespace store

@@ -12,10 +12,12 @@ const QStringList& kihonLinks();    ///< thirty-five
 
 enum class LinkPass { Chingin, Kihon };
 
-/// Rewrites the link table of the bonus database `dao_db` for one pass: every link of the pass's list gets the connection
-/// text ";DATABASE=<target>;PWD=…", and each is checked to be a real table of the target. Stops at the first failure: false,
-/// and `link_error_text` := "<table name> : <description>"; links visited before stay rewritten.
-bool refresh_links(Connection& dao_db, const QString& link_saki_path, LinkPass pass, QString& link_error_text);
+/// Rewrites the link table of the bonus database `dao_db` for one pass: every link of the pass's list gets
+/// the connection text ";DATABASE=<target>;PWD=…", and each is checked to be a real table of the target.
+/// Stops at the first failure: false, and `link_error_text` := "<table name> : <description>"; links visited
+/// before stay rewritten.
+bool refresh_links(Connection& dao_db, const QString& link_saki_path, LinkPass pass,
+                   QString& link_error_text);
 
 /// The files that the links name, without duplicates, in the order of the list.
 QStringList linkedFiles(Connection& dao_db);

@@ -11,7 +11,8 @@ namespace store {
 
 class Connection;
 
-/// What an updatable recordset opens. `where` and `orderBy` are fixed texts of the program; values go into `binds`.
+/// What an updatable recordset opens. `where` and `orderBy` are fixed texts of the program; values go into
+/// `binds`.
 struct TableQuery {
     QString table;
     QString where;  ///< without the word; empty for all rows
@@ -19,12 +20,15 @@ struct TableQuery {
     QString orderBy;  ///< without the words; empty for the order of the store
 };
 
-/// The rows of one query, read whole when it is opened: a private snapshot. The count is exact, moving is free, a
-/// change elsewhere is not seen until requery(). Optimistic: a row is written with update() (or all together with
-/// updateBatch()) and refused with Error(Conflict) when the written columns no longer hold what was read.
+/// The rows of one query, read whole when it is opened: a private snapshot. The count is exact, moving is
+/// free, a change elsewhere is not seen until requery(). Optimistic: a row is written with update() (or all
+/// together with updateBatch()) and refused with Error(Conflict) when the written columns no longer hold what
+/// was read.
 ///
-/// Position: a new recordset stands on its first row; with no row both bof() and eof() are true. Columns count from 0.
-/// Reading or writing a field while bof() or eof() throws Error(Type) "現在のレコードがありません。".
+/// Position: a new recordset stands on its first row; with no row both bof() and eof() are true. Columns
+/// count from 0. Moves stop at bof() and eof(). Leaving a row with a pending edit (a move, a search, a sort,
+/// addNew) updates it first. A pending new row counts in recordCount() and stands last. Reading or writing a
+/// field while bof() or eof() throws Error(Type) "現在のレコードがありません。".
 class Recordset {
   public:
     Recordset(Recordset&&) noexcept;
@@ -54,17 +58,20 @@ class Recordset {
     /// Random access for models and walks; the row counts from 0. No move.
     const Value& valueAt(int row, int position) const;
 
-    /// Searches from the current row forward (the current one included) for a field equal to the value, numbers and
-    /// dates by value, text by text. Stands at eof() when there is none.
+    /// Searches from the current row forward (the current one included) for a field equal to the value,
+    /// numbers and dates by value, text by text. Stands at eof() when there is none.
     bool find(const QString& field, const Value& value);
+    /// Stable; Null first, text by code points. Stands on the first row afterwards.
     void sort(const QString& field, bool ascending = true);
-    void requery();
+    void
+    requery();  ///< reads again, drops what is pending and stands on the first row; bookmarks become void
 
     enum class EditMode { None, Edit, Add };
     EditMode editMode() const;
     bool updatable() const;
-    void addNew();                                   ///< a new row, current; all fields Null until set
-    void setValue(int position, const Value& value);  ///< converted to the column's type; Error(Type) leaves the field
+    void addNew();  ///< a new row, current; all fields Null until set
+    void setValue(int position,
+                  const Value& value);  ///< converted to the column's type; Error(Type) leaves the field
     void setValue(const QString& name, const Value& value);
     void update();        ///< writes the current row; without a pending edit does nothing
     void cancelUpdate();  ///< drops the pending edit; a new row disappears
@@ -72,7 +79,8 @@ class Recordset {
 
     /// Batch mode: update() and remove() keep their change in memory until updateBatch() writes all of them.
     void setBatch(bool on);
-    void updateBatch();
+    void updateBatch();  ///< all or nothing: after an error the file holds none and the recordset still all
+                         ///< of them
     void cancelBatch();
 
   private:

@@ -1,6 +1,7 @@
 #pragma once
 #include <QDate>
 #include <QString>
+#include <vector>
 
 #include "store/column_type.h"
 #include "store/value.h"
@@ -26,6 +27,14 @@ class Statement {
     Statement& bind(int parameter, double value);
     Statement& bind(int parameter, Money value);
     Statement& bind(int parameter, qint64 value);
+    Statement& bind(int parameter, int value) { return bind(parameter, static_cast<qint64>(value)); }
+    Statement& bind(int parameter, bool value) {
+        return bind(parameter, static_cast<qint64>(value ? -1 : 0));
+    }
+    Statement& bind(int parameter, QDate value);  ///< an invalid date is Null
+    Statement& bind(int parameter, const QString& value);
+    Statement& bind(int parameter, const char16_t* value);
+    Statement& bind(int parameter, const char* value) = delete;
     Statement& bindNull(int parameter);
     Statement& bindAll(const Binds& values);
 
@@ -35,7 +44,10 @@ class Statement {
     void run();
     void reset();
 
-    int columnCount() const;
+    /// The typed readers convert from a column's declared type; a column without one (an expression) is read
+    /// as stored: toMoney takes the integer of a sum as ten-thousandths, toDouble and toInteger take it as it
+    /// is.
+    int columnCount() const { return static_cast<int>(types_.size()); }
     bool isNull(int column) const;
     double toDouble(int column) const;
     Money toMoney(int column) const;
@@ -51,8 +63,11 @@ class Statement {
   private:
     friend class Connection;
     Statement(Connection& connection, sqlite3_stmt* stmt);
+    void requireValue(int column) const;
+    void check(int code) const;
     Connection* connection_ = nullptr;
     sqlite3_stmt* stmt_ = nullptr;
+    std::vector<ColumnType> types_;
 };
 
 }  // namespace store

@@ -1,6 +1,7 @@
 #pragma once
 #include <QDate>
 #include <QString>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -30,11 +31,11 @@ class Value {
     Kind kind() const { return static_cast<Kind>(v_.index()); }
     bool isNull() const { return kind() == Kind::Null; }
 
-    bool toBool() const;        ///< Boolean, or a number other than 0
-    qint64 toInteger() const;   ///< doubles and money are rounded to even, as an integer conversion does
+    bool toBool() const;       ///< Boolean, or a number other than 0
+    qint64 toInteger() const;  ///< doubles and money are rounded to even, as an integer conversion does
     double toDouble() const;
     Money toMoney() const;
-    QDate toDate() const;       ///< a date, or text that parseDate takes
+    QDate toDate() const;  ///< a date, or text that parseDate takes
     /// As a text box shows it: Null is "", a date yyyy/m/d, an amount or a double without superfluous zeros,
     /// a Boolean "True" or "False".
     QString toText() const;
@@ -44,6 +45,10 @@ class Value {
   private:
     std::variant<std::monostate, bool, qint64, double, Money, QDate, QString> v_;
 };
+
+/// A number as an office writes it: sign, digits with "," between them, decimals, an exponent; blanks around
+/// it are ignored. Nothing for any other text, an empty one included.
+std::optional<double> parseNumber(const QString& text);
 
 /// The values of a statement's parameters, in the order of its question marks.
 using Binds = std::vector<Value>;

@@ -1,0 +1,243 @@
+#include "store/connection.h"
+
+#include <sqlite3.h>
+
+#include <QFileInfo>
+#include <optional>
+
+#include "store/sql_functions.h"
+
+namespace store {
+namespace {
+
+constexpr int kBusyMilliseconds = 2000;
+constexpr qint64 kSmallestPage = 512;
+
+QString quoted(const QString& identifier) {
+    return u'"' + QString(identifier).replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+QString fileLabel(const QString& path) {
+    return u'「' + QFileInfo(path).fileName() + u'」';
+}
+
+/// A missing file is told before the engine says "unable to open"; an empty one would pass for a new
+/// database.
+void requireFile(const QString& path) {
+    const QFileInfo file(path);
+    if (!file.isFile())
+        throw Error(Error::Reason::NotOpen,
+                    QStringLiteral("データベース ファイル%1が見つかりません。").arg(fileLabel(path)));
+    if (file.size() == 0)
+        throw Error(Error::Reason::Damaged,
+                    QStringLiteral("データベース ファイル%1は空です。データベースが壊れています。")
+                        .arg(fileLabel(path)));
+}
+
+/// A file that was cut off ends inside a page.
+void requireWholePages(const QString& path, qint64 pageSize) {
+    if (QFileInfo(path).size() % pageSize != 0)
+        throw Error(
+            Error::Reason::Damaged,
+            QStringLiteral("データベース ファイル%1が途中で切れています。データベースが壊れています。")
+                .arg(fileLabel(path)));
+}
+
+/// The error of a conversion function comes through the engine as a text.
+std::optional<Error> conversionError(const QString& description) {
+    for (const char16_t* text : {kNullText, kTypeText, kDateText})
+        if (description == QStringView(text)) return Error(Error::Reason::Type, description);
+    if (description == QStringView(kOverflowText)) return Error(Error::Reason::Overflow, description);
+    return std::nullopt;
+}
+
+struct Explained {
+    Error::Reason reason;
+    const char16_t* text;
+};
+
+Explained explained(int code) {
+    using Reason = Error::Reason;
+    if (code == SQLITE_IOERR_CORRUPTFS) return {Reason::Damaged, u"データベースが壊れています。"};
+    switch (code & 0xff) {
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return {Reason::Locked, u"データベースは他で使用中です。"};
+        case SQLITE_READONLY:
+            return {Reason::ReadOnly, u"データベースは読み取り専用のため、書き込めません。"};
+        case SQLITE_FULL:
+            return {Reason::DiskFull, u"ディスクの空き容量が不足しています。"};
+        case SQLITE_CORRUPT:
+            return {Reason::Damaged, u"データベースが壊れています。"};
+        case SQLITE_NOTADB:
+            return {Reason::NotOpen, u"パスワードが違うか、データベースではないため、ファイルを開けません。"};
+        case SQLITE_CANTOPEN:
+        case SQLITE_PERM:
+        case SQLITE_AUTH:
+            return {Reason::NotOpen, u"データベース ファイルを開けません。"};
+        case SQLITE_IOERR:
+            return {Reason::Engine, u"データベース ファイルの読み書きに失敗しました。"};
+        case SQLITE_NOMEM:
+            return {Reason::Engine, u"メモリが不足しています。"};
+        default:
+            return {Reason::Engine, u"データベースの処理に失敗しました。"};
+    }
+}
+
+}  // namespace
+
+Error engineError(int code, const QString& description) {
+    if (const std::optional<Error> own = conversionError(description)) return *own;
+    const Explained known = explained(code);
+    QString text = QString::fromUtf16(known.text);
+    if (!description.isEmpty()) text += QStringLiteral(" (%1)").arg(description);
+    return Error(known.reason, text);
+}
+
+Connection::Connection(const QString& path, const QString& passphrase, Mode mode) : path_(path) {
+    try {
+        open(path, passphrase, mode);
+    } catch (...) {
+        sqlite3_close_v2(db_);
+        throw;
+    }
+}
+
+Connection::~Connection() {
+    if (inTransaction()) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close_v2(db_);
+}
+
+void Connection::open(const QString& path, const QString& passphrase, Mode mode) {
+    if (mode != Mode::Create) requireFile(path);
+    int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    flags |= mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    if (mode == Mode::Create) flags |= SQLITE_OPEN_CREATE;
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &db_, flags, nullptr);
+    if (code != SQLITE_OK) fail(code);
+    sqlite3_busy_timeout(db_, kBusyMilliseconds);
+    const QByteArray key = passphrase.toUtf8();
+    const int keyed = sqlite3_key(db_, key.constData(), static_cast<int>(key.size()));
+    if (keyed != SQLITE_OK) fail(keyed);
+    registerSqlFunctions(db_);
+    executeScript(QStringLiteral("PRAGMA temp_store=MEMORY; PRAGMA foreign_keys=OFF"));
+    verify(QStringLiteral("main"), path);
+}
+
+/// The first read: it shows a wrong key and rolls back what a crash left. Only then is the length of the file
+/// final.
+void Connection::verify(const QString& schema, const QString& path) {
+    const QString name = quoted(schema);
+    try {
+        query(QStringLiteral("select count(*) from %1.sqlite_schema").arg(name));
+    } catch (const Error& error) {
+        if (error.reason() == Error::Reason::NotOpen) requireWholePages(path, kSmallestPage);
+        throw;
+    }
+    executeScript(QStringLiteral("PRAGMA %1.journal_mode=DELETE; PRAGMA %1.synchronous=FULL").arg(name));
+    const qint64 pageSize = query(QStringLiteral("PRAGMA %1.page_size").arg(name)).value(0).toInteger();
+    requireWholePages(path, pageSize);
+}
+
+void Connection::attach(const QString& path, const QString& schema, const QString& passphrase) {
+    requireFile(path);
+    execute(QStringLiteral("ATTACH ? AS ? KEY ?"), {path, schema, passphrase});
+    try {
+        verify(schema, path);
+    } catch (...) {
+        sqlite3_exec(db_, ("DETACH " + quoted(schema).toUtf8()).constData(), nullptr, nullptr, nullptr);
+        throw;
+    }
+}
+
+int Connection::execute(const QString& sql, const Binds& binds) {
+    const sqlite3_int64 before = sqlite3_total_changes64(db_);
+    prepare(sql).bindAll(binds).run();
+    return static_cast<int>(sqlite3_total_changes64(db_) - before);
+}
+
+void Connection::executeScript(const QString& sql) {
+    const int code = sqlite3_exec(db_, sql.toUtf8().constData(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) fail(code);
+}
+
+Statement Connection::prepare(const QString& sql) {
+    const QByteArray text = sql.toUtf8();
+    sqlite3_stmt* stmt = nullptr;
+    const char* rest = nullptr;
+    const int code = sqlite3_prepare_v3(db_, text.constData(), static_cast<int>(text.size()),
+                                        SQLITE_PREPARE_PERSISTENT, &stmt, &rest);
+    if (code != SQLITE_OK) fail(code);
+    Q_ASSERT(stmt && QByteArray(rest).trimmed().isEmpty());
+    return Statement(*this, stmt);
+}
+
+void Connection::beginTrans() {
+    executeScript(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+void Connection::commitTrans() {
+    executeScript(QStringLiteral("COMMIT"));
+}
+
+void Connection::rollbackTrans() {
+    // A full disk or a failed write makes the engine roll back by itself.
+    if (inTransaction()) executeScript(QStringLiteral("ROLLBACK"));
+}
+
+bool Connection::inTransaction() const {
+    return sqlite3_get_autocommit(db_) == 0;
+}
+
+QStringList Connection::schemas() const {
+    QStringList names;
+    for (int i = 0; const char* name = sqlite3_db_name(db_, i); ++i)
+        if (i != 1) names << QString::fromUtf8(name);  // 1 is the temporary schema
+    return names;
+}
+
+bool Connection::hasTable(const QString& table) const {
+    for (const QString& schema : schemas())
+        if (tables(schema).contains(table, Qt::CaseInsensitive)) return true;
+    return false;
+}
+
+QStringList Connection::tables(const QString& schema) const {
+    const QString sql =
+        QStringLiteral(
+            "select name from %1.sqlite_schema where type = 'table' and name not like 'sqlite\\_%' "
+            "escape '\\' order by rowid")
+            .arg(quoted(schema));
+    Statement statement = const_cast<Connection*>(this)->prepare(sql);
+    QStringList names;
+    while (statement.step()) names << statement.toText(0);
+    return names;
+}
+
+qint64 Connection::lastInsertId() const {
+    return sqlite3_last_insert_rowid(db_);
+}
+
+Error Connection::errorOf(int code) const {
+    return engineError(code, QString::fromUtf8(db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(code)));
+}
+
+void Connection::fail(int code) const {
+    throw errorOf(code);
+}
+
+Transaction::~Transaction() {
+    if (!open_) return;
+    try {
+        connection_.rollbackTrans();
+    } catch (...) {
+        // Closing the connection rolls back what this could not.
+    }
+}
+
+void Transaction::commit() {
+    connection_.commitTrans();
+    open_ = false;
+}
+
+}  // namespace store
