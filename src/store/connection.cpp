@@ -196,6 +196,10 @@ QStringList Connection::schemas() const {
     return names;
 }
 
+QString Connection::filePath(const QString& schema) const {
+    return QString::fromUtf8(sqlite3_db_filename(db_, schema.toUtf8().constData()));
+}
+
 bool Connection::hasTable(const QString& table) const {
     for (const QString& schema : schemas())
         if (tables(schema).contains(table, Qt::CaseInsensitive)) return true;

@@ -48,6 +48,8 @@ class Connection {
 
     bool hasTable(const QString& table) const;        ///< in any of the files
     QStringList tables(const QString& schema) const;  ///< "main" or an attached name, in stored order
+    QStringList schemas() const;                    ///< "main" and the attached names, in order of attaching
+    QString filePath(const QString& schema) const;  ///< the file behind a schema
     QString path() const { return path_; }
     qint64 lastInsertId() const;
 
@@ -56,7 +58,6 @@ class Connection {
   private:
     void open(const QString& path, const QString& passphrase, Mode mode);
     void verify(const QString& schema, const QString& path);
-    QStringList schemas() const;
     Error errorOf(int code) const;
     [[noreturn]] void fail(int code) const;
     friend class Statement;

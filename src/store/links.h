@@ -12,6 +12,9 @@ const QStringList& kihonLinks();    ///< thirty-five
 
 enum class LinkPass { Chingin, Kihon };
 
+/// The connection text of a link to that file: ";DATABASE=<path>;PWD=…;".
+QString linkText(const QString& path);
+
 /// Rewrites the link table of the bonus database `dao_db` for one pass: every link of the pass's list gets
 /// the connection text ";DATABASE=<target>;PWD=…", and each is checked to be a real table of the target.
 /// Stops at the first failure: false, and `link_error_text` := "<table name> : <description>"; links visited
