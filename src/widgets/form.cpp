@@ -47,6 +47,26 @@ bool leavesByUser(Qt::FocusReason reason) {
            reason == Qt::MouseFocusReason || reason == Qt::ShortcutFocusReason;
 }
 
+QChar mnemonicOf(const QString& text) {
+    const qsizetype at = text.indexOf(u'&');
+    return at >= 0 && at + 1 < text.size() ? text.at(at + 1) : QChar();
+}
+
+/// "閉じる(&Ｃ)": no key gives the full-width letter, so Alt with the plain one presses the button, unless
+/// another button of the screen has it.
+void mendWideMnemonics(const QList<QPushButton*>& buttons) {
+    const auto isWide = [](QChar c) { return c.unicode() >= 0xff21 && c.unicode() <= 0xff3a; };
+    for (QPushButton* button : buttons) {
+        const QChar wide = mnemonicOf(button->text());
+        if (!isWide(wide)) continue;
+        const QChar letter(wide.unicode() - 0xff21 + u'A');
+        const bool taken = std::any_of(buttons.begin(), buttons.end(), [&](QPushButton* b) {
+            return mnemonicOf(b->text()).toUpper() == letter;
+        });
+        if (!taken) button->setShortcut(QKeySequence(Qt::ALT | Qt::Key(letter.unicode())));
+    }
+}
+
 bool isPushed(QWidget* w) {
     return qobject_cast<QAbstractButton*>(w) && !qobject_cast<QRadioButton*>(w) &&
            !qobject_cast<QCheckBox*>(w);
@@ -102,6 +122,7 @@ class Form::Watch : public QObject {
     Form& form_;
     QHash<QWidget*, std::shared_ptr<Check>> checks_;
     QPointer<QLineEdit> entered_;  // by the mouse: its text is marked when the button comes up
+    QPointer<QWidget> last_;       // had the focus last
     bool pressRefused_ = false;  // the focus change of a press was refused, the press itself is still to come
 };
 
@@ -203,7 +224,10 @@ void Form::Watch::markText(QWidget* entered, Qt::FocusReason reason) {
     if (const auto check = checks_.value(entered)) check->passed = false;
     auto* edit = qobject_cast<QLineEdit*>(entered);
     entered_ = reason == Qt::MouseFocusReason ? edit : nullptr;
-    if (edit && (leavesByUser(reason) || reason == Qt::OtherFocusReason)) select_all(edit);
+    // The window's own return to the front is no entering, unless the focus was moved meanwhile.
+    const bool returned = reason != Qt::OtherFocusReason && !leavesByUser(reason) && last_ == entered;
+    if (edit && !returned) select_all(edit);
+    last_ = entered;
 }
 
 void Form::Watch::finishClick(QWidget* control) {
@@ -249,10 +273,12 @@ void Form::setCancelButton(QAbstractButton* button) {
 }
 
 void Form::showEvent(QShowEvent* event) {
-    for (QPushButton* button : findChildren<QPushButton*>()) {
+    const QList<QPushButton*> buttons = findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) {
         button->setAutoDefault(false);
         button->setDefault(false);
     }
+    mendWideMnemonics(buttons);
     qApp->installEventFilter(watch_.get());
     if (!std::exchange(placed_, true)) place();
     QDialog::showEvent(event);

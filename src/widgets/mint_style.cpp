@@ -1,7 +1,10 @@
 #include "widgets/mint_style.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QIcon>
 #include <QPainter>
+#include <QPixmap>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <algorithm>
@@ -116,6 +119,29 @@ void drawChevron(const QStyleOption* option, QPainter* painter, const QRect& rec
     painter->restore();
 }
 
+/// The sign of a message box: a disc with one character.
+QIcon sign(QChar character, const QColor& colour) {
+    QIcon icon;
+    for (const int side : {32, 48, 64, 96}) {
+        QPixmap picture(side, side);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colour);
+        painter.drawEllipse(QRectF(1, 1, side - 2, side - 2));
+        QFont font = QApplication::font();
+        font.setPixelSize(side * 5 / 8);
+        font.setBold(true);
+        painter.setFont(font);
+        painter.setPen(onAccentColor());
+        painter.drawText(picture.rect(), Qt::AlignCenter, character);
+        painter.end();
+        icon.addPixmap(picture);
+    }
+    return icon;
+}
+
 QString roleOf(const QWidget* widget) {
     return widget ? widget->property(kRoleProperty).toString() : QString();
 }
@@ -219,6 +245,26 @@ int MintStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     if (hint == SH_UnderlineShortcut) return 1;
     if (hint == SH_ComboBox_Popup) return 0;  // a list under the field, not over it
     return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
+QRect MintStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+    const QRect told = QProxyStyle::subElementRect(element, option, widget);
+    return element == SE_LineEditContents ? told.adjusted(3, 0, -3, 0) : told;
+}
+
+QIcon MintStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+    switch (icon) {
+        case SP_MessageBoxInformation:
+            return sign(u'i', accentColor());
+        case SP_MessageBoxQuestion:
+            return sign(u'?', accentColor());
+        case SP_MessageBoxWarning:
+            return sign(u'!', warningColor());
+        case SP_MessageBoxCritical:
+            return sign(u'×', dangerColor());
+        default:
+            return QProxyStyle::standardIcon(icon, option, widget);
+    }
 }
 
 QSize MintStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

@@ -7,6 +7,7 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 #include <QStringList>
 #include <algorithm>
 #include <set>
@@ -32,6 +33,10 @@ Table::Table(QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setResizeContentsPrecision(0);  // rows in sight only
     setRowHeight();
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int, int before, int now) {
+        const bool hides = before == 0 || now == 0;
+        if (!fitting_ && !hides && isVisible()) autoFit_ = false;
+    });
 }
 
 void Table::setPlaceholder(const QString& text) {
@@ -41,10 +46,16 @@ void Table::setPlaceholder(const QString& text) {
 
 void Table::fitColumns() {
     if (!model()) return;
+    const QScopedValueRollback<bool> guard(fitting_, true);
     const int widest = fontMetrics().averageCharWidth() * 48;
     resizeColumnsToContents();
     for (int column = 0; column < model()->columnCount(); ++column)
-        setColumnWidth(column, std::min(widest, columnWidth(column) + kGrid));
+        if (!isColumnHidden(column)) setColumnWidth(column, std::min(widest, columnWidth(column) + kGrid));
+    const int taken = horizontalHeader()->length();
+    const int room = viewport()->width();
+    if (taken <= 0 || taken >= room) return;
+    for (int column = 0; column < model()->columnCount(); ++column)
+        if (!isColumnHidden(column)) setColumnWidth(column, columnWidth(column) * room / taken);
 }
 
 void Table::setModel(QAbstractItemModel* newModel) {
@@ -56,8 +67,7 @@ void Table::setModel(QAbstractItemModel* newModel) {
 
 // A hidden table waits for its show: before that no row is in sight.
 void Table::refit() {
-    fitted_ = isVisible();
-    if (fitted_ && autoFit_) fitColumns();
+    if (isVisible() && autoFit_) fitColumns();
     viewport()->update();
 }
 
@@ -82,8 +92,12 @@ void Table::keyPressEvent(QKeyEvent* event) {
 
 void Table::showEvent(QShowEvent* event) {
     QTableView::showEvent(event);
-    if (!fitted_ && autoFit_) fitColumns();
-    fitted_ = true;
+    refit();
+}
+
+void Table::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    refit();
 }
 
 void Table::changeEvent(QEvent* event) {

@@ -27,6 +27,7 @@ class Table : public QTableView {
     bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
@@ -37,7 +38,7 @@ class Table : public QTableView {
     QString placeholder_;
     QMetaObject::Connection resets_;
     bool autoFit_ = true;
-    bool fitted_ = false;
+    bool fitting_ = false;
 };
 
 /// A read-only model over rows that live elsewhere: a count and a text per cell. `sortKey` (optional) makes a

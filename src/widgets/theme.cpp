@@ -19,15 +19,15 @@ namespace {
 /// Text colours keep 4.5 : 1 or more against the surfaces they stand on.
 struct Colours {
     QRgb window, surface, stripe, text, muted, disabled, button, line, strongLine;
-    QRgb accent, onAccent, tint, onTint, danger, link;
+    QRgb accent, onAccent, tint, onTint, danger, link, amber;
 };
 
-constexpr Colours kLight{0xfff5f3ef, 0xffffffff, 0xfffaf9f6, 0xff26241f, 0xff68645b,
-                         0xffa09b90, 0xfffdfcfa, 0xffd3cec4, 0xff8f897d, 0xff137a64,
-                         0xffffffff, 0xffd3ece4, 0xff12372e, 0xffb3261e, 0xff0f6a8b};
-constexpr Colours kDark{0xff232320, 0xff2c2c29, 0xff31312d, 0xffeceae4, 0xffaca89d,
-                        0xff77736a, 0xff373733, 0xff4b4a45, 0xff8d897f, 0xff3cc0a0,
-                        0xff06231c, 0xff215347, 0xffe6f7f2, 0xffff8f86, 0xff7cc7e6};
+constexpr Colours kLight{0xfff5f3ef, 0xffffffff, 0xfffaf9f6, 0xff26241f, 0xff68645b, 0xffa09b90,
+                         0xfffdfcfa, 0xffd3cec4, 0xff8f897d, 0xff137a64, 0xffffffff, 0xffd3ece4,
+                         0xff12372e, 0xffb3261e, 0xff0f6a8b, 0xff9a6400};
+constexpr Colours kDark{0xff232320, 0xff2c2c29, 0xff31312d, 0xffeceae4, 0xffaca89d, 0xff77736a,
+                        0xff373733, 0xff4b4a45, 0xff8d897f, 0xff3cc0a0, 0xff06231c, 0xff215347,
+                        0xffe6f7f2, 0xffff8f86, 0xff7cc7e6, 0xffe5b04c};
 
 Colours current = kLight;
 
@@ -72,21 +72,30 @@ QLabel[mintTone="warning"] { color: @danger; font-weight: 600; }
 QAbstractItemView { selection-background-color: @tint; selection-color: @onTint; outline: 0; }
 QAbstractItemView:disabled { color: @disabled; }
 QHeaderView { background: @window; border: 0; }
-QHeaderView::section { background: @window; color: @muted; font-weight: 600; padding: 5px 6px; border: 0;
+QHeaderView::section { background: @window; color: @muted; font-weight: 600; padding: 5px 4px; border: 0;
     border-bottom: 1px solid @line; border-right: 1px solid @line; }
 QGroupBox { font-weight: 600; margin-top: 0.7em; padding-top: 0.7em; border: 1px solid @line; border-radius: 6px; }
 QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 10px; padding: 0 4px;
     color: @text; }
 widgets--Card { background: @surface; border: 1px solid @line; border-radius: 8px; }
+QScrollBar { background: transparent; border: 0; margin: 0; }
+QScrollBar:vertical { width: 12px; }
+QScrollBar:horizontal { height: 12px; }
+QScrollBar::handle { background: @line; border-radius: 4px; margin: 2px; }
+QScrollBar::handle:hover { background: @strong; }
+QScrollBar::handle:vertical { min-height: 28px; }
+QScrollBar::handle:horizontal { min-width: 28px; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 QStatusBar { background: @window; border-top: 1px solid @line; color: @muted; }
 QStatusBar::item { border: 0; }
 QToolTip { background: @surface; color: @text; border: 1px solid @line; padding: 3px 6px; }
 )");
     QString text = sheet.arg(font.pointSizeF() * 1.4, 0, 'f', 1);
     const std::pair<const char*, QRgb> names[] = {
-        {"@onTint", c.onTint}, {"@tint", c.tint},         {"@text", c.text},
-        {"@muted", c.muted},   {"@disabled", c.disabled}, {"@danger", c.danger},
-        {"@line", c.line},     {"@surface", c.surface},   {"@window", c.window}};
+        {"@onTint", c.onTint},     {"@tint", c.tint},        {"@text", c.text}, {"@muted", c.muted},
+        {"@disabled", c.disabled}, {"@danger", c.danger},    {"@line", c.line}, {"@surface", c.surface},
+        {"@window", c.window},     {"@strong", c.strongLine}};
     for (const auto& [name, colour] : names) text.replace(QLatin1String(name), QColor(colour).name());
     return text;
 }
@@ -156,6 +165,10 @@ QColor onAccentColor() {
 }
 QColor dangerColor() {
     return QColor(current.danger);
+}
+
+QColor warningColor() {
+    return QColor(current.amber);
 }
 
 }  // namespace widgets

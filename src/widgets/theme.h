@@ -31,5 +31,6 @@ void setTone(QLabel* label, Tone tone);  ///< Warning is the red of "この配�
 QColor accentColor();
 QColor onAccentColor();
 QColor dangerColor();
+QColor warningColor();  ///< the amber of a warning sign
 
 }  // namespace widgets
