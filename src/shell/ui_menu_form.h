@@ -34,7 +34,7 @@ class MenuForm : public widgets::Form {
 
   protected:
     void place() override;
-    void childOpening() override;
+    void deactivated() override;
     void activated() override;
     /// Above the buttons, for what a menu adds to them (its labels).
     QVBoxLayout* headLayout() const { return head_; }

@@ -21,6 +21,9 @@ struct House {
     std::function<void()> endProcess = {};
 };
 
+/// Runs house.endProcess, or ends the process.
+void endProcess(House& house);
+
 /// From a screen's name to the screen. main fills it; menus and screens open by name and so include none of
 /// each other.
 class ScreenRegistry {

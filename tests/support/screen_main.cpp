@@ -1,0 +1,15 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include "support/screen_driver.h"
+#include "widgets/theme.h"
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    widgets::applyTheme(app, widgets::Scheme::Light);
+    testing::InitGoogleTest(&argc, argv);
+    support::ScreenDriver::setFailureSink([](const QString& text) { ADD_FAILURE() << text.toStdString(); });
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,87 @@
+#include "shell/company_open.h"
+
+#include <QDirIterator>
+#include <QFileInfo>
+
+#include "store/company_files.h"
+#include "store/links.h"
+
+namespace shell {
+namespace {
+
+struct Place {
+    QString programDir;
+    QString dataDir;
+    QString company;
+    QString path(store::File file) const { return store::filePath(dataDir, company, file); }
+};
+
+bool refreshPass(const Place& place, store::File target, store::LinkPass pass, OpenedCompany& opened) {
+    opened.link_saki_path = place.path(target);
+    opened.syouyo_db_name = store::fileName(place.company, store::File::Syouyo);
+    store::Connection dao_db(place.path(store::File::Syouyo), store::databasePassword());
+    return store::refresh_links(dao_db, opened.link_saki_path, pass, opened.link_error_text);
+}
+
+bool refreshAllLinks(const Place& place, OpenedCompany& opened) {
+    opened.chingin_db_exists = false;
+    if (QFileInfo::exists(place.path(store::File::Chingin))) {
+        if (!refreshPass(place, store::File::Chingin, store::LinkPass::Chingin, opened)) return false;
+        opened.chingin_db_exists = true;
+    }
+    return refreshPass(place, store::File::Kihon, store::LinkPass::Kihon, opened);
+}
+
+/// Base amounts by method '3' come out of the companion's wage tables.
+bool usesWageCompanion(store::Connection& cnMain) {
+    auto settings = cnMain.query(QStringLiteral("select 設定方法 from S基礎額設定"));
+    return settings.find(QStringLiteral("設定方法"), u"3");
+}
+
+OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
+    using Outcome = OpenedCompany::Outcome;
+    opened.companion_present = QFileInfo::exists(place.programDir + QStringLiteral("/zukanzen.exe"));
+    if (!refreshAllLinks(place, opened)) return Outcome::LinkFailed;
+    opened.cn_main = store::openMainConnection(place.dataDir, place.company);
+    store::createMissingTables(*opened.cn_main);
+    if (!opened.companion_present && usesWageCompanion(*opened.cn_main)) return Outcome::CompanionMissing;
+    return Outcome::Opened;
+}
+
+}  // namespace
+
+QStringList companyFolders(const QString& dataDir) {
+    if (!QFileInfo(dataDir).isDir()) {
+        throw store::Error(store::Error::Reason::NotOpen,
+                           QStringLiteral("会社のデータを置くフォルダーが見つかりません。\n") +
+                               QDir::toNativeSeparators(dataDir));
+    }
+    QStringList names;
+    QDirIterator folders(dataDir, QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
+    while (folders.hasNext()) {
+        folders.next();
+        names.append(folders.fileName());
+    }
+    return names;
+}
+
+OpenedCompany openCompany(const QString& programDir, const QString& company,
+                          std::unique_ptr<CompanyLock>& held) {
+    const Place place{programDir, programDir + QStringLiteral("/Data"), company};
+    const QString folder = place.dataDir + u'/' + company;
+    OpenedCompany opened;
+    const bool ours = held && held->folder() == folder;
+    // A folder that is no company gets no lock file; opening the bonus database tells what is wrong with it.
+    if (!ours && QFileInfo::exists(place.path(store::File::Syouyo))) {
+        opened.lock = CompanyLock::acquire(folder);
+        if (!opened.lock) {
+            opened.outcome = OpenedCompany::Outcome::InUse;
+            return opened;
+        }
+    }
+    opened.outcome = openAt(place, opened);
+    if (ours) opened.lock = std::move(held);
+    return opened;
+}
+
+}  // namespace shell

@@ -1,0 +1,158 @@
+#include "shell/frmDBSentaku.h"
+
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "shell/global_record.h"
+#include "shell/ui_box.h"
+#include "shell/ui_guard.h"
+#include "shell/ui_menu_form.h"
+#include "widgets/code_list.h"
+#include "widgets/theme.h"
+
+namespace shell {
+namespace {
+
+const QString kConfirmTitle = QStringLiteral("会社指定の確認");
+
+}  // namespace
+
+frmDBSentaku::frmDBSentaku(House& house, QWidget* parent)
+    : Form(QStringLiteral("frmDBSentaku"), QStringLiteral("会社指定"), parent), house_(house) {
+    build();
+    guarded(this, [this] { loadCompanies(); });
+}
+
+void frmDBSentaku::build() {
+    auto* title = make<QLabel>(QStringLiteral("Label1"), QStringLiteral("処理する会社を指定します。"));
+    widgets::setTone(title, widgets::Tone::Heading);
+    auto* guide =
+        make<QLabel>(QStringLiteral("Label2"), QStringLiteral("会社名を選択し、［指定］を押してください。"));
+    List1_ = make<widgets::CodeList>(QStringLiteral("List1"));
+    List1_->setAccessibleName(QStringLiteral("会社名"));
+    List1_->setMinimumHeight(20 * widgets::kGrid);
+    guide->setBuddy(List1_);
+
+    auto* help = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("ヘルプ(&H)"));
+    auto* back = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("< 戻る(&B)"));
+    back->hide();
+    auto* open = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("指定(&S)"));
+    widgets::setPrimary(open);
+    auto* cancel = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("キャンセル(&C)"));
+    setCancelButton(cancel);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(help);
+    buttons->addStretch();
+    for (auto* button : {back, open, cancel}) buttons->addWidget(button);
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(3 * widgets::kGrid, 3 * widgets::kGrid, 3 * widgets::kGrid, 2 * widgets::kGrid);
+    root->setSpacing(widgets::kGrid);
+    root->addWidget(title);
+    root->addWidget(guide);
+    root->addWidget(List1_, 1);
+    root->addSpacing(widgets::kGrid);
+    root->addLayout(buttons);
+
+    for (auto [before, after] : {std::pair<QWidget*, QWidget*>{List1_, open}, {open, cancel}, {cancel, help}})
+        setTabOrder(before, after);
+    List1_->setFocus();
+    connect(open, &QPushButton::clicked, this, [this] { Command2_Click(); });
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
+}
+
+void frmDBSentaku::loadCompanies() {
+    const QString folder = house_.global.dataDir();
+    List1_->setPlaceholder(
+        QStringLiteral("Data フォルダーに会社がありません。\n会社のフォルダーを次の場所に置いてから、"
+                       "もう一度「会社指定」を選んでください。\n") +
+        QDir::toNativeSeparators(folder));
+    std::vector<widgets::CodeList::Item> items;
+    for (const QString& name : companyFolders(folder)) items.push_back({name, name});
+    List1_->setItems(items);
+}
+
+void frmDBSentaku::Command2_Click() {
+    const QString name = List1_->text();
+    if (name.isEmpty()) {
+        tell(this, QStringLiteral("処理する会社を指定してください。"), kConfirmTitle);
+        return;
+    }
+    if (!ask(this, QStringLiteral("『") + name + QStringLiteral("』を指定します。"), kConfirmTitle)) return;
+    guarded(this, [&] {
+        setHourglass();
+        auto& global = house_.global;
+        global.setFolderPanel(name);
+        OpenedCompany opened = openCompany(global.app_dir, name, global.company_lock);
+        const auto outcome = opened.outcome;
+        if (outcome != OpenedCompany::Outcome::Opened) tellFailure(opened, name);
+        keep(std::move(opened));
+        if (outcome == OpenedCompany::Outcome::LinkFailed) endProcess(house_);
+        if (outcome == OpenedCompany::Outcome::Opened) accept();
+    });
+}
+
+void frmDBSentaku::tellFailure(const OpenedCompany& opened, const QString& name) {
+    switch (opened.outcome) {
+        case OpenedCompany::Outcome::Opened:
+            break;
+        case OpenedCompany::Outcome::InUse:
+            tell(this,
+                 QStringLiteral("『%"
+                                "1』は、ほかの人またはほかの画面が使用しています。\n使用が終わってから、もう"
+                                "一度指定してください。")
+                     .arg(name),
+                 kConfirmTitle, BoxIcon::Warning);
+            break;
+        case OpenedCompany::Outcome::LinkFailed:
+            tell(this, QStringLiteral("リンク更新できませんでした。\n") + opened.link_error_text,
+                 QStringLiteral("リンク更新エラー"), BoxIcon::Critical);
+            break;
+        case OpenedCompany::Outcome::CompanionMissing:
+            tell(this,
+                 QStringLiteral("「") + name +
+                     QStringLiteral("」は『報酬図鑑ZEN』を利用しています。\n『報酬図鑑ZEN』を"
+                                    "インストールしないと処理できません。"),
+                 QStringLiteral("処理不能"), BoxIcon::Critical);
+            break;
+    }
+}
+
+void frmDBSentaku::keep(OpenedCompany opened) {
+    auto& global = house_.global;
+    if (opened.outcome == OpenedCompany::Outcome::InUse) return;
+    global.companion_present = opened.companion_present;
+    global.chingin_db_exists = opened.chingin_db_exists;
+    global.syouyo_db_name = opened.syouyo_db_name;
+    global.link_saki_path = opened.link_saki_path;
+    global.link_error_text = opened.link_error_text;
+    global.link_chingin_pass = false;
+    global.link_kihon_pass = true;
+    if (!opened.cn_main) return;
+    // The connection of an earlier try goes before its lock does.
+    global.cn_main = std::move(opened.cn_main);
+    global.company_lock = std::move(opened.lock);
+}
+
+int frmDBSentaku::exec() {
+    const int result = Form::exec();
+    if (result == Accepted) showMenu();
+    return result;
+}
+
+void frmDBSentaku::showMenu() {
+    if (auto* command1 = mainControl(this, QStringLiteral("Command1"))) command1->hide();
+    const std::unique_ptr<QDialog> menu(
+        house_.screens.create(QStringLiteral("frmMenu000"), house_, parentWidget()));
+    if (menu) menu->exec();
+    house_.global.link_chingin_pass = false;
+    house_.global.link_kihon_pass = false;
+}
+
+}  // namespace shell

@@ -1,0 +1,62 @@
+#include "shell/ui_box.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace shell {
+namespace {
+
+BoxHandler& handler() {
+    static BoxHandler theHandler;
+    return theHandler;
+}
+
+QMessageBox::Icon toolkitIcon(BoxIcon icon) {
+    switch (icon) {
+        case BoxIcon::None:
+            return QMessageBox::NoIcon;
+        case BoxIcon::Information:
+            return QMessageBox::Information;
+        case BoxIcon::Warning:
+            return QMessageBox::Warning;
+        case BoxIcon::Critical:
+            return QMessageBox::Critical;
+        case BoxIcon::Question:
+            return QMessageBox::Question;
+    }
+    return QMessageBox::NoIcon;
+}
+
+BoxAnswer askYesNo(QMessageBox& box, bool deletes) {
+    auto* yes = box.addButton(QStringLiteral("はい(&Y)"), QMessageBox::YesRole);
+    auto* no = box.addButton(QStringLiteral("いいえ(&N)"), QMessageBox::NoRole);
+    box.setDefaultButton(deletes ? no : yes);
+    box.setEscapeButton(no);
+    box.exec();
+    return box.clickedButton() == yes ? BoxAnswer::Yes : BoxAnswer::No;
+}
+
+}  // namespace
+
+void setBoxHandler(BoxHandler newHandler) {
+    handler() = std::move(newHandler);
+}
+
+BoxAnswer showBox(QWidget* parent, const BoxRequest& request) {
+    if (handler()) return handler()(request);
+    QMessageBox box(parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(request.text);
+    box.setWindowTitle(request.title.isEmpty() ? QStringLiteral("ひなた堂ミント") : request.title);
+    box.setIcon(toolkitIcon(request.icon));
+    // A parent that works still shows the hourglass; the box waits for the user.
+    box.setCursor(Qt::ArrowCursor);
+    if (request.buttons == BoxButtons::YesNo) {
+        return askYesNo(box, request.title == QStringLiteral("削除の確認"));
+    }
+    box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box.exec();
+    return BoxAnswer::Ok;
+}
+
+}  // namespace shell

@@ -1,0 +1,72 @@
+#include "shell/ui_guard.h"
+
+#include <new>
+
+#include "shell/ui_box.h"
+
+namespace shell {
+namespace {
+
+/// What the user reads of a failure; nothing when the work went through.
+std::optional<QString> failureOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const store::Error& error) {
+        return error.text();
+    } catch (const std::bad_alloc&) {
+        return QStringLiteral("メモリが不足しています。");
+    } catch (const std::exception& error) {
+        return QString::fromUtf8(error.what());
+    } catch (...) {
+        return QStringLiteral("予期しないエラーが発生しました。");
+    }
+    return {};
+}
+
+void tellPlain(widgets::Form* form, const QString& description) {
+    tell(form, description, QString());
+}
+
+void tellCancelled(widgets::Form* form, FormTransaction& transaction) {
+    tell(form, QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"), QStringLiteral("取消"),
+         BoxIcon::Information);
+    if (const auto failure = failureOf([&] { transaction.rollback(); })) tellPlain(form, *failure);
+}
+
+}  // namespace
+
+void FormTransaction::begin() {
+    cn_.beginTrans();
+    open_ = true;
+}
+
+void FormTransaction::commit() {
+    cn_.commitTrans();
+    open_ = false;
+}
+
+void FormTransaction::rollback() {
+    open_ = false;
+    // A full disk makes the engine roll back on its own.
+    if (cn_.inTransaction()) cn_.rollbackTrans();
+}
+
+bool guarded(widgets::Form* form, const std::function<void()>& work) {
+    const auto failure = failureOf(work);
+    if (failure) tellPlain(form, *failure);
+    if (form) form->setDefaultPointer();
+    return !failure;
+}
+
+bool guarded(widgets::Form* form, FormTransaction& transaction, const std::function<void()>& work) {
+    const auto failure = failureOf(work);
+    if (failure && transaction.open()) {
+        tellCancelled(form, transaction);
+    } else if (failure) {
+        tellPlain(form, *failure);
+    }
+    if (form) form->setDefaultPointer();
+    return !failure;
+}
+
+}  // namespace shell
