@@ -7,8 +7,8 @@
 #include "shell/run_key.h"
 #include "store/connection.h"
 
-/// What a run works on: the kinds of allocation (配分区分), the criteria of each (配分基準), what a criterion pays and who
-/// falls under it. Only what the design set-up shows (表示) is ever offered.
+/// What a run works on: the kinds of allocation (配分区分), the criteria of each (配分基準), what a criterion
+/// pays and who falls under it. Only what the design set-up shows (表示) is ever offered.
 namespace criteria {
 
 struct Kubun {
@@ -28,7 +28,6 @@ struct Kijun {
     QString code;
     QString name;
     std::array<bool, kHoushikiCount> uses{};  ///< which kinds of payment the criterion may use
-
 };
 /// The offered 配分基準 of a 配分区分, ordered by code as a number.
 std::vector<Kijun> kijunList(store::Connection& cn, const QString& kubun);

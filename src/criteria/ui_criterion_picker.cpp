@@ -13,7 +13,10 @@
 namespace criteria {
 
 CriterionPicker::CriterionPicker(shell::House& house, QWidget* parent)
-    : QWidget(parent), house_(house), kubun_(new widgets::CodeList(this)), kijun_(new widgets::CodeList(this)) {
+    : QWidget(parent),
+      house_(house),
+      kubun_(new widgets::CodeList(this)),
+      kijun_(new widgets::CodeList(this)) {
     auto* kubunLabel = new QLabel(QStringLiteral("処理する配分区分をを指定してください。"), this);
     kubunLabel->setObjectName(QStringLiteral("Label1"));
     kijunLabel_ = new QLabel(QStringLiteral("配分基準を指定してください。"), this);
@@ -30,7 +33,8 @@ CriterionPicker::CriterionPicker(shell::House& house, QWidget* parent)
     keep.setRetainSizeWhenHidden(true);
     kijunLabel_->setSizePolicy(keep);
 
-    auto* grid = new QGridLayout(this);
+    grid_ = new QGridLayout(this);
+    auto* grid = grid_;
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(2 * widgets::kGrid);
     grid->addWidget(kubunLabel, 0, 0);
@@ -42,6 +46,11 @@ CriterionPicker::CriterionPicker(shell::House& house, QWidget* parent)
     connect(kijun_, &widgets::CodeList::chosen, this, &CriterionPicker::kijunChosen);
     kijun_->installEventFilter(this);
     kijun_->viewport()->installEventFilter(this);
+}
+
+void CriterionPicker::setStacked() {
+    grid_->addWidget(kijunLabel_, 2, 0);
+    grid_->addWidget(kijun_, 3, 0);
 }
 
 void CriterionPicker::load() {

@@ -6,16 +6,20 @@
 #include "shell/ui_screens.h"
 #include "widgets/code_list.h"
 
+class QGridLayout;
 class QLabel;
 
 namespace criteria {
 
-/// The two lists that open every run screen: 配分区分 and, once one is chosen, its 配分基準. Controls Label1, DataList1,
-/// Label2, DataList2.
+/// The two lists that open every run screen: 配分区分 and, once one is chosen, its 配分基準. Controls Label1,
+/// DataList1, Label2, DataList2.
 class CriterionPicker : public QWidget {
     Q_OBJECT
   public:
     CriterionPicker(shell::House& house, QWidget* parent);
+
+    /// One list above the other, for a narrow column.
+    void setStacked();
 
     /// Fills DataList1; DataList2 is empty and disabled, Label2 hidden. May throw store::Error.
     void load();
@@ -29,8 +33,8 @@ class CriterionPicker : public QWidget {
 
     /// Copies codes and names of both lists to the global record.
     void takeSelection();
-    /// takeSelection, then the two refusals: "配分区分を指定してください。" and "配分基準を指定してください。", the focus in the
-    /// list concerned. True when both are chosen.
+    /// takeSelection, then the two refusals: "配分区分を指定してください。" and
+    /// "配分基準を指定してください。", the focus in the list concerned. True when both are chosen.
     bool requireSelection();
     /// Tells "設定した配分基準はありません。" when nothing is chosen in the second list.
     bool refuseEmptyKijun();
@@ -48,6 +52,7 @@ class CriterionPicker : public QWidget {
     widgets::CodeList* kubun_;
     widgets::CodeList* kijun_;
     QLabel* kijunLabel_;
+    QGridLayout* grid_;
 };
 
 /// The run that the global record names. Throws store::Error when its date is none.

@@ -1,0 +1,114 @@
+#pragma once
+#include <QPointer>
+#include <array>
+
+#include "calc/payment_simulation.h"
+#include "calc/run_budget.h"
+#include "calc/shikyuu_store.h"
+#include "criteria/criteria.h"
+#include "shell/ui_guard.h"
+#include "shell/ui_screens.h"
+#include "widgets/form.h"
+
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QRadioButton;
+
+namespace criteria {
+class CriterionPicker;
+}
+namespace reports {
+class ExportSession;
+}
+
+namespace calc {
+
+class PaymentPanel;
+
+/// 配分計算: one criterion of the current 基準日, its budget and totals, the choice of the 算定方式, the run,
+/// and what shows its result: the printed list and the sheet.
+class frmSHaibunjikkouK2 : public widgets::Form {
+    Q_OBJECT
+  public:
+    frmSHaibunjikkouK2(shell::House& house, reports::ExportSession& session, QWidget* parent);
+
+  protected:
+    void place() override;
+    void activated() override;
+    void done(int result) override;
+
+  private:
+    // The screen's parts, made once.
+    void makeControls();
+    QWidget* makeOptions();
+    QWidget* makeBudget();
+    QWidget* makeSteps();
+    void connectEvents();
+    void Form_Load();
+
+    // Events, each told by the control's name.
+    void DataList1_Click();
+    void DataList2_Click();
+    void Option1_Click(int index);
+    bool Text_Validate(QLineEdit* box);
+    void Command1_Click();
+    void Command4_Click();
+    void Command5_Click();
+    void Command6_Click();
+
+    // Steps of DataList2_Click.
+    void showOptions(const criteria::Kijun& kijun);
+    void tellEmployees(bool any);
+    void bindBudget(const criteria::Kijun& kijun);
+
+    // Steps of Command1_Click.
+    bool refused();
+    bool run(shell::FormTransaction& transaction, criteria::Houshiki houshiki);
+    void confirmHoushiki(criteria::Houshiki houshiki);
+    void tellFinished(criteria::Houshiki houshiki);
+
+    bool act(const PaymentOutcome& outcome);
+    void letRun();
+    void openPanel();
+    void closePanel();
+    void showResults(bool show);
+    void storeTypedBudget();
+    void showTotals();
+    void refresh_totals();
+    RunBudget shownBudget() const;
+    PaymentSimulation simulation() const;
+    std::optional<criteria::Houshiki> chosenHoushiki() const;
+    void chooseOption(int index);
+    bool optionOffered(int index) const;
+    store::Connection& cn() const;
+
+    shell::House& house_;
+    reports::ExportSession& session_;
+    criteria::CriterionPicker* picker_ = nullptr;
+    PaymentPanel* panel_ = nullptr;
+    QFrame* frame1_ = nullptr;
+    QFrame* frame3_ = nullptr;
+    std::array<QRadioButton*, 4> option_{};
+    std::array<QLabel*, 6> total_{};      ///< Label6
+    std::array<QLabel*, 3> totalHead_{};  ///< Label7
+    std::array<QLabel*, 3> marker_{};     ///< Image1 to Image3
+    QLabel* label3_ = nullptr;
+    QLabel* sentTo_ = nullptr;
+    QLineEdit* text1_ = nullptr;
+    QLineEdit* text2_ = nullptr;
+    QPushButton* command1_ = nullptr;
+    QPushButton* command2_ = nullptr;
+    QPushButton* command4_ = nullptr;
+    QPushButton* command5_ = nullptr;
+    QPushButton* command6_ = nullptr;
+
+    /// What the second list stands on; the status line shows it and Command1 tests it.
+    enum class State { NothingChosen, Ready, NoEmployees, NothingToCompute };
+    State state_ = State::NothingChosen;
+    criteria::Kijun kijun_;
+    std::optional<shell::RunKey> run_;  ///< the run whose budget row the screen holds
+    QString hyougo_type_;
+};
+
+}  // namespace calc

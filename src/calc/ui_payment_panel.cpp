@@ -1,0 +1,155 @@
+#include "calc/ui_payment_panel.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "shell/ui_box.h"
+#include "store/error.h"
+#include "store/money.h"
+#include "widgets/key_filter.h"
+#include "widgets/theme.h"
+
+namespace calc {
+namespace {
+
+constexpr double kLargest = 999.999;
+
+std::optional<double> numberOf(const QString& text) {
+    try {
+        return coefficientOfText(text);
+    } catch (const store::Error&) {
+        return std::nullopt;
+    }
+}
+
+}  // namespace
+
+PaymentPanel::PaymentPanel(QWidget* parent) : QFrame(parent) {
+    setObjectName(QStringLiteral("Frame4"));
+    setFrameShape(QFrame::StyledPanel);
+    auto* column = new QVBoxLayout(this);
+    auto* title = label(QStringLiteral("Label17"), QStringLiteral("【支給係数シミュレーション】"));
+    widgets::setTone(title, widgets::Tone::Heading);
+    column->addWidget(title);
+    auto* heads = label(QStringLiteral("Label10"), QStringLiteral("登録値　【係数】　修正値"));
+    widgets::setTone(heads, widgets::Tone::Muted);
+    column->addWidget(heads);
+
+    auto* grid = new QGridLayout;
+    grid->setColumnStretch(1, 1);
+    for (int i = 0; i < PaymentSimulation::kGrades; ++i) {
+        const QString n = QString::number(i);
+        Row& row = rows_[static_cast<std::size_t>(i)];
+        row = {label(QStringLiteral("Label12_") + n), label(QStringLiteral("Label13_") + n),
+               box(QStringLiteral("Text3_") + n, QStringLiteral("修正する支給係数 %1").arg(i + 1)),
+               label(QStringLiteral("Label16_") + n)};
+        row.hyoukaCode->hide();  // the grade's code travels with the row, for the store step
+        row.registered->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(row.hyouka, i, 0);
+        grid->addWidget(row.registered, i, 1);
+        grid->addWidget(row.corrected, i, 2);
+    }
+    uniformHead_ = label(QStringLiteral("Label11"), QStringLiteral(" 評価 なし"));
+    uniformRegistered_ = label(QStringLiteral("Label14"));
+    uniformRegistered_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    uniformCorrected_ = box(QStringLiteral("Text4"), QStringLiteral("修正する支給係数"));
+    grid->addWidget(uniformHead_, PaymentSimulation::kGrades, 0);
+    grid->addWidget(uniformRegistered_, PaymentSimulation::kGrades, 1);
+    grid->addWidget(uniformCorrected_, PaymentSimulation::kGrades, 2);
+    column->addLayout(grid);
+    column->addStretch();
+    auto* hint = label(QStringLiteral("Label15"), QStringLiteral("係数は 0.000～999.999 を入力してください"));
+    widgets::setTone(hint, widgets::Tone::Muted);
+    hint->setWordWrap(true);
+    column->addWidget(hint);
+    clearGrades();
+    uniformHead_->hide();
+    uniformCorrected_->hide();
+}
+
+QLabel* PaymentPanel::label(const QString& name, const QString& text) {
+    auto* made = new QLabel(text, this);
+    made->setObjectName(name);
+    return made;
+}
+
+QLineEdit* PaymentPanel::box(const QString& name, const QString& accessibleName) {
+    auto* made = new QLineEdit(this);
+    made->setObjectName(name);
+    made->setAccessibleName(accessibleName);
+    made->setAlignment(Qt::AlignRight);
+    made->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0,000.0000")) + 4 * widgets::kGrid);
+    widgets::admitOnly(made, QStringLiteral("0123456789."));
+    return made;
+}
+
+void PaymentPanel::clearGrades() {
+    for (Row& row : rows_) {
+        for (QLabel* text : {row.hyouka, row.registered, row.hyoukaCode}) text->clear();
+        row.corrected->clear();
+        row.corrected->hide();
+    }
+}
+
+void PaymentPanel::showUniform(const UniformPanel& uniform) {
+    clearGrades();
+    uniformRegistered_->setText(uniform.registered);
+    uniformCorrected_->setText(uniform.corrected);
+    uniformHead_->show();
+    uniformCorrected_->show();
+}
+
+void PaymentPanel::showGrades(const std::vector<PanelGrade>& grades) {
+    uniformRegistered_->clear();
+    uniformHead_->hide();
+    uniformCorrected_->hide();
+    for (std::size_t i = 0; i < grades.size() && i < rows_.size(); ++i) {
+        rows_[i].hyouka->setText(grades[i].hyouka);
+        rows_[i].registered->setText(grades[i].registered);
+        rows_[i].corrected->setText(grades[i].corrected);
+        rows_[i].hyoukaCode->setText(grades[i].hyoukaCode);
+        rows_[i].corrected->setVisible(!grades[i].corrected.isEmpty());
+    }
+}
+
+PaymentSimulation PaymentPanel::simulation(bool open, const QString& hyougoType) const {
+    using Mode = PaymentSimulation::Mode;
+    PaymentSimulation texts;
+    if (open && !uniformCorrected_->isHidden())
+        texts.mode = Mode::Uniform;
+    else if (open && !rows_.front().corrected->isHidden())
+        texts.mode = Mode::Grades;
+    texts.hyougoType = hyougoType;
+    texts.uniformCorrected = uniformCorrected_->text();
+    texts.uniformRegistered = uniformRegistered_->text();
+    for (std::size_t i = 0; i < rows_.size(); ++i)
+        texts.grades[i] = {rows_[i].hyouka->text(), rows_[i].registered->text(), rows_[i].corrected->text(),
+                           rows_[i].hyoukaCode->text()};
+    return texts;
+}
+
+std::vector<QLineEdit*> PaymentPanel::boxes() const {
+    std::vector<QLineEdit*> all;
+    for (const Row& row : rows_) all.push_back(row.corrected);
+    all.push_back(uniformCorrected_);
+    return all;
+}
+
+bool PaymentPanel::check(QLineEdit* box) {
+    if (box->text().trimmed().isEmpty()) box->setText(QStringLiteral("1.000"));
+    const std::optional<double> number = numberOf(box->text());
+    const bool inRange = number && *number >= 0 && *number <= kLargest;
+    if (inRange) {
+        box->setText(store::formatCoefficient(*number));
+        return true;
+    }
+    shell::tell(window(),
+                number ? QStringLiteral("0.000～999.999を入力してください。")
+                       : QStringLiteral("数字以外は許されません。 "),
+                QStringLiteral("入力エラー"), shell::BoxIcon::Critical);
+    return false;
+}
+
+}  // namespace calc

@@ -1,0 +1,52 @@
+#pragma once
+#include <QFrame>
+#include <array>
+
+#include "calc/payment_simulation.h"
+#include "calc/shikyuu_store.h"
+
+class QLabel;
+class QLineEdit;
+
+namespace calc {
+
+/// The panel 【支給係数シミュレーション】: each registered payment coefficient beside a box for the corrected
+/// one, by grade or one for everybody. It knows its texts, nothing of tables. Controls Frame4, Label10 to
+/// Label16, Text3, Text4.
+class PaymentPanel : public QFrame {
+    Q_OBJECT
+  public:
+    explicit PaymentPanel(QWidget* parent);
+
+    /// Empties and hides the grade rows.
+    void clearGrades();
+    void showUniform(const UniformPanel& uniform);
+    void showGrades(const std::vector<PanelGrade>& rows);
+
+    /// The texts as they stand. `open` tells whether the panel is up: closed, nothing is simulated, though
+    /// the texts are still what a run stores.
+    PaymentSimulation simulation(bool open, const QString& hyougoType) const;
+
+    /// All boxes, for the form's field checks.
+    std::vector<QLineEdit*> boxes() const;
+    /// The check of one box: empty becomes "1.000", a number from 0 to 999.999 is rewritten "##,##0.000";
+    /// otherwise the message is told and false returned.
+    bool check(QLineEdit* box);
+
+  private:
+    struct Row {
+        QLabel* hyouka;
+        QLabel* registered;
+        QLineEdit* corrected;
+        QLabel* hyoukaCode;
+    };
+    QLabel* label(const QString& name, const QString& text = {});
+    QLineEdit* box(const QString& name, const QString& accessibleName);
+
+    std::array<Row, PaymentSimulation::kGrades> rows_{};
+    QLabel* uniformHead_;
+    QLabel* uniformRegistered_;
+    QLineEdit* uniformCorrected_;
+};
+
+}  // namespace calc
