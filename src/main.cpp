@@ -1,1 +1,16 @@
-int main() { return 0; }
+#include <QApplication>
+
+#include "main_screens.h"
+#include "shell/ui_program.h"
+#include "widgets/theme.h"
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("ひなた堂ミント"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(MINT_VERSION));
+    widgets::applyTheme(app);
+    shell::ScreenRegistry screens;
+    registerScreens(screens);
+    shell::Program program(screens, QCoreApplication::applicationDirPath());
+    return program.Main() ? QApplication::exec() : 0;
+}

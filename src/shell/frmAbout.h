@@ -1,0 +1,18 @@
+#pragma once
+#include "shell/ui_screens.h"
+#include "widgets/form.h"
+
+namespace shell {
+
+/// ﾊﾞｰｼﾞｮﾝ情報: the version, the libraries with their licences, and where the data lie.
+class frmAbout : public widgets::Form {
+    Q_OBJECT
+  public:
+    frmAbout(House& house, QWidget* parent);
+
+  private:
+    QWidget* libraries();
+    QWidget* dataFolder(const QString& path);
+};
+
+}  // namespace shell

@@ -1,0 +1,249 @@
+#include "shell/frmMain.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QDir>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPointer>
+#include <QPushButton>
+#include <QSessionManager>
+#include <QStatusBar>
+#include <cstdlib>
+
+#include "shell/frmHelp.h"
+#include "shell/global_record.h"
+#include "shell/ui_box.h"
+#include "widgets/form.h"
+#include "widgets/layout.h"
+#include "widgets/theme.h"
+
+namespace shell {
+
+namespace {
+
+using widgets::kGrid;
+using widgets::twips;
+
+constexpr int kExit = 9;
+
+struct FileEntry {
+    const char* caption;  ///< none: a separator
+    const char* screen;   ///< none: dealt with by the window itself
+};
+constexpr FileEntry kFileMenu[] = {
+    {"新規作成(&N)...", "frmKaisyaShinki"},
+    {"会社指定(&O)...", "frmDBSentaku"},
+    {},
+    {"ﾊﾟｽﾜｰﾄﾞの設定(&P)...", "frmPassword"},
+    {"ﾊﾞｯｸｱｯﾌﾟ(&B)...", "frmBackup"},
+    {"最適化(&S)...", "frmSaiteki"},
+    {},
+    {"会社削除(&D)...", "frmKaisyaSakujo"},
+    {},
+    {"ひなた堂ミントの終了(&E)", nullptr},
+};
+constexpr const char* kHelpMenu[] = {"ﾒﾆｭｰ画面ﾄﾋﾟｯｸの検索(&M)...", "基本事項ﾄﾋﾟｯｸの検索(&J)...",
+                                     "賞与配分ﾄﾋﾟｯｸの検索(&S)...", "ﾊﾞｰｼﾞｮﾝ情報(&A)..."};
+
+/// The window's pointer while an entry works.
+class Hourglass {
+  public:
+    explicit Hourglass(QWidget* window) : window_(window) { window_->setCursor(Qt::WaitCursor); }
+    ~Hourglass() { window_->unsetCursor(); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+  private:
+    QWidget* window_;
+};
+
+}  // namespace
+
+frmMain::frmMain(House& house, HelpShelf& help) : house_(house), help_(help) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("ひなた堂ミント"));
+    setMinimumSize(twips(11520), twips(8040));
+    buildMenus();
+    buildStatusBar();
+    setCentralWidget(buildArea());
+    Command1_->hide();
+    resize(twips(12000), twips(8600));
+    widgets::center_form(this);
+    house_.global.panelsChanged = [this] { showPanels(); };
+    showPanels();
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &frmMain::sessionEnds, Qt::DirectConnection);
+}
+
+frmMain::~frmMain() {
+    house_.global.panelsChanged = {};
+}
+
+void frmMain::addEntry(QMenu* menu, const QString& array, int index, const QString& caption) {
+    QAction* action = caption.isEmpty() ? menu->addSeparator() : menu->addAction(caption);
+    action->setObjectName(array + u'_' + QString::number(index));
+    action->setMenuRole(QAction::NoRole);
+}
+
+void frmMain::buildMenus() {
+    QMenu* file = menuBar()->addMenu(QStringLiteral("ﾌｧｲﾙ(&F)"));
+    file->setObjectName(QStringLiteral("mnuFile"));
+    int index = 0;
+    for (const FileEntry& entry : kFileMenu) {
+        addEntry(file, QStringLiteral("mnuFileNo"), index, QString::fromUtf8(entry.caption));
+        QAction* action = file->actions().back();
+        action->setEnabled(!entry.screen || house_.screens.has(QString::fromUtf8(entry.screen)));
+        connect(action, &QAction::triggered, this, [this, index] { mnuFileNo_Click(index); });
+        ++index;
+    }
+    QMenu* help = menuBar()->addMenu(QStringLiteral("ﾍﾙﾌﾟ(&H)"));
+    help->setObjectName(QStringLiteral("mnuHelp"));
+    index = 0;
+    for (const char* caption : kHelpMenu) {
+        addEntry(help, QStringLiteral("mnuHelpNo"), index, QString::fromUtf8(caption));
+        connect(help->actions().back(), &QAction::triggered, this, [this, index] { mnuHelpNo_Click(index); });
+        ++index;
+    }
+}
+
+void frmMain::buildStatusBar() {
+    statusBar()->setObjectName(QStringLiteral("StatusBar1"));
+    statusBar()->setSizeGripEnabled(false);
+    for (size_t i = 0; i < panels_.size(); ++i) {
+        panels_[i] = new QLabel(statusBar());
+        panels_[i]->setObjectName(QStringLiteral("Panels_%1").arg(i + 1));
+        panels_[i]->setTextFormat(Qt::PlainText);
+        panels_[i]->setContentsMargins(kGrid, kGrid / 2, kGrid, kGrid / 2);
+        statusBar()->addWidget(panels_[i], i == 2 ? 1 : 2);
+    }
+}
+
+/// The area behind the menus: MENUの表示 at the right, and in the middle what to do next.
+QWidget* frmMain::buildArea() {
+    auto* area = new QWidget(this);
+    Command1_ = new QPushButton(QStringLiteral("MENUの表示"), area);
+    Command1_->setObjectName(QStringLiteral("Command1"));
+    widgets::setPrimary(Command1_);
+    auto* card = new widgets::Card(area);
+    card->setMinimumWidth(56 * kGrid);
+    areaTitle_ = new QLabel(card);
+    areaTitle_->setTextFormat(Qt::PlainText);
+    areaTitle_->setWordWrap(true);
+    widgets::setTone(areaTitle_, widgets::Tone::Title);
+    areaText_ = new QLabel(card);
+    areaText_->setTextFormat(Qt::PlainText);
+    areaText_->setWordWrap(true);
+    widgets::setTone(areaText_, widgets::Tone::Muted);
+    open_ = new QPushButton(QStringLiteral("会社を開く(&O)"), card);
+    open_->setObjectName(QStringLiteral("StartOpen"));
+    open_->setEnabled(house_.screens.has(QStringLiteral("frmDBSentaku")));
+    widgets::setPrimary(open_);
+    card->body()->setSpacing(2 * kGrid);
+    card->body()->addWidget(areaTitle_);
+    card->body()->addWidget(areaText_);
+    card->body()->addWidget(open_, 0, Qt::AlignLeft);
+
+    auto* top = new QHBoxLayout;
+    top->addStretch();
+    top->addWidget(Command1_);
+    auto* middle = new QHBoxLayout;
+    middle->addStretch();
+    middle->addWidget(card);
+    middle->addStretch();
+    auto* column = widgets::columnOf(area);
+    column->addLayout(top);
+    column->addStretch(1);
+    column->addLayout(middle);
+    column->addStretch(2);
+    connect(open_, &QPushButton::clicked, this, [this] { mnuFileNo_Click(1); });
+    connect(Command1_, &QPushButton::clicked, this, [this] { openScreen(QStringLiteral("frmMenu000")); });
+    open_->setFocus();
+    return area;
+}
+
+void frmMain::showPanels() {
+    const Panels& panels = house_.global.panels;
+    panels_[0]->setText(panels.company);
+    panels_[1]->setText(panels.run);
+    panels_[2]->setText(panels.folder);
+    const bool companyOpen = house_.global.companyOpen();
+    areaTitle_->setText(companyOpen ? panels.company : windowTitle());
+    areaText_->setText(companyOpen ? QStringLiteral("この会社を開いています。メニューを閉じたときは、右上の"
+                                                    "［MENUの表示］を押すと作業を続けられます。")
+                                   : QStringLiteral("賞与の配分を始めるには、まず処理する会社を開きます。"));
+    open_->setVisible(!companyOpen);
+}
+
+void frmMain::openScreen(const QString& name) {
+    const QPointer<QDialog> screen(house_.screens.create(name, house_, this));
+    if (!screen) return;
+    const Hourglass pointer(this);
+    screen->exec();
+    delete screen.data();
+}
+
+void frmMain::mnuFileNo_Click(int index) {
+    const Hourglass pointer(this);
+    if (index == 1) return chooseCompany();
+    if (index == kExit) return exitProgram();
+    openScreen(QString::fromUtf8(kFileMenu[index].screen));
+}
+
+/// One company at a time: the open one is closed before another is chosen, and stays closed when none is
+/// chosen then.
+void frmMain::chooseCompany() {
+    GlobalRecord& global = house_.global;
+    if (global.companyOpen()) {
+        if (!ask(this,
+                 QStringLiteral("『") + global.panels.company +
+                     QStringLiteral("』を閉じて、別の会社を指定しますか？"),
+                 QStringLiteral("データ指定の確認")))
+            return;
+        global.closeCompany();
+        global.setCompanyPanel(kNoCompanyPrompt);
+        Command1_->hide();
+    }
+    openScreen(QStringLiteral("frmDBSentaku"));
+}
+
+void frmMain::mnuHelpNo_Click(int index) {
+    constexpr HelpFile kBooks[] = {HelpFile::Mhelp, HelpFile::Jhelp, HelpFile::Shelp};
+    if (index < 3)
+        help_.open(kBooks[index]);
+    else
+        openScreen(QStringLiteral("frmAbout"));
+}
+
+void frmMain::exitProgram() {
+    if (!ask(this, QStringLiteral("終了しますか？"), QStringLiteral("終了の確認"))) return;
+    QDir::setCurrent(house_.global.app_dir);
+    closeEveryHelp(help_);
+    if (house_.global.companyOpen()) house_.global.closeCompany();
+    // With a screen still up (the desktop ends the session) nothing may run on: the screen's company is gone.
+    if (house_.endProcess || QApplication::activeModalWidget())
+        endProcess(house_);
+    else
+        QCoreApplication::exit(EXIT_SUCCESS);
+}
+
+void frmMain::sessionEnds() {
+    mnuFileNo_Click(kExit);
+}
+
+/// The close box never closes the window: it asks, and a Yes ends the process. A close that does not come
+/// from the user asks too and is let through.
+void frmMain::closeEvent(QCloseEvent* event) {
+    event->setAccepted(!event->spontaneous());
+    mnuFileNo_Click(kExit);
+}
+
+bool frmMain::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate && house_.global.panels.company.isEmpty())
+        house_.global.setCompanyPanel(kNoCompanyPrompt);
+    return QMainWindow::event(event);
+}
+
+}  // namespace shell

@@ -1,0 +1,55 @@
+#pragma once
+#include <QMainWindow>
+#include <array>
+
+#include "shell/help.h"
+#include "shell/ui_screens.h"
+
+class QLabel;
+class QMenu;
+class QPushButton;
+class QSessionManager;
+
+namespace shell {
+
+class HelpShelf;
+
+/// The main window. It stays on screen for the life of the process, behind everything; every way of closing
+/// it leads to the exit question. Its status bar shows the panels of the global record, which are state.
+class frmMain : public QMainWindow {
+    Q_OBJECT
+  public:
+    frmMain(House& house, HelpShelf& help);
+    ~frmMain() override;
+
+    /// The entries of ﾌｧｲﾙ, by their index.
+    void mnuFileNo_Click(int index);
+    /// The entries of ﾍﾙﾌﾟ, by their index.
+    void mnuHelpNo_Click(int index);
+    /// The desktop ends the session: asks as every way of closing does, but never holds the session up.
+    void sessionEnds();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
+
+  private:
+    void buildMenus();
+    void buildStatusBar();
+    QWidget* buildArea();
+    void addEntry(QMenu* menu, const QString& array, int index, const QString& caption);
+    void showPanels();
+    void openScreen(const QString& name);
+    void chooseCompany();
+    void exitProgram();
+
+    House& house_;
+    HelpShelf& help_;
+    QPushButton* Command1_ = nullptr;
+    std::array<QLabel*, 3> panels_{};
+    QLabel* areaTitle_ = nullptr;
+    QLabel* areaText_ = nullptr;
+    QPushButton* open_ = nullptr;
+};
+
+}  // namespace shell

@@ -1,0 +1,77 @@
+#include "shell/frmMenu000.h"
+
+#include <QBoxLayout>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+
+#include "shell/frmMenus.h"
+#include "shell/global_record.h"
+#include "shell/ui_guard.h"
+#include "widgets/theme.h"
+
+namespace shell {
+
+namespace {
+
+std::vector<MenuEntry> entriesOfMenu000(House& house) {
+    const auto entry = [](const char* control, const char* caption, const char* screen) {
+        return MenuEntry{.control = QString::fromUtf8(control),
+                         .caption = QString::fromUtf8(caption),
+                         .screen = QString::fromUtf8(screen)};
+    };
+    return {entry("Command1", "会社情報(&P)", "frmKaisha"),
+            entry("Command2", "各種マスタ(&M)", "frmMenuMasuta"),
+            entry("Command3", "人事情報(&J)", "frmMenuJinji"),
+            entry("Command4", "賞与配分(&S)", "frmMenuSSyouyo"),
+            entry("Command6", "配分計算", "frmHDataPrint"),
+            entry("Command9", "終了(&E)", ""),
+            helpEntry(house, QStringLiteral("frmMenu000"))};
+}
+
+void showMenuButton(const QWidget* screen, bool visible) {
+    if (QWidget* button = mainControl(screen, QStringLiteral("Command1"))) button->setVisible(visible);
+}
+
+}  // namespace
+
+frmMenu000::frmMenu000(House& house, QWidget* parent)
+    : MenuForm(QStringLiteral("frmMenu000"), QStringLiteral("メニュー"), house, parent,
+               entriesOfMenu000(house)) {
+    layOut();
+    guarded(this, [this] { Form_Load(); });
+}
+
+/// The list of snapshots is no working screen: it stands apart below, beside its label.
+void frmMenu000::layOut() {
+    auto* menu = make<QLabel>(QStringLiteral("Label1"), QStringLiteral("MENU"));
+    widgets::setTone(menu, widgets::Tone::Muted);
+    headLayout()->insertWidget(0, menu);
+
+    auto* label = make<QLabel>(QStringLiteral("Label3"), QStringLiteral("取込日付一覧表示"));
+    auto* print = findChild<QPushButton*>(QStringLiteral("Command6"));
+    print->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    print->setMinimumHeight(0);
+    print->setAccessibleDescription(label->text());
+    auto* row = new QHBoxLayout;
+    row->addWidget(label);
+    row->addWidget(print);
+    row->addStretch();
+    auto* column = static_cast<QVBoxLayout*>(layout());
+    column->insertLayout(column->count() - 1, row);
+}
+
+void frmMenu000::Form_Load() {
+    showMenuButton(this, false);
+    const auto company = house_.global.cn_main->query(QStringLiteral("select 会社名 from 会社テーブル"));
+    const QString registered = company.eof() ? QString() : company.value(0).toText();
+    house_.global.setCompanyPanel(registered.isEmpty() ? house_.global.panels.folder : registered);
+}
+
+void frmMenu000::done(int result) {
+    QDir::setCurrent(house_.global.dataDir() + u'/' + house_.global.kaisha_folder);
+    showMenuButton(this, true);
+    MenuForm::done(result);
+}
+
+}  // namespace shell

@@ -1,0 +1,20 @@
+#pragma once
+#include "shell/ui_menu_form.h"
+
+namespace shell {
+
+/// メニュー: the top menu of an open company. Its load registers the company's name in the status bar, which
+/// is the moment from which the company counts as open. Closing it leaves the company open: the main window
+/// then offers the way back.
+class frmMenu000 : public MenuForm {
+    Q_OBJECT
+  public:
+    frmMenu000(House& house, QWidget* parent);
+    void done(int result) override;
+
+  private:
+    void layOut();
+    void Form_Load();
+};
+
+}  // namespace shell
