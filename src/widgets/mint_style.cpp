@@ -166,6 +166,7 @@ void MintStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             return;
         case PE_FrameFocusRect:
             if (qobject_cast<const QAbstractButton*>(widget)) return;  // they show it as a ring of their own
+            if (has(option, State_Selected)) return;                   // a chosen line is seen without one
             break;
         case PE_IndicatorRadioButton:
         case PE_IndicatorCheckBox:
@@ -276,6 +277,8 @@ QSize MintStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
             const int width = std::max(told.width() + 2 * kGrid, option->fontMetrics.height() * 5);
             return {width, std::max(told.height(), field)};
         }
+        case CT_ItemViewItem:
+            return {told.width(), std::max(told.height(), option->fontMetrics.height() + kGrid - 2)};
         case CT_LineEdit:
         case CT_ComboBox:
         case CT_SpinBox:
