@@ -4,10 +4,12 @@
 #include <QPointer>
 #include <QString>
 #include <QStringList>
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "shell/ui_box.h"
@@ -65,11 +67,40 @@ class ScreenDriver : public QObject {
         std::optional<shell::BoxIcon> icon;
         shell::BoxAnswer answer;
     };
+    /// What is awaited, in order. What a step adds while it runs comes before what was awaited already: its
+    /// own screens and boxes show first.
+    template <class T>
+    class Queue {
+      public:
+        void add(T item) { items_.insert(items_.begin() + (running_ ? added_++ : std::ssize(items_)), item); }
+        bool empty() const { return items_.empty(); }
+        const T& front() const { return items_.front(); }
+        std::optional<T> take() {
+            if (items_.empty()) return {};
+            std::optional<T> first(std::move(items_.front()));
+            items_.pop_front();
+            added_ = std::max<std::ptrdiff_t>(0, added_ - 1);
+            return first;
+        }
+        std::ptrdiff_t enter() {
+            ++running_;
+            return std::exchange(added_, 0);
+        }
+        void leave(std::ptrdiff_t outer) {
+            --running_;
+            added_ = outer;
+        }
+
+      private:
+        std::deque<T> items_;
+        std::ptrdiff_t added_ = 0;
+        int running_ = 0;
+    };
     shell::BoxAnswer answerBox(const shell::BoxRequest& request);
     void operate(const QPointer<QDialog>& form);
 
-    std::deque<Awaited> awaited_;
-    std::deque<AwaitedBox> awaitedBoxes_;
+    Queue<Awaited> screenSteps_;
+    Queue<AwaitedBox> boxAnswers_;
     std::vector<shell::BoxRequest> boxes_;
     QStringList screens_;
     std::function<shell::BoxAnswer(const shell::BoxRequest&)> free_;
