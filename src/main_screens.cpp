@@ -6,10 +6,9 @@
 #include "prep/frmSSanteishikiSub.h"
 #include "prep/frmSSanteishitei.h"
 #include "prep/frmSSanteishitei2.h"
-#if __has_include("prep/frmSTaisyousya.cpp")
 #include "prep/frmSTaisyousya.h"
-#endif
 #include "reports/ui_snapshot_report.h"
+#include "reports/workbook.h"
 #include "shell/frmAbout.h"
 #include "shell/frmDBSentaku.h"
 #include "shell/frmMenu000.h"
@@ -36,20 +35,29 @@ void addShell(shell::ScreenRegistry& screens) {
 void addRun(shell::ScreenRegistry& screens) {
     add<prep::frmSDatatorikomi>(screens, "frmSDatatorikomi");
     add<prep::frmMenuSJikkou>(screens, "frmMenuSJikkou");
-#if __has_include("prep/frmSTaisyousya.cpp")
     add<prep::frmSTaisyousya>(screens, "frmSTaisyousya");
-#endif
     add<prep::frmSSanteishikiSub>(screens, "frmSSanteishikiSub");
     add<prep::frmSSanteishitei>(screens, "frmSSanteishitei");
     add<prep::frmSSanteishitei2>(screens, "frmSSanteishitei2");
-    add<calc::frmSHaibunjikkouK2>(screens, "frmSHaibunjikkouK2");
+}
+
+/// The sheets of one run of the program belong together: the session lives as long as the screens can be
+/// opened.
+void addCalculation(shell::ScreenRegistry& screens, const QString& sheetFolder) {
+    auto session = std::make_shared<reports::ExportSession>(reports::ExportSession::Options{
+        sheetFolder.isEmpty() ? reports::ExportSession::defaultFolder() : sheetFolder});
+    screens.add(QStringLiteral("frmSHaibunjikkouK2"),
+                [session](shell::House& house, QWidget* parent) -> QDialog* {
+                    return new calc::frmSHaibunjikkouK2(house, *session, parent);
+                });
 }
 
 }  // namespace
 
-void registerScreens(shell::ScreenRegistry& screens) {
+void registerScreens(shell::ScreenRegistry& screens, const QString& sheetFolder) {
     addShell(screens);
     addRun(screens);
+    addCalculation(screens, sheetFolder);
     // The list of snapshots is no screen of its own: the top menu opens its preview by this name.
     screens.add(QStringLiteral("frmHDataPrint"), reports::previewSnapshotDates);
 }

@@ -153,7 +153,7 @@ QWidget* frmSHaibunjikkouK2::makeBudget() {
     text2_ = money(QStringLiteral("Text2"));
     grid->addWidget(labelFor(QStringLiteral("Label4"), QStringLiteral("予算総額(&T)"), text1_), 0, 0);
     grid->addWidget(text1_, 0, 1);
-    grid->addWidget(labelFor(QStringLiteral("Label5"), QStringLiteral("総額配分予算(&H)"), text2_), 1, 0);
+    grid->addWidget(labelFor(QStringLiteral("Label5"), QStringLiteral("総額配分予算(&B)"), text2_), 1, 0);
     grid->addWidget(text2_, 1, 1);
 
     total_ = makeArray<QLabel, 6>(QStringLiteral("Label6"), {});
@@ -196,11 +196,13 @@ QWidget* frmSHaibunjikkouK2::makeSteps() {
     command1_ = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("計算(&K)"));
     command4_ = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("一覧表"));
     command5_ = make<QPushButton>(QStringLiteral("Command5"), QStringLiteral("Excelにデータを送る"));
-    auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ﾍﾙﾌﾟ"));
+    auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     command2_ = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
     setCancelButton(command2_);
     widgets::setPrimary(command1_);
-    connect(help, &QPushButton::clicked, this, [this] { house_.help(objectName()); });
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
 
     auto* holder = new QWidget(this);
     auto* row = new QHBoxLayout(holder);

@@ -29,13 +29,15 @@ CriterionForm::CriterionForm(const QString& name, const QString& caption, shell:
 void CriterionForm::load(QWidget* between) {
     command1_ = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("次へ(&F)"));
     command2_ = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
-    auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ﾍﾙﾌﾟ"));
+    auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     widgets::setPrimary(command1_);
     setCancelButton(command2_);
     connect(command1_, &QPushButton::clicked, this,
             [this] { shell::guarded(this, [this] { Command1_Click(); }); });
     connect(command2_, &QPushButton::clicked, this, &QDialog::reject);
-    connect(help, &QPushButton::clicked, this, [this] { house_.help(objectName()); });
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
 
     auto* column = widgets::columnOf(this);
     column->addWidget(picker_, 1);

@@ -37,13 +37,15 @@ void frmSSanteishitei2::makeControls() {
                                     QStringLiteral("係数"), QStringLiteral("支給係数")});
     command1_ = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("次へ(&F)"));
     auto* close = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
-    auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ﾍﾙﾌﾟ"));
+    auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     widgets::setPrimary(command1_);
     setCancelButton(close);
     connect(command1_, &QPushButton::clicked, this,
             [this] { shell::guarded(this, [this] { Command1_Click(); }); });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    connect(help, &QPushButton::clicked, this, [this] { house_.help(objectName()); });
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
 
     for (std::size_t i = 0; i < option_.size(); ++i)
         connect(option_[i], &QRadioButton::toggled, this, [this, i](bool on) {

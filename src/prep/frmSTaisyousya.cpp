@@ -83,12 +83,14 @@ void frmSTaisyousya::makeControls() {
                                                  "ださい。［登録］を押すまで保存されません。"));
     auto* list = makeList();
     auto* choice = makeChoice();
-    auto* help = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("ﾍﾙﾌﾟ"));
+    auto* help = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("ヘルプ(&H)"));
     close_ = make<QPushButton>(QStringLiteral("Command5"), QStringLiteral("閉じる(&C)"));
     save_ = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("登録(&S)"));
     widgets::setPrimary(save_);
     setCancelButton(close_);
-    connect(help, &QPushButton::clicked, this, [this] { house_.help(objectName()); });
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
 
     auto* column = widgets::columnOf(this);
     column->addLayout(widgets::headerBlock(title, guidance));

@@ -1,0 +1,16 @@
+// Works on a company until it is killed: durability_child <dataDir> <company> <command>.
+#include <QCoreApplication>
+#include <cstdio>
+
+#include "durability/company_states.h"
+#include "store/company_files.h"
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const auto command = static_cast<durability::Command>(arguments.value(3).toInt());
+    auto cn = store::openMainConnection(arguments.value(1), arguments.value(2));
+    std::puts("ready");
+    std::fflush(stdout);
+    for (int side = 1;; side = 1 - side) durability::runTowards(*cn, command, side);
+}

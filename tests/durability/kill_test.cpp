@@ -1,0 +1,59 @@
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QThread>
+
+#include "durability/company_states.h"
+#include "support/company_fixture.h"
+
+using durability::Command;
+
+namespace {
+
+constexpr int kKills = 70;  // for each of the three commands
+
+struct KillTest : testing::TestWithParam<Command> {
+    KillTest() {
+        folder.makeSample();
+        auto cn = folder.open();
+        // Both states, once each, before anything is killed.
+        for (int side : {1, 0}) {
+            durability::runTowards(*cn, GetParam(), side);
+            state[side] = support::dump(*cn);
+        }
+    }
+    void workUntilKilled(int microseconds) {
+        QProcess child;
+        child.start(QStringLiteral(DURABILITY_CHILD),
+                    {folder.dataDir(), folder.company(), QString::number(static_cast<int>(GetParam()))});
+        ASSERT_TRUE(child.waitForReadyRead(30000)) << child.readAllStandardError().constData();
+        QThread::usleep(static_cast<unsigned long>(microseconds));
+        child.kill();
+        child.waitForFinished();
+        ASSERT_EQ(child.exitStatus(), QProcess::CrashExit) << "the child ended by itself";
+    }
+    support::CompanyFolder folder;
+    QByteArray state[2];
+};
+
+}  // namespace
+
+TEST_P(KillTest, LeavesEveryFileBeforeOrAfter) {
+    ASSERT_NE(state[0], state[1]);
+    QRandomGenerator random(20261210);
+    int seen[2] = {};
+    for (int kill = 0; kill < kKills; ++kill) {
+        ASSERT_NO_FATAL_FAILURE(workUntilKilled(static_cast<int>(random.bounded(60000))));
+        const QByteArray now = support::dump(*folder.open());
+        const int side = now == state[1] ? 1 : 0;
+        ASSERT_EQ(now, state[side]) << "kill " << kill << ": "
+                                    << support::firstDifference(state[side], now).constData();
+        ++seen[side];
+    }
+    EXPECT_GT(seen[0], 0);
+    EXPECT_GT(seen[1], 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, KillTest,
+                         testing::Values(Command::Individual, Command::Pool, Command::Dates));

@@ -1,0 +1,192 @@
+// Goes through the main job on the real screens without a display: opens 見本商事, loads the newest date,
+// looks at the assignment, computes one criterion of each method, prints and exports.
+//   mint-tour <program folder> <output folder>
+// It works on a copy of the company, so that the sample stays as it is. The output folder receives the
+// printed list, the sheet and pictures of the screens; the totals are printed.
+#include <QApplication>
+#include <QDir>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include "main_screens.h"
+#include "reports/frmReport.h"
+#include "shell/frmMain.h"
+#include "shell/ui_program.h"
+#include "support/screen_driver.h"
+#include "widgets/theme.h"
+
+namespace {
+
+using namespace support;
+
+const QString kCompany = QStringLiteral("見本商事");
+
+void copyFolder(const QString& from, const QString& to) {
+    QDir().mkpath(to);
+    for (const QString& name : QDir(from).entryList(QDir::Files))
+        QFile::copy(from + u'/' + name, to + u'/' + name);
+}
+
+/// What one calculation came to, as the screen shows it.
+struct Computed {
+    QString criterion;
+    QString method;
+    QString total;
+    QString grandTotal;
+};
+
+class Tour {
+  public:
+    Tour(const QString& programDir, const QString& out) : out_(out) {
+        const QString data = QStringLiteral("/Data/") + kCompany;
+        copyFolder(programDir + data, folder_.path() + data);
+        QFile::copy(programDir + QStringLiteral("/zukanzen.exe"),
+                    folder_.filePath(QStringLiteral("zukanzen.exe")));
+        QDir().mkpath(out_ + QStringLiteral("/screens"));
+    }
+    int run();
+
+  private:
+    void foresee(ScreenDriver& driver);
+    void picture(QWidget& screen, const QString& name) {
+        shot(screen, QStringLiteral("%1/screens/%2_%3.png")
+                         .arg(out_)
+                         .arg(++pictures_, 2, 10, QLatin1Char('0'))
+                         .arg(name));
+    }
+    void compute(ScreenDriver& driver, QDialog& form, const QString& kubun, const QString& kijun, int option);
+    void printList(ScreenDriver& driver, QDialog& form, const QString& pdf);
+    void tellResults() const;
+
+    QTemporaryDir folder_;
+    QString out_;
+    int pictures_ = 0;
+    std::vector<Computed> computed_;
+};
+
+void Tour::foresee(ScreenDriver& driver) {
+    driver.onScreen(QStringLiteral("frmDBSentaku"), [this](QDialog& form) {
+        chooseText(form, QStringLiteral("List1"), kCompany);
+        picture(form, QStringLiteral("会社指定"));
+        click(form, QStringLiteral("Command2"));
+    });
+    driver.onScreen(QStringLiteral("frmMenu000"), [this](QDialog& form) {
+        picture(form, QStringLiteral("メニュー"));
+        click(form, QStringLiteral("Command4"));
+        click(form, QStringLiteral("Command9"));
+    });
+    driver.onScreen(QStringLiteral("frmMenuSSyouyo"), [this](QDialog& form) {
+        picture(form, QStringLiteral("賞与配分メニュー"));
+        click(form, QStringLiteral("Command2"));
+        click(form, QStringLiteral("Command5"));
+    });
+    driver.onScreen(QStringLiteral("frmSDatatorikomi"), [this](QDialog& form) {
+        click(form, QStringLiteral("Command2"));
+        choose(form, QStringLiteral("DataList1"),
+               static_cast<int>(rows(form, QStringLiteral("DataList1")).size()) - 1);
+        picture(form, QStringLiteral("人事データ取込"));
+        click(form, QStringLiteral("Command4_1"));
+    });
+    driver.onScreen(QStringLiteral("frmMenuSJikkou"), [this](QDialog& form) {
+        picture(form, QStringLiteral("配分実行メニュー"));
+        click(form, QStringLiteral("Option1_2"));
+        click(form, QStringLiteral("Command1"));
+        click(form, QStringLiteral("Command7"));
+        click(form, QStringLiteral("Command10"));
+    });
+    driver.onScreen(QStringLiteral("frmSTaisyousya"), [this](QDialog& form) {
+        picture(form, QStringLiteral("対象者と配分基準の対応"));
+        click(form, QStringLiteral("Command5"));
+    });
+    driver.onScreen(QStringLiteral("frmSHaibunjikkouK2"), [this, &driver](QDialog& form) {
+        compute(driver, form, QStringLiteral("正社員賞与"), QStringLiteral("一般社員"), 0);
+        compute(driver, form, QStringLiteral("正社員賞与"), QStringLiteral("一般社員"), 1);
+        printList(driver, form, QStringLiteral("賞与支給額_一般社員.pdf"));
+        compute(driver, form, QStringLiteral("嘱託・パート賞与"), QStringLiteral("パート"), 1);
+        printList(driver, form, QStringLiteral("賞与支給額_パート.pdf"));
+        click(form, QStringLiteral("Command2"));
+    });
+}
+
+void Tour::compute(ScreenDriver&, QDialog& form, const QString& kubun, const QString& kijun, int option) {
+    const QString name = QStringLiteral("Option1_%1").arg(option);
+    chooseText(form, QStringLiteral("DataList1"), kubun);
+    chooseText(form, QStringLiteral("DataList2"), kijun);
+    click(form, name);
+    if (visible(form, QStringLiteral("Command6"))) click(form, QStringLiteral("Command6"));
+    click(form, QStringLiteral("Command1"));
+    computed_.push_back({kubun + u'／' + kijun, text(form, name),
+                         text(form, QStringLiteral("Label6_%1").arg(option)),
+                         text(form, QStringLiteral("Label6_5"))});
+    picture(form, QStringLiteral("配分計算_") + text(form, name));
+}
+
+void Tour::printList(ScreenDriver& driver, QDialog& form, const QString& pdf) {
+    driver.onScreen(QStringLiteral("frmReport"), [this, pdf](QDialog& preview) {
+        auto& report = dynamic_cast<reports::frmReport&>(preview);
+        picture(preview, QStringLiteral("一覧表"));
+        report.savePdf(out_ + u'/' + pdf);
+        preview.reject();
+    });
+    click(form, QStringLiteral("Command4"));
+    click(form, QStringLiteral("Command5"));
+    picture(form, QStringLiteral("Excelにデータを送る"));
+}
+
+void Tour::tellResults() const {
+    QTextStream say(stdout);
+    say << "配分区分／配分基準\t算定方式\t合計（円）\t支給総額（円）\n";
+    for (const Computed& c : computed_)
+        say << c.criterion << '\t' << c.method << '\t' << c.total << '\t' << c.grandTotal << '\n';
+    say << "結果: " << out_ << '\n';
+    for (const QString& name :
+         QDir(out_).entryList({QStringLiteral("*.pdf"), QStringLiteral("*.xlsx")}, QDir::Files))
+        say << "  " << name << '\n';
+    say << "  screens/（画面の写真 " << pictures_ << "枚）\n";
+}
+
+int Tour::run() {
+    bool failed = false;
+    ScreenDriver::setFailureSink([&failed](const QString& what) {
+        QTextStream(stderr) << "失敗: " << what << '\n';
+        failed = true;
+    });
+    shell::ScreenRegistry screens;
+    registerScreens(screens, out_);
+    shell::Program program(screens, folder_.path());
+    program.setSplashTime(std::chrono::milliseconds(0));
+    program.setLockPath(folder_.filePath(QStringLiteral("instance.lock")));
+    bool ended = false;
+    program.house().endProcess = [&ended] { ended = true; };
+    {
+        ScreenDriver driver;
+        driver.answerFreely([](const shell::BoxRequest& box) {
+            return box.buttons == shell::BoxButtons::YesNo ? shell::BoxAnswer::Yes : shell::BoxAnswer::Ok;
+        });
+        foresee(driver);
+        program.Main();
+        driver.attempt([&] {
+            picture(*program.fMainForm(), QStringLiteral("起動"));
+            program.fMainForm()->mnuFileNo_Click(1);
+            picture(*program.fMainForm(), QStringLiteral("会社を開いたあと"));
+            program.fMainForm()->mnuFileNo_Click(9);
+        });
+    }
+    tellResults();
+    return failed || !ended ? 1 : 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("ひなた堂ミント"));
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3) {
+        QTextStream(stderr) << "mint-tour <プログラムのフォルダー> <出力先>\n";
+        return 2;
+    }
+    widgets::applyTheme(app, widgets::Scheme::Light);
+    return Tour(arguments[1], arguments[2]).run();
+}
