@@ -236,6 +236,15 @@ int MintStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
             return 0;
         case PM_DefaultFrameWidth:
             return 2;
+        case PM_FocusFrameHMargin:
+            return 6;  // beside the text of list lines and cells
+        case PM_MessageBoxIconSize:
+            return 36;
+        case PM_LayoutLeftMargin:
+        case PM_LayoutTopMargin:
+        case PM_LayoutRightMargin:
+        case PM_LayoutBottomMargin:
+            return widget && widget->isWindow() ? 2 * kGrid : kGrid + kGrid / 2;
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
     }

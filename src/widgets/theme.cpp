@@ -72,7 +72,7 @@ QLabel[mintTone="warning"] { color: @danger; font-weight: 600; }
 QAbstractItemView { selection-background-color: @tint; selection-color: @onTint; outline: 0; }
 QAbstractItemView:disabled { color: @disabled; }
 QHeaderView { background: @window; border: 0; }
-QHeaderView::section { background: @window; color: @muted; font-weight: 600; padding: 5px 4px; border: 0;
+QHeaderView::section { background: @window; color: @muted; font-weight: 600; padding: 5px 7px; border: 0;
     border-bottom: 1px solid @line; border-right: 1px solid @line; }
 QGroupBox { font-weight: 600; margin-top: 0.7em; padding-top: 0.7em; border: 1px solid @line; border-radius: 6px; }
 QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 10px; padding: 0 4px;
