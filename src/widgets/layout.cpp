@@ -91,7 +91,7 @@ bool showCutText(QAbstractItemView* view, QHelpEvent* event) {
     const QModelIndex index = view->indexAt(event->pos());
     if (!index.isValid() || index.data(Qt::ToolTipRole).isValid()) return false;
     const QString text = index.data(Qt::DisplayRole).toString();
-    const int room = view->visualRect(index).width() - kGrid;
+    const int room = view->visualRect(index).width() - 2 * kGrid;
     if (view->fontMetrics().horizontalAdvance(text) <= room) {
         QToolTip::hideText();
         return true;
