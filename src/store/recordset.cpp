@@ -203,8 +203,9 @@ void Recordset::Data::rewriteRow(const Row& row) {
     written.push_back(row.rowid);
     written.insert(written.end(), expected.begin(), expected.end());
     // Returning tells whether a row matched, and whether a check failed, in one statement.
-    Statement& update = statement(QStringLiteral("update %1 set %2 where rowid=? and %3 returning rowid")
-                                      .arg(table, assignments.join(u','), checks.join(QStringLiteral(" and "))));
+    Statement& update =
+        statement(QStringLiteral("update %1 set %2 where rowid=? and %3 returning rowid")
+                      .arg(table, assignments.join(u','), checks.join(QStringLiteral(" and "))));
     update.bindAll(written);
     bool matched = false;
     while (update.step()) matched = true;
@@ -429,20 +430,36 @@ void Recordset::setBatch(bool on) {
     d_->batch = on;
 }
 
+namespace {
+
+/// A failed write may have rolled back everything already; then there is no savepoint to go back to. The
+/// first error is the one to tell.
+void undoBatch(Connection& connection, bool outermost) {
+    try {
+        if (outermost)
+            connection.rollbackTrans();
+        else if (connection.inTransaction())
+            connection.executeScript(QStringLiteral("ROLLBACK TO batch; RELEASE batch"));
+    } catch (const Error&) {
+        // The caller's rollback, or the closing of the connection, undoes the rest.
+    }
+}
+
+}  // namespace
+
 void Recordset::updateBatch() {
     d_->leaveRow();
     Connection& connection = *d_->connection;
     std::vector<qint64> rowids;
     rowids.reserve(d_->rows.size());
+    const bool outermost = !connection.inTransaction();
     connection.executeScript(QStringLiteral("SAVEPOINT batch"));
     try {
         d_->writeBatch(rowids);
         connection.executeScript(QStringLiteral("RELEASE batch"));
     } catch (...) {
         d_->prepared.clear();
-        // A failed write may have rolled back everything already; then there is no savepoint to go back to.
-        if (connection.inTransaction())
-            connection.executeScript(QStringLiteral("ROLLBACK TO batch; RELEASE batch"));
+        undoBatch(connection, outermost);
         throw;
     }
     d_->prepared.clear();
