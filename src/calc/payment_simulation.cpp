@@ -14,8 +14,7 @@ double ratio(const QString& corrected, const QString& registered) {
 }  // namespace
 
 double coefficientOfText(const QString& text) {
-    QString digits = text;
-    return store::Value(digits.remove(u',')).toDouble();
+    return store::Value(text).toDouble();
 }
 
 std::optional<int> gradeIndex(const QString& hyougoType, const QString& grade) {
