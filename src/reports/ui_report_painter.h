@@ -1,7 +1,11 @@
 #pragma once
+#include <QColor>
+#include <QFont>
+#include <QFontMetricsF>
 #include <QRectF>
 #include <QString>
 #include <functional>
+#include <vector>
 
 #include "reports/report.h"
 
@@ -32,8 +36,17 @@ class ReportPainter {
     void paintBand(QPainter& painter, Section section, int top, int row, int page, bool firstOnPage) const;
     void paintText(QPainter& painter, const Control& control, const QRectF& box, const QString& text) const;
 
+    /// A style made ready for painting: measuring a cell must not search for its font again.
+    struct Look {
+        explicit Look(Style style);
+        QFont font;
+        QFontMetricsF metrics;
+        QColor ink;
+    };
+
     Report report_;
     Pagination pagination_;
+    std::vector<Look> looks_;  ///< by Style
 };
 
 }  // namespace reports

@@ -1,0 +1,195 @@
+#include "reports/designs.h"
+
+#include <QHash>
+
+namespace reports {
+
+namespace {
+
+constexpr int kFullWidth = 10206;  // 180 mm: A4 portrait with side margins of 15 mm
+constexpr int kRowHeight = 340;
+constexpr int kTextHeight = kRowHeight - 10;  // above the rule under a row
+constexpr int kHeadingHeight = 420;
+constexpr int kFooterHeight = 480;
+
+/// A column of a list: its heading in Section2 and its field in Section1.
+struct ListColumn {
+    QString label;
+    QString heading;
+    QString field;
+    int width;
+    Align align = Align::Left;
+    Format format = Format::Plain;
+};
+
+Control label(const QString& name, const QString& caption, int top, int height, int width, Style style) {
+    Control control;
+    control.name = name;
+    control.caption = caption;
+    control.top = top;
+    control.height = height;
+    control.width = width;
+    control.style = style;
+    return control;
+}
+
+Control rule(const QString& name, int top, int width, Style style) {
+    Control control;
+    control.kind = ControlKind::Line;
+    control.name = name;
+    control.top = top;
+    control.width = width;
+    control.style = style;
+    return control;
+}
+
+/// Title, subtitle and notice; the page's number. The same for every list.
+void addFrame(Design& design, const QString& noticeLabel) {
+    Band& header = design.band(Section::Section4);
+    header.height = 1300;
+    header.canShrink = true;
+    header.controls = {
+        label(QStringLiteral("Label4"), QStringLiteral("%i"), 0, 500, design.width, Style::Title),
+        label(QStringLiteral("Label6"), QString(), 500, 340, design.width, Style::Subtitle)};
+    if (!noticeLabel.isEmpty()) {
+        Control notice =
+            label(noticeLabel, QStringLiteral("該当者はいません。"), 880, 340, design.width, Style::Notice);
+        notice.visibility = Visibility::WhenEmpty;
+        header.controls.push_back(notice);
+    }
+    Band& footer = design.band(Section::Section3);
+    footer.height = kFooterHeight;
+    Control number =
+        label(QStringLiteral("Label5"), QStringLiteral("- %p -"), 180, 300, design.width, Style::Footer);
+    number.align = Align::Center;
+    footer.controls = {number};
+}
+
+/// Headings over fields, side by side from the left; Line1 under the headings, Line2 under each row.
+void addColumns(Design& design, const std::vector<ListColumn>& columns, int ruleWidth) {
+    Band& headings = design.band(Section::Section2);
+    headings.height = kHeadingHeight;
+    Band& detail = design.band(Section::Section1);
+    detail.height = kRowHeight;
+    int left = 0;
+    for (const ListColumn& column : columns) {
+        Control heading =
+            label(column.label, column.heading, 0, kHeadingHeight - 20, column.width, Style::Heading);
+        heading.left = left;
+        heading.align = column.align;
+        headings.controls.push_back(heading);
+        Control field = label(column.field, QString(), 0, kTextHeight, column.width, Style::Body);
+        field.kind = ControlKind::Text;
+        field.left = left;
+        field.align = column.align;
+        field.format = column.format;
+        detail.controls.push_back(field);
+        left += column.width;
+    }
+    Q_ASSERT(left <= design.width);
+    headings.controls.push_back(
+        rule(QStringLiteral("Line1"), kHeadingHeight - 20, ruleWidth, Style::Heading));
+    detail.controls.push_back(rule(QStringLiteral("Line2"), kTextHeight, ruleWidth, Style::Body));
+}
+
+/// One row of functions Function<first>, … under columns that begin at `left`.
+void addFunctions(Band& band, ControlKind kind, int first, int count, int left, int width, int top) {
+    for (int i = 0; i < count; ++i) {
+        Control function = label(QStringLiteral("Function%1").arg(first + i), QString(), top, kRowHeight,
+                                 width, Style::Total);
+        function.kind = kind;
+        function.left = left + i * width;
+        function.align = Align::Right;
+        function.format = Format::Grouped;
+        band.controls.push_back(function);
+    }
+}
+
+/// A list of amounts: code, name, five money columns with their totals and averages.
+Design dataReportSHyou03() {
+    constexpr int kCode = 1000;
+    constexpr int kName = 2106;
+    constexpr int kAmount = 1420;
+    constexpr int kAmounts = 5;
+    Design design;
+    design.width = kFullWidth;
+    addFrame(design, QStringLiteral("Label9"));
+    const auto amount = [&](const char16_t* labelName, const char16_t* heading, const char16_t* field) {
+        return ListColumn{QString::fromUtf16(labelName),
+                          QString::fromUtf16(heading),
+                          QString::fromUtf16(field),
+                          kAmount,
+                          Align::Right,
+                          Format::Grouped};
+    };
+    addColumns(design,
+               {{QStringLiteral("Label1"), QStringLiteral("社員Code"), QStringLiteral("Text1"), kCode},
+                {QStringLiteral("Label2"), QStringLiteral("氏名"), QStringLiteral("Text2"), kName},
+                amount(u"Label3", u"個人別計算", u"Text3"),
+                amount(u"Label7", u"総額配分", u"Text4"),
+                amount(u"Label8", u"金一封", u"Text5"),
+                amount(u"Label10", u"特別加算金", u"Text6"),
+                amount(u"Label11", u"合計", u"Text7")},
+               kFullWidth);
+    constexpr int kSumTop = 60;
+    constexpr int kAverageTop = kSumTop + kRowHeight;
+    Band& totals = design.band(Section::Section5);
+    totals.height = kAverageTop + kRowHeight + 40;
+    totals.controls = {rule(QStringLiteral("Line3"), 20, kFullWidth, Style::Heading),
+                       label(QStringLiteral("Label12"), QStringLiteral("【合計】"), kSumTop, kRowHeight,
+                             kCode + kName, Style::Total),
+                       label(QStringLiteral("Label13"), QStringLiteral("【平均】"), kAverageTop, kRowHeight,
+                             kCode + kName, Style::Total)};
+    addFunctions(totals, ControlKind::Sum, 1, kAmounts, kCode + kName, kAmount, kSumTop);
+    addFunctions(totals, ControlKind::Average, 1 + kAmounts, kAmounts, kCode + kName, kAmount, kAverageTop);
+    totals.controls.push_back(rule(QStringLiteral("Line4"), totals.height - 20, kFullWidth, Style::Heading));
+    return design;
+}
+
+/// The list of snapshots: three dates and, where the print uses it, a text.
+Design dataReportHData() {
+    constexpr int kDate = 2000;
+    constexpr int kText = 3000;
+    constexpr int kRuleWithoutText = 3 * kDate;
+    Design design;
+    design.width = 3 * kDate + kText;
+    addFrame(design, QString());
+    const auto date = [&](const char16_t* labelName, const char16_t* heading, const char16_t* field) {
+        return ListColumn{QString::fromUtf16(labelName),
+                          QString::fromUtf16(heading),
+                          QString::fromUtf16(field),
+                          kDate,
+                          Align::Left,
+                          Format::Date};
+    };
+    addColumns(design,
+               {date(u"Label1", u"基準日", u"Text1"),
+                date(u"Label2", u"年齢算出年月日", u"Text2"),
+                date(u"Label3", u"勤続年数算出年月日", u"Text3"),
+                {QStringLiteral("Label8"), QString(), QStringLiteral("Text5"), kText}},
+               kRuleWithoutText);
+    return design;
+}
+
+using Maker = Design (*)();
+const QHash<QString, Maker>& makers() {
+    static const QHash<QString, Maker> table = {{QStringLiteral("DataReportSHyou03"), dataReportSHyou03},
+                                                {QStringLiteral("DataReportHData"), dataReportHData}};
+    return table;
+}
+
+}  // namespace
+
+Design designNamed(const QString& name) {
+    const Maker maker = makers().value(name);
+    if (!maker) qFatal("no report design %s", qUtf8Printable(name));
+    Design design = maker();
+    design.name = name;
+    return design;
+}
+
+Report makeReport(const QString& designName) {
+    return Report(designNamed(designName));
+}
+
+}  // namespace reports

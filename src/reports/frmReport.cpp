@@ -1,0 +1,227 @@
+#include "reports/frmReport.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QShortcut>
+#include <QSpinBox>
+#include <QStandardPaths>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "reports/ui_page_view.h"
+#include "shell/ui_box.h"
+#include "widgets/theme.h"
+
+namespace reports {
+
+namespace {
+
+constexpr std::array kPercents{50, 75, 100, 125, 150, 200};
+constexpr int kFitWidth = 0;  // index and data of the two first entries of the zoom list
+constexpr int kFitPage = -1;
+constexpr int kPdfResolution = 600;
+constexpr int kProgressAfterMs = 500;
+constexpr QSize kWindow{920, 820};
+
+/// The title as a file may bear it.
+QString fileNameOf(QString title) {
+    static const QString kForbidden = QStringLiteral("\\/:*?\"<>|");
+    for (QChar& c : title)
+        if (kForbidden.contains(c) || c.category() == QChar::Other_Control) c = u'_';
+    return title.trimmed().isEmpty() ? QStringLiteral("印刷") : title.trimmed();
+}
+
+}  // namespace
+
+frmReport::frmReport(Report report, QWidget* parent)
+    : Form(QStringLiteral("frmReport"), report.title(), parent), painter_(std::move(report)) {
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    view_ = make<PageView>(QStringLiteral("PageView"), painter_);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, widgets::kGrid, 0, 0);
+    buildToolbar();
+    layout->addWidget(view_, 1);
+    connectKeys();
+    resize(kWindow);
+    showPage(1);
+    view_->setFocus();
+}
+
+void frmReport::buildToolbar() {
+    first_ = make<QPushButton>(QStringLiteral("cmdFirst"), tr("先頭(&F)"));
+    previous_ = make<QPushButton>(QStringLiteral("cmdPrevious"), tr("前へ(&B)"));
+    next_ = make<QPushButton>(QStringLiteral("cmdNext"), tr("次へ(&N)"));
+    last_ = make<QPushButton>(QStringLiteral("cmdLast"), tr("最終(&L)"));
+    auto* caption = make<QLabel>(QStringLiteral("lblPage"), tr("ページ(&G)"));
+    pageField_ = make<QSpinBox>(QStringLiteral("txtPage"));
+    pageField_->setRange(1, pageCount());
+    pageField_->setKeyboardTracking(false);
+    pageField_->setAccessibleName(tr("ページ番号"));
+    caption->setBuddy(pageField_);
+    pages_ = make<QLabel>(QStringLiteral("lblPages"), tr("全 %1 ページ").arg(pageCount()));
+    auto* zoomCaption = make<QLabel>(QStringLiteral("lblZoom"), tr("倍率(&Z)"));
+    zoom_ = make<QComboBox>(QStringLiteral("cboZoom"));
+    zoom_->setAccessibleName(tr("表示の倍率"));
+    zoomCaption->setBuddy(zoom_);
+    zoom_->addItem(tr("幅に合わせる"), kFitWidth);
+    zoom_->addItem(tr("ページ全体"), kFitPage);
+    for (const int percent : kPercents) zoom_->addItem(QStringLiteral("%1 %").arg(percent), percent);
+    auto* pdf = make<QPushButton>(QStringLiteral("cmdPdf"), tr("PDF 保存(&S)"));
+    auto* print = make<QPushButton>(QStringLiteral("cmdPrint"), tr("印刷(&P)"));
+    auto* close = make<QPushButton>(QStringLiteral("cmdClose"), tr("閉じる(&C)"));
+    widgets::setPrimary(print);
+    setCancelButton(close);
+
+    auto* bar = new QHBoxLayout;
+    bar->setContentsMargins(widgets::kGrid, 0, widgets::kGrid, 0);
+    bar->setSpacing(widgets::kGrid);
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{first_, previous_, caption, pageField_, pages_, next_, last_})
+        bar->addWidget(widget);
+    bar->addStretch(1);
+    for (QWidget* widget : std::initializer_list<QWidget*>{zoomCaption, zoom_, pdf, print, close})
+        bar->addWidget(widget);
+    static_cast<QVBoxLayout*>(layout())->addLayout(bar);
+
+    connect(first_, &QPushButton::clicked, this, [this] { showPage(1); });
+    connect(previous_, &QPushButton::clicked, this, [this] { showPage(page_ - 1); });
+    connect(next_, &QPushButton::clicked, this, [this] { showPage(page_ + 1); });
+    connect(last_, &QPushButton::clicked, this, [this] { showPage(pageCount()); });
+    connect(pageField_, &QSpinBox::valueChanged, this, &frmReport::showPage);
+    connect(view_, &PageView::pageWheeled, this, [this](int pages) { showPage(page_ + pages); });
+    connect(zoom_, &QComboBox::currentIndexChanged, this, [this] {
+        const int value = zoom_->currentData().toInt();
+        view_->setZoom(value == kFitWidth  ? PageView::Zoom::FitWidth
+                       : value == kFitPage ? PageView::Zoom::FitPage
+                                           : PageView::Zoom::Percent,
+                       value);
+    });
+    connect(pdf, &QPushButton::clicked, this, &frmReport::savePdfWithDialog);
+    connect(print, &QPushButton::clicked, this, &frmReport::printWithDialog);
+    connect(close, &QPushButton::clicked, this, &frmReport::reject);
+}
+
+void frmReport::connectKeys() {
+    const auto key = [this](const QKeySequence& sequence, auto action) {
+        connect(new QShortcut(sequence, this), &QShortcut::activated, this, action);
+    };
+    key(Qt::Key_PageDown, [this] { showPage(page_ + 1); });
+    key(Qt::Key_PageUp, [this] { showPage(page_ - 1); });
+    key(Qt::Key_Home, [this] { showPage(1); });
+    key(Qt::Key_End, [this] { showPage(pageCount()); });
+    key(Qt::CTRL | Qt::Key_P, [this] { printWithDialog(); });
+    key(Qt::CTRL | Qt::Key_S, [this] { savePdfWithDialog(); });
+    key(Qt::CTRL | Qt::Key_Plus, [this] { stepZoom(1); });
+    // "+" without the shift key, and on a Japanese keyboard.
+    key(Qt::CTRL | Qt::Key_Equal, [this] { stepZoom(1); });
+    key(Qt::CTRL | Qt::Key_Semicolon, [this] { stepZoom(1); });
+    key(Qt::CTRL | Qt::Key_Minus, [this] { stepZoom(-1); });
+}
+
+void frmReport::showPage(int page) {
+    page_ = std::clamp(page, 1, pageCount());
+    const QSignalBlocker quiet(pageField_);
+    pageField_->setValue(page_);
+    view_->showPage(page_);
+    first_->setEnabled(page_ > 1);
+    previous_->setEnabled(page_ > 1);
+    next_->setEnabled(page_ < pageCount());
+    last_->setEnabled(page_ < pageCount());
+}
+
+void frmReport::setZoom(int percent) {
+    const int index = zoom_->findData(std::clamp(percent, kPercents.front(), kPercents.back()));
+    if (index >= 0) zoom_->setCurrentIndex(index);
+}
+
+/// To the next larger or smaller step from what is seen now.
+void frmReport::stepZoom(int direction) {
+    const int now = view_->effectivePercent();
+    if (direction > 0) {
+        const auto larger = std::upper_bound(kPercents.begin(), kPercents.end(), now);
+        setZoom(larger == kPercents.end() ? kPercents.back() : *larger);
+    } else {
+        const auto notSmaller = std::lower_bound(kPercents.begin(), kPercents.end(), now);
+        setZoom(notSmaller == kPercents.begin() ? kPercents.front() : *std::prev(notSmaller));
+    }
+}
+
+bool frmReport::printOn(QPagedPaintDevice& device, int first, int last) {
+    QProgressDialog progress(tr("ページを出力しています。"), tr("中止"), 0, last - first + 1, this);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(kProgressAfterMs);
+    const bool done = painter_.print(device, first, last, [&progress](int pages) {
+        progress.setValue(pages);
+        return !progress.wasCanceled();
+    });
+    if (!done && !progress.wasCanceled())
+        shell::tell(this, tr("ページを出力できません。"), windowTitle(), shell::BoxIcon::Critical);
+    return done;
+}
+
+bool frmReport::savePdf(const QString& path) {
+    QSaveFile file(path);
+    const auto fail = [&] {
+        shell::tell(this, tr("PDF ファイルを保存できません。\n%1\n%2").arg(path, file.errorString()),
+                    windowTitle(), shell::BoxIcon::Critical);
+        return false;
+    };
+    if (!file.open(QIODevice::WriteOnly)) return fail();
+    bool done = false;
+    {
+        QPdfWriter pdf(&file);
+        pdf.setTitle(painter_.report().title());
+        pdf.setCreator(QStringLiteral("ひなた堂ミント"));
+        pdf.setResolution(kPdfResolution);
+        done = printOn(pdf, 1, pageCount());
+    }
+    if (!done) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit() || fail();
+}
+
+void frmReport::savePdfWithDialog() {
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QString proposal =
+        documents.filePath(fileNameOf(painter_.report().title()) + QStringLiteral(".pdf"));
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("PDF 保存"), proposal, tr("PDF ファイル (*.pdf)"));
+    if (path.isEmpty()) return;
+    if (savePdf(path))
+        shell::tell(this, tr("PDF ファイルを保存しました。\n%1").arg(QDir::toNativeSeparators(path)),
+                    windowTitle(), shell::BoxIcon::Information);
+}
+
+void frmReport::printWithDialog() {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(painter_.report().title());
+    QPrintDialog dialog(&printer, this);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);
+    dialog.setMinMax(1, pageCount());
+    dialog.setFromTo(1, pageCount());
+    if (dialog.exec() != QDialog::Accepted) return;
+    int first = 1;
+    int last = pageCount();
+    if (dialog.printRange() == QAbstractPrintDialog::PageRange) {
+        first = std::clamp(dialog.fromPage(), 1, pageCount());
+        last = std::clamp(dialog.toPage(), first, pageCount());
+    } else if (dialog.printRange() == QAbstractPrintDialog::CurrentPage) {
+        first = last = page_;
+    }
+    printOn(printer, first, last);
+}
+
+}  // namespace reports
