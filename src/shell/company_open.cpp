@@ -16,20 +16,22 @@ struct Place {
     QString path(store::File file) const { return store::filePath(dataDir, company, file); }
 };
 
-bool refreshPass(const Place& place, store::File target, store::LinkPass pass, OpenedCompany& opened) {
-    opened.link_saki_path = place.path(target);
-    opened.syouyo_db_name = store::fileName(place.company, store::File::Syouyo);
-    store::Connection dao_db(place.path(store::File::Syouyo), store::databasePassword());
-    return store::refresh_links(dao_db, opened.link_saki_path, pass, opened.link_error_text);
+bool refreshPass(store::Connection& dao_db, const QString& target, store::LinkPass pass,
+                 OpenedCompany& opened) {
+    opened.link_saki_path = target;
+    return store::refresh_links(dao_db, target, pass, opened.link_error_text);
 }
 
 bool refreshAllLinks(const Place& place, OpenedCompany& opened) {
-    opened.chingin_db_exists = false;
-    if (QFileInfo::exists(place.path(store::File::Chingin))) {
-        if (!refreshPass(place, store::File::Chingin, store::LinkPass::Chingin, opened)) return false;
+    opened.syouyo_db_name = store::fileName(place.company, store::File::Syouyo);
+    // One connection for both passes: opening a keyed file is what costs most here.
+    store::Connection dao_db(place.path(store::File::Syouyo), store::databasePassword());
+    const QString chingin = place.path(store::File::Chingin);
+    if (QFileInfo::exists(chingin)) {
+        if (!refreshPass(dao_db, chingin, store::LinkPass::Chingin, opened)) return false;
         opened.chingin_db_exists = true;
     }
-    return refreshPass(place, store::File::Kihon, store::LinkPass::Kihon, opened);
+    return refreshPass(dao_db, place.path(store::File::Kihon), store::LinkPass::Kihon, opened);
 }
 
 /// Base amounts by method '3' come out of the companion's wage tables.

@@ -33,7 +33,7 @@ void frmDBSentaku::build() {
         make<QLabel>(QStringLiteral("Label2"), QStringLiteral("会社名を選択し、［指定］を押してください。"));
     List1_ = make<widgets::CodeList>(QStringLiteral("List1"));
     List1_->setAccessibleName(QStringLiteral("会社名"));
-    List1_->setMinimumHeight(20 * widgets::kGrid);
+    List1_->setMinimumSize(54 * widgets::kGrid, 24 * widgets::kGrid);
     guide->setBuddy(List1_);
 
     auto* help = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("ヘルプ(&H)"));

@@ -49,9 +49,8 @@ std::unique_ptr<CompanyLock> CompanyLock::acquire(const QString& folder) {
             QStringLiteral("会社のフォルダーに書き込めません。\n") + QDir::toNativeSeparators(folder));
     }
     try {
-        // The mode that accepts an empty file, which the lock file is for ever.
-        auto file = std::make_unique<store::Connection>(path, store::databasePassword(),
-                                                        store::Connection::Mode::Create);
+        // Nothing is ever written into the file: no key, and the mode that accepts an empty file.
+        auto file = std::make_unique<store::Connection>(path, QString(), store::Connection::Mode::Create);
         file->executeScript(QStringLiteral("PRAGMA busy_timeout = 0"));  // refused at once, not after a wait
         file->beginTrans();
         return std::unique_ptr<CompanyLock>(new CompanyLock(folder, std::move(file)));

@@ -3,6 +3,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "widgets/theme.h"
+
 namespace shell {
 namespace {
 
@@ -32,6 +34,11 @@ BoxAnswer askYesNo(QMessageBox& box, bool deletes) {
     auto* no = box.addButton(QStringLiteral("いいえ(&N)"), QMessageBox::NoRole);
     box.setDefaultButton(deletes ? no : yes);
     box.setEscapeButton(no);
+    if (deletes) {
+        widgets::setDanger(yes);
+    } else {
+        widgets::setPrimary(yes);
+    }
     box.exec();
     return box.clickedButton() == yes ? BoxAnswer::Yes : BoxAnswer::No;
 }
