@@ -6,13 +6,27 @@
 namespace store {
 namespace {
 
-constexpr ColumnType counter() { return {TypeKind::Counter, 0}; }
-constexpr ColumnType text(int width) { return {TypeKind::Text, width}; }
-constexpr ColumnType currency() { return {TypeKind::Currency, 0}; }
-constexpr ColumnType number() { return {TypeKind::Double, 0}; }
-constexpr ColumnType dateTime() { return {TypeKind::DateTime, 0}; }
-constexpr ColumnType boolean() { return {TypeKind::Boolean, 0}; }
-constexpr ColumnType integer() { return {TypeKind::Integer, 0}; }
+constexpr ColumnType counter() {
+    return {TypeKind::Counter, 0};
+}
+constexpr ColumnType text(int width) {
+    return {TypeKind::Text, width};
+}
+constexpr ColumnType currency() {
+    return {TypeKind::Currency, 0};
+}
+constexpr ColumnType number() {
+    return {TypeKind::Double, 0};
+}
+constexpr ColumnType dateTime() {
+    return {TypeKind::DateTime, 0};
+}
+constexpr ColumnType boolean() {
+    return {TypeKind::Boolean, 0};
+}
+constexpr ColumnType integer() {
+    return {TypeKind::Integer, 0};
+}
 
 /// Collects one table while catalog.def is read.
 struct Builder {
@@ -31,6 +45,7 @@ struct Builder {
 
 std::vector<Table> build() {
     std::vector<Table> tables;
+    // clang-format off
 #define TABLE(id, name, file, lifetime) \
     tables.push_back(Builder{{QString::fromUtf8(name), File::file, Lifetime::lifetime, {}, {}}}
 #define COLUMN(id, type) .column(#id, type)
@@ -43,6 +58,7 @@ std::vector<Table> build() {
 #undef COLUMN_NAMED
 #undef INDEX
 #undef END
+    // clang-format on
     return tables;
 }
 

@@ -31,19 +31,21 @@ struct Table {
     QString name;
     File file;
     Lifetime lifetime;
-    std::vector<Column> columns;            ///< in binding order: the index is the position
-    std::vector<QStringList> indexes;       ///< none is unique: the screens alone keep keys unique
+    std::vector<Column> columns;       ///< in binding order: the index is the position
+    std::vector<QStringList> indexes;  ///< none is unique: the screens alone keep keys unique
 };
 
-/// Every table of a company, described once. Definitions, positions, width checks and the sample company come from it.
+/// Every table of a company, described once. Definitions, positions, width checks and the sample company come
+/// from it.
 const std::vector<Table>& catalog();
 /// The table of that name; a name that is not there is a bug.
 const Table& tableNamed(const QString& name);
 /// "CREATE TABLE …" and, in Table::indexes, its "CREATE INDEX …" statements.
 QStringList createStatements(const Table& table);
 
-/// Positions as constants, one namespace a table: tables::S実行個人別計算::基礎額Ａ is 5. A column whose name is no
-/// identifier drops the offending characters (資格・免許 is 資格免許).
+/// Positions as constants, one namespace a table: tables::S実行個人別計算::基礎額Ａ is 5. A column whose name
+/// is no identifier drops the offending characters (資格・免許 is 資格免許).
+// clang-format off
 namespace tables {
 #define TABLE(id, name, file, lifetime) \
     namespace id {                      \
@@ -61,5 +63,6 @@ namespace tables {
 #undef INDEX
 #undef END
 }  // namespace tables
+// clang-format on
 
 }  // namespace store
