@@ -75,6 +75,10 @@ struct People {
         u"000028";  ///< left between the first and the second date
     static constexpr const char16_t* kFutureTransfer = u"000012";   ///< a transfer after the newest date
     static constexpr const char16_t* kFutureTransfer2 = u"000033";  ///< another one
+    static constexpr const char16_t* kPromoted =
+        u"000020";  ///< 課長 since the last run: carried in 01/01, belongs to 01/02
+    static constexpr const char16_t* kJoinedBetween =
+        u"000036";  ///< joined between the first and the second date
     static constexpr const char16_t* kJoinedAfterLastRun =
         u"000050";  ///< no earlier row, unassigned at the newest date
     static constexpr const char16_t* kWithoutTransfer = u"000046";  ///< stands in no list of positions

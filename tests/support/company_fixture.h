@@ -29,13 +29,15 @@ class CompanyFolder {
     QString companyDir() const;
     QString file(store::File file) const;
 
-    /// The main connection after both link passes, as opening the company leaves it.
+    /// The main connection; the links point into this folder.
     std::unique_ptr<store::Connection> open() const;
 
     /// dump() of all files that stand. No other connection may hold them for writing.
     QByteArray fingerprint() const;
 
   private:
+    void refreshLinks() const;
+
     QTemporaryDir root_;
     QString company_;
 };

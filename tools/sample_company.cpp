@@ -1,0 +1,106 @@
+#include "sample_company.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include "sample_companions.h"
+#include "sample_design.h"
+#include "sample_masters.h"
+#include "sample_runs.h"
+#include "store/company_files.h"
+#include "store/links.h"
+
+namespace sample {
+namespace {
+
+[[noreturn]] void throwNotWritten() {
+    throw store::Error(store::Error::Reason::ReadOnly,
+                       QStringLiteral("見本の会社のフォルダーに書き込めません。"));
+}
+
+void writeRows(const QString& dataDir, const SampleOptions& options, const std::vector<Person>& people) {
+    const bool wageItems = options.wageItems && options.companions;
+    const std::unique_ptr<store::Connection> cn = store::openMainConnection(dataDir, options.company);
+    store::Transaction transaction(*cn);
+    writeMasters(*cn, options);
+    writePeople(*cn, people);
+    writeDesign(*cn, wageItems);
+    writeEvaluations(*cn, people);
+    if (options.companions) writeWages(*cn, people);
+    transaction.commit();
+    makeRuns(*cn, options, people);
+}
+
+void writeHyouka(const QString& dataDir, const SampleOptions& options, const std::vector<Person>& people) {
+    store::Connection hyouka(store::filePath(dataDir, options.company, store::File::Hyouka),
+                             store::databasePassword());
+    store::Transaction transaction(hyouka);
+    writeEvaluationSheets(hyouka, people);
+    transaction.commit();
+}
+
+/// The links hold full paths, and the files have moved.
+void refreshLinks(const SampleOptions& options) {
+    using store::File;
+    const auto path = [&](File file) { return store::filePath(options.dataDir, options.company, file); };
+    store::Connection cn(path(File::Syouyo), store::databasePassword());
+    QString error;
+    const bool linked = (!options.companions ||
+                         store::refresh_links(cn, path(File::Chingin), store::LinkPass::Chingin, error)) &&
+                        store::refresh_links(cn, path(File::Kihon), store::LinkPass::Kihon, error);
+    if (!linked) throw store::Error(store::Error::Reason::Engine, error);
+}
+
+/// Puts the finished folder in its place; an old company goes to `attic`, from where it comes back when the
+/// move fails.
+void moveIn(const QString& made, const QString& place, const QString& attic) {
+    const bool standing = QFileInfo::exists(place);
+    if (standing && !QDir().rename(place, attic)) throwNotWritten();
+    if (QDir().rename(made, place)) return;
+    if (standing) QDir().rename(attic, place);
+    throwNotWritten();
+}
+
+}  // namespace
+
+void makeSampleCompany(const SampleOptions& options) {
+    const QString place = options.dataDir + u'/' + options.company;
+    if (!options.replace && QFileInfo::exists(place))
+        throw store::Error(store::Error::Reason::Conflict, QStringLiteral("同じ名前の会社があります。"));
+    if (!QDir().mkpath(options.dataDir)) throwNotWritten();
+    const QTemporaryDir workshop(QFileInfo(options.dataDir).absoluteFilePath() +
+                                 QStringLiteral(".作成中-XXXXXX"));
+    if (!workshop.isValid()) throwNotWritten();
+
+    const std::vector<Person> people = makePeople(options);
+    store::createCompany(workshop.path(), options.company, {options.companions, options.companions});
+    writeRows(workshop.path(), options, people);
+    if (options.companions) writeHyouka(workshop.path(), options, people);
+    moveIn(workshop.filePath(options.company), place, workshop.filePath(QStringLiteral("前")));
+    refreshLinks(options);
+}
+
+QDate kijunbi(int index) {
+    static const QDate dates[kDates] = {QDate(2025, 12, 10), QDate(2026, 7, 10), QDate(2026, 12, 10)};
+    return dates[index];
+}
+
+QDate newestKijunbi() {
+    return kijunbi(kDates - 1);
+}
+
+QDate designKijunbi() {
+    return {2025, 10, 1};
+}
+
+QString bonusText(int index) {
+    static const char16_t* const texts[kDates] = {u"2025年冬季賞与", u"2026年夏季賞与", u"2026年冬季賞与"};
+    return QString::fromUtf16(texts[index]);
+}
+
+shell::RunKey runKey(const Criterion& criterion, QDate kijunbi) {
+    return {kijunbi, QString::fromUtf16(criterion.kubun), QString::fromUtf16(criterion.kijun)};
+}
+
+}  // namespace sample
