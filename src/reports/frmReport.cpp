@@ -60,8 +60,6 @@ frmReport::frmReport(Report report, QWidget* parent)
 void frmReport::buildToolbar() {
     first_ = make<QPushButton>(QStringLiteral("cmdFirst"), tr("先頭(&F)"));
     previous_ = make<QPushButton>(QStringLiteral("cmdPrevious"), tr("前へ(&B)"));
-    next_ = make<QPushButton>(QStringLiteral("cmdNext"), tr("次へ(&N)"));
-    last_ = make<QPushButton>(QStringLiteral("cmdLast"), tr("最終(&L)"));
     auto* caption = make<QLabel>(QStringLiteral("lblPage"), tr("ページ(&G)"));
     pageField_ = make<QSpinBox>(QStringLiteral("txtPage"));
     pageField_->setRange(1, pageCount());
@@ -69,6 +67,8 @@ void frmReport::buildToolbar() {
     pageField_->setAccessibleName(tr("ページ番号"));
     caption->setBuddy(pageField_);
     pages_ = make<QLabel>(QStringLiteral("lblPages"), tr("全 %1 ページ").arg(pageCount()));
+    next_ = make<QPushButton>(QStringLiteral("cmdNext"), tr("次へ(&N)"));
+    last_ = make<QPushButton>(QStringLiteral("cmdLast"), tr("最終(&L)"));
     auto* zoomCaption = make<QLabel>(QStringLiteral("lblZoom"), tr("倍率(&Z)"));
     zoom_ = make<QComboBox>(QStringLiteral("cboZoom"));
     zoom_->setAccessibleName(tr("表示の倍率"));
@@ -81,6 +81,7 @@ void frmReport::buildToolbar() {
     auto* close = make<QPushButton>(QStringLiteral("cmdClose"), tr("閉じる(&C)"));
     widgets::setPrimary(print);
     setCancelButton(close);
+    setTabOrder(close, view_);
 
     auto* bar = new QHBoxLayout;
     bar->setContentsMargins(widgets::kGrid, 0, widgets::kGrid, 0);
@@ -183,6 +184,7 @@ bool frmReport::savePdf(const QString& path) {
         pdf.setTitle(painter_.report().title());
         pdf.setCreator(QStringLiteral("ひなた堂ミント"));
         pdf.setResolution(kPdfResolution);
+        painter_.setPaper(pdf);
         done = printOn(pdf, 1, pageCount());
     }
     if (!done) {
@@ -196,9 +198,11 @@ void frmReport::savePdfWithDialog() {
     const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     const QString proposal =
         documents.filePath(fileNameOf(painter_.report().title()) + QStringLiteral(".pdf"));
-    const QString path =
-        QFileDialog::getSaveFileName(this, tr("PDF 保存"), proposal, tr("PDF ファイル (*.pdf)"));
-    if (path.isEmpty()) return;
+    QFileDialog dialog(this, tr("PDF 保存"), proposal, tr("PDF ファイル (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QString path = dialog.selectedFiles().value(0);
     if (savePdf(path))
         shell::tell(this, tr("PDF ファイルを保存しました。\n%1").arg(QDir::toNativeSeparators(path)),
                     windowTitle(), shell::BoxIcon::Information);
@@ -207,6 +211,7 @@ void frmReport::savePdfWithDialog() {
 void frmReport::printWithDialog() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(painter_.report().title());
+    painter_.setPaper(printer);
     QPrintDialog dialog(&printer, this);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);

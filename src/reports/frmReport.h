@@ -20,6 +20,7 @@ class frmReport : public widgets::Form {
   public:
     frmReport(Report report, QWidget* parent);
 
+    const Report& report() const { return painter_.report(); }
     int page() const { return page_; }  ///< from 1
     int pageCount() const { return painter_.pageCount(); }
     void showPage(int page);  ///< moved into the range of pages

@@ -129,7 +129,7 @@ int Report::bandHeight(Section section) const {
 
 const Value& Report::valueOf(const Control& control, int row) const {
     static const Value null;
-    if (control.column.isEmpty()) return null;
+    if (control.column.isEmpty() || row >= rowCount()) return null;
     const auto column = data_->columns.indexOf(control.column);
     Q_ASSERT_X(column >= 0, "Report", "a control is bound to a column that the data do not have");
     const Row& values = data_->rows.at(static_cast<std::size_t>(row));

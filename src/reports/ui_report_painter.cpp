@@ -145,18 +145,23 @@ void ReportPainter::paint(QPainter& painter, const QRectF& target, int number) c
     painter.restore();
 }
 
-bool ReportPainter::print(QPagedPaintDevice& device, int first, int last, const Progress& progress) const {
+void ReportPainter::setPaper(QPagedPaintDevice& device) const {
     const bool portrait = report_.design().paper == Paper::A4Portrait;
     device.setPageLayout(QPageLayout(QPageSize(QPageSize::A4),
-                                     portrait ? QPageLayout::Portrait : QPageLayout::Landscape, QMarginsF(),
-                                     QPageLayout::Point));
+                                     portrait ? QPageLayout::Portrait : QPageLayout::Landscape, QMarginsF()));
+}
+
+bool ReportPainter::print(QPagedPaintDevice& device, int first, int last, const Progress& progress) const {
     // The bands carry their own margins: the page is addressed from the corner of the paper.
     QPageLayout layout = device.pageLayout();
     layout.setMode(QPageLayout::FullPageMode);
     device.setPageLayout(layout);
     QPainter painter;
     if (!painter.begin(&device)) return false;
-    const QRectF paperRect(0, 0, device.width(), device.height());
+    const QSizeF room(device.width(), device.height());
+    const QSizeF paper = QSizeF(aspectRatio(), 1).scaled(room, Qt::KeepAspectRatio);
+    const QRectF paperRect(QPointF((room.width() - paper.width()) / 2, (room.height() - paper.height()) / 2),
+                           paper);
     for (int number = first; number <= last; ++number) {
         if (number > first && !device.newPage()) return false;
         paint(painter, paperRect, number);

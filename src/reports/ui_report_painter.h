@@ -28,8 +28,11 @@ class ReportPainter {
 
     /// Told after each page; false stops.
     using Progress = std::function<bool(int pagesDone)>;
-    /// Sets the device's paper and draws the pages `first` to `last` on it. False when the device takes no
-    /// page or `progress` stopped it.
+    /// Makes the device's paper that of the design. Before a print dialog, in which the user may choose
+    /// another.
+    void setPaper(QPagedPaintDevice& device) const;
+    /// Draws the pages `first` to `last` on the device's paper, in the design's proportions. False when the
+    /// device takes no page or `progress` stopped it.
     bool print(QPagedPaintDevice& device, int first, int last, const Progress& progress = {}) const;
 
   private:

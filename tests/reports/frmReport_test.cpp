@@ -17,7 +17,11 @@
 #include <QTest>
 
 #include "reports/designs.h"
+#include "reports/ui_snapshot_report.h"
+#include "shell/global_record.h"
 #include "shell/ui_box.h"
+#include "shell/ui_screens.h"
+#include "store/catalog.h"
 
 namespace {
 
@@ -81,6 +85,7 @@ class TextRecorder : public QPaintDevice {
         bool end() override { return true; }
         void updateState(const QPaintEngineState&) override {}
         void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+        void drawPath(const QPainterPath&) override {}
         Type type() const override { return User; }
         void drawTextItem(const QPointF& at, const QTextItem& item) override {
             const QRectF box(at.x(), at.y() - item.ascent(), item.width(), item.ascent() + item.descent());
@@ -94,7 +99,7 @@ class TextRecorder : public QPaintDevice {
 };
 
 TEST(ReportPainter, EveryRowIsDrawnOnceInsideThePageAndApart) {
-    constexpr int kRows = 120;
+    constexpr int kRows = 100;
     const QRectF page(0, 0, 1000, 1414);
     const ReportPainter painter(amounts(kRows));
     ASSERT_EQ(painter.pageCount(), 3);
@@ -127,7 +132,7 @@ TEST(ReportPainter, EveryRowIsDrawnOnceInsideThePageAndApart) {
     }
     ASSERT_EQ(codes.size(), kRows);
     EXPECT_EQ(codes.front(), QStringLiteral("000001"));
-    EXPECT_EQ(codes.back(), QStringLiteral("000120"));
+    EXPECT_EQ(codes.back(), QStringLiteral("000100"));
     EXPECT_EQ(codes.removeDuplicates(), 0);
 }
 
@@ -141,7 +146,7 @@ class Preview : public testing::Test {
     W* control(const char* name) {
         return form_.findChild<W*>(QString::fromLatin1(name));
     }
-    frmReport form_{amounts(120), nullptr};
+    frmReport form_{amounts(100), nullptr};
 };
 
 TEST_F(Preview, PagesMoveByButtonsNumberAndKeys) {
@@ -208,10 +213,11 @@ TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
 
 TEST(ReportPainter, PrintsARangeOfPagesAndStopsWhenTold) {
     QTemporaryDir folder;
-    const ReportPainter painter(amounts(120));
+    const ReportPainter painter(amounts(100));
     const auto print = [&](int first, int last, const ReportPainter::Progress& progress) {
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
+        painter.setPaper(printer);
         printer.setOutputFileName(folder.filePath(QStringLiteral("p.pdf")));
         return painter.print(printer, first, last, progress);
     };
@@ -222,6 +228,39 @@ TEST(ReportPainter, PrintsARangeOfPagesAndStopsWhenTold) {
     int told = 0;
     EXPECT_FALSE(print(1, 3, [&](int) { return ++told < 2; }));
     EXPECT_EQ(told, 2);
+}
+
+TEST(SnapshotDates, AreListedInTheOrderOfTheirDates) {
+    QTemporaryDir folder;
+    shell::GlobalRecord global;
+    shell::ScreenRegistry screens;
+    shell::House house{global, screens};
+    global.setCompanyPanel(QStringLiteral("見本商事株式会社"));
+    global.cn_main = std::make_unique<store::Connection>(
+        folder.filePath(QStringLiteral("a.mdb")), QStringLiteral("key"), store::Connection::Mode::Create);
+    const QString table = QStringLiteral("Sデータ取込年月日運用");
+    for (const QString& sql : store::createStatements(store::tableNamed(table))) global.cn_main->execute(sql);
+    for (const int year : {2026, 1999, 2025})
+        global.cn_main->execute(QStringLiteral("insert into %1 values (?, ?, ?, ?)").arg(table),
+                                {QDate(year, 12, 10), QDate(year, 4, 1), QDate(year, 4, 2), u"冬季賞与"});
+
+    const std::unique_ptr<QDialog> preview(previewSnapshotDates(house, nullptr));
+    global.cn_main.reset();  // the open preview needs no connection
+    const Report& report = dynamic_cast<frmReport&>(*preview).report();
+    const auto texts = [&](Section section, int row) {
+        QStringList all;
+        for (const Control& c : report.design().band(section).controls)
+            if (c.kind != ControlKind::Line) all << report.textOf(c, row, 1);
+        return all.join(u'|');
+    };
+    EXPECT_EQ(preview->windowTitle(), QStringLiteral("配分実行 人事データ取込年月日"));
+    EXPECT_EQ(texts(Section::Section4, 0),
+              QStringLiteral("《配分実行》人事データ取込年月日|見本商事株式会社"));
+    EXPECT_EQ(texts(Section::Section2, 0),
+              QStringLiteral("基準日|年齢算出年月日|勤続年数算出年月日|賞与の内容"));
+    EXPECT_EQ(texts(Section::Section1, 0), QStringLiteral("1999/12/10|1999/4/1|1999/4/2|冬季賞与"));
+    EXPECT_EQ(texts(Section::Section1, 2), QStringLiteral("2026/12/10|2026/4/1|2026/4/2|冬季賞与"));
+    EXPECT_EQ(report.design().band(Section::Section1).controls.back().width, 9000);
 }
 
 }  // namespace
