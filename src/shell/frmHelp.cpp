@@ -110,7 +110,8 @@ frmHelp::frmHelp(HelpFile file, const std::vector<HelpPage>& pages, OtherBook ot
     });
     fillContents();
     applyStyle();
-    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 38);
+    const QFontMetrics metrics = fontMetrics();
+    resize(metrics.height() * 58, metrics.height() * 38);
 }
 
 QWidget* frmHelp::buildContents() {
@@ -128,10 +129,11 @@ QWidget* frmHelp::buildContents() {
     contents_->setObjectName(QStringLiteral("contents"));
     contents_->setAccessibleName(QStringLiteral("ページの一覧"));
     contents_->setWordWrap(true);
+    contents_->setSpacing(widgets::kGrid / 4);
     column->addWidget(label);
     column->addWidget(search_);
     column->addWidget(contents_, 1);
-    side->setMinimumWidth(fontMetrics().averageCharWidth() * 38);
+    side->setMinimumWidth(fontMetrics().height() * 14);
     connect(search_, &QLineEdit::textChanged, this, [this] {
         fillContents();
         highlight();

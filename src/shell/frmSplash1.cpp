@@ -66,7 +66,7 @@ frmSplash1::frmSplash1(std::chrono::milliseconds wait)
     last->addWidget(platform);
     last->addStretch();
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(5 * kGrid, 6 * kGrid, 24 * kGrid, 5 * kGrid);
+    column->setContentsMargins(5 * kGrid, 6 * kGrid, 28 * kGrid, 5 * kGrid);
     column->setSpacing(kGrid);
     column->addStretch();
     column->addWidget(name);
@@ -105,7 +105,7 @@ void frmSplash1::paintEvent(QPaintEvent*) {
 
     // A sun behind three leaves: hinata, the sunny spot, and mint.
     const double unit = height() / 10.0;
-    const QPointF ground(width() - 3.4 * unit, height() - 1.6 * unit);
+    const QPointF ground(width() - 4.6 * unit, height() - 1.6 * unit);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(0xF5, 0xC6, 0x5B, 150));
     painter.drawEllipse(ground + QPointF(0, -4.4 * unit), 2.6 * unit, 2.6 * unit);

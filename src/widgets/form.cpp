@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
@@ -239,7 +240,8 @@ Form::Form(const QString& name, const QString& caption, QWidget* parent)
     : QDialog(parent), watch_(std::make_unique<Watch>(*this)) {
     setObjectName(name);
     setWindowTitle(caption);
-    setModal(true);
+    // Modal over the windows it stands on, not over the help windows, which stay usable beside it.
+    setWindowModality(Qt::WindowModal);
 }
 
 Form::~Form() = default;
@@ -279,6 +281,8 @@ void Form::showEvent(QShowEvent* event) {
         button->setDefault(false);
     }
     mendWideMnemonics(buttons);
+    // A told minimum size must not let a small screen squeeze the controls under what their texts need.
+    if (layout()) setMinimumSize(minimumSize().expandedTo(layout()->totalMinimumSize()));
     qApp->installEventFilter(watch_.get());
     if (!std::exchange(placed_, true)) place();
     QDialog::showEvent(event);

@@ -1,0 +1,243 @@
+#include "shell/frmMain.h"
+
+#include <gtest/gtest.h>
+
+#include <QtTest/qtestspontaneevent.h>
+#include <QAction>
+#include <QCloseEvent>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+#include <QTimer>
+
+#include "shell/frmAbout.h"
+#include "shell/frmDBSentaku.h"
+#include "shell/frmHelp.h"
+#include "shell/frmMenu000.h"
+#include "shell/global_record.h"
+#include "shell/ui_program.h"
+#include "support/company_fixture.h"
+#include "support/screen_driver.h"
+
+namespace shell {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace support;
+
+const QString kExitText = u"終了しますか？"_s;
+const QString kExitTitle = u"終了の確認"_s;
+const QString kReopenText = u"『甲社』を閉じて、別の会社を指定しますか？"_s;
+const QString kReopenTitle = u"データ指定の確認"_s;
+
+template <class Screen>
+ScreenRegistry::Factory factory() {
+    return [](House& house, QWidget* parent) { return new Screen(house, parent); };
+}
+
+/// The started program with the company 甲社 in its Data folder.
+class MainWindow : public testing::Test {
+  protected:
+    MainWindow() {
+        company_.makeEmpty(u"甲社"_s);
+        screens_.add(u"frmDBSentaku"_s, factory<frmDBSentaku>());
+        screens_.add(u"frmMenu000"_s, factory<frmMenu000>());
+        screens_.add(u"frmAbout"_s, factory<frmAbout>());
+        program_ = std::make_unique<Program>(screens_, company_.programDir());
+        program_->setSplashTime(std::chrono::milliseconds(0));
+        program_->setLockPath(company_.programDir() + u"/instance.lock"_s);
+        program_->house().endProcess = [this] {
+            ++ended_;
+            helpAtEnd_ = program_->help().window(HelpFile::Shelp) != nullptr;
+            openAtEnd_ = global().cn_main != nullptr;
+        };
+        EXPECT_TRUE(program_->Main());
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&main()));
+    }
+    ~MainWindow() override { QDir::setCurrent(QDir::rootPath()); }
+
+    frmMain& main() { return *program_->fMainForm(); }
+    GlobalRecord& global() { return program_->house().global; }
+    void openCompany(const QString& by = u"StartOpen"_s) {
+        driver_.onScreen(u"frmDBSentaku"_s, [](QDialog& form) {
+            chooseText(form, u"List1"_s, u"甲社"_s);
+            click(form, u"Command2"_s);
+        });
+        driver_.expectBox(u"『甲社』を指定します。"_s, u"会社指定の確認"_s, BoxAnswer::Yes);
+        driver_.onScreen(u"frmMenu000"_s, [this](QDialog& menu) {
+            EXPECT_FALSE(visible(main(), u"Command1"_s));
+            EXPECT_EQ(text(main(), u"Panels_1"_s), u"甲社"_s);
+            click(menu, u"Command9"_s);
+        });
+        driver_.attempt([&] { click(main(), by); });
+    }
+    void expectExitBox(BoxAnswer answer) {
+        driver_.expectBox(kExitText, kExitTitle, answer, BoxIcon::Question);
+    }
+    bool closeByBox() {
+        QCloseEvent event;
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(&main(), &event);  // sendEvent would take the mark off
+        return event.isAccepted();
+    }
+
+    CompanyFolder company_;
+    ScreenRegistry screens_;
+    ScreenDriver driver_;
+    std::unique_ptr<Program> program_;
+    int ended_ = 0;
+    bool helpAtEnd_ = false;
+    bool openAtEnd_ = false;
+};
+
+TEST_F(MainWindow, MenusHoldTheirEntriesInOrderAndDisableWhatIsNotBuilt) {
+    const struct {
+        const char* menu;
+        const char* caption;
+        QStringList entries;  ///< in brackets: disabled
+    } expected[] = {
+        {"mnuFile",
+         "ﾌｧｲﾙ(&F)",
+         {u"[新規作成(&N)...]"_s, u"会社指定(&O)..."_s, u"-"_s, u"[ﾊﾟｽﾜｰﾄﾞの設定(&P)...]"_s,
+          u"[ﾊﾞｯｸｱｯﾌﾟ(&B)...]"_s, u"[最適化(&S)...]"_s, u"-"_s, u"[会社削除(&D)...]"_s, u"-"_s,
+          u"ひなた堂ミントの終了(&E)"_s}},
+        {"mnuHelp",
+         "ﾍﾙﾌﾟ(&H)",
+         {u"ﾒﾆｭｰ画面ﾄﾋﾟｯｸの検索(&M)..."_s, u"基本事項ﾄﾋﾟｯｸの検索(&J)..."_s, u"賞与配分ﾄﾋﾟｯｸの検索(&S)..."_s,
+          u"ﾊﾞｰｼﾞｮﾝ情報(&A)..."_s}},
+    };
+    for (const auto& [name, caption, entries] : expected) {
+        const auto* menu = main().findChild<QMenu*>(QString::fromLatin1(name));
+        EXPECT_EQ(menu->title(), QString::fromUtf8(caption));
+        QStringList found;
+        for (const QAction* action : menu->actions())
+            found << (action->isSeparator() ? u"-"_s
+                      : action->isEnabled() ? action->text()
+                                            : u'[' + action->text() + u']');
+        EXPECT_EQ(found, entries) << found.join(u' ').toStdString();
+    }
+    EXPECT_EQ(main().windowTitle(), u"ひなた堂ミント"_s);
+    EXPECT_EQ(main().size(), QSize(800, 573));  // 12000 by 8600 twips
+    main().resize(100, 100);
+    EXPECT_EQ(main().size(), QSize(768, 536));  // 11520 by 8040 twips
+}
+
+TEST_F(MainWindow, HelpMenuOpensEachBookAndTheVersionBox) {
+    const HelpFile books[] = {HelpFile::Mhelp, HelpFile::Jhelp, HelpFile::Shelp};
+    for (int i = 0; i < 3; ++i) {
+        click(main(), u"mnuHelpNo_%1"_s.arg(i));
+        for (HelpFile book : books) EXPECT_EQ(program_->help().window(book) != nullptr, book == books[i]);
+    }
+    driver_.onScreen(u"frmAbout"_s, [this](QDialog& form) {
+        EXPECT_EQ(form.windowTitle(), u"ひなた堂ミント【賞与配分】のﾊﾞｰｼﾞｮﾝ情報"_s);
+        EXPECT_EQ(text(form, u"lblTitle"_s), u"ひなた堂ミント賞与配分のVersion2.5.2に基づいています"_s);
+        EXPECT_EQ(text(form, u"lblDataFolder"_s), QDir::toNativeSeparators(company_.dataDir()));
+        click(form, u"cmdOK"_s);
+    });
+    click(main(), u"mnuHelpNo_3"_s);
+}
+
+TEST_F(MainWindow, TheCloseBoxIsRefusedAndAskedAndNoLeavesTheCompanyOpen) {
+    openCompany();
+    program_->help().open(HelpFile::Shelp);
+    expectExitBox(BoxAnswer::No);
+    EXPECT_FALSE(closeByBox());
+    EXPECT_EQ(ended_, 0);
+    EXPECT_TRUE(global().cn_main);
+    EXPECT_TRUE(program_->help().window(HelpFile::Shelp));
+    EXPECT_NE(main().cursor().shape(), Qt::WaitCursor);
+
+    expectExitBox(BoxAnswer::Yes);
+    EXPECT_FALSE(closeByBox());
+    EXPECT_EQ(ended_, 1);
+    EXPECT_FALSE(helpAtEnd_);
+    EXPECT_FALSE(openAtEnd_);
+    EXPECT_FALSE(global().company_lock);
+    EXPECT_EQ(QDir::current(), QDir(company_.programDir()));
+}
+
+TEST_F(MainWindow, EveryOtherWayOutAsksToo) {
+    expectExitBox(BoxAnswer::No);
+    click(main(), u"mnuFileNo_9"_s);
+    expectExitBox(BoxAnswer::No);
+    main().sessionEnds();
+    EXPECT_EQ(ended_, 0);
+    EXPECT_TRUE(main().isVisible());
+    expectExitBox(BoxAnswer::No);
+    EXPECT_TRUE(main().close());  // not by the user: asked, and let through
+    EXPECT_EQ(ended_, 0);
+}
+
+TEST_F(MainWindow, AnotherCompanyIsChosenOnlyAfterTheOpenOneMayBeClosed) {
+    EXPECT_EQ(text(main(), u"Panels_1"_s), u"処理する会社を指定してください"_s);
+    openCompany();
+    EXPECT_EQ(text(main(), u"Panels_3"_s), u"甲社"_s);
+    EXPECT_FALSE(visible(main(), u"StartOpen"_s));
+    driver_.onScreen(u"frmMenu000"_s, [](QDialog& menu) { menu.reject(); });
+    click(main(), u"Command1"_s);
+
+    driver_.expectBox(kReopenText, kReopenTitle, BoxAnswer::No, BoxIcon::Question);
+    click(main(), u"mnuFileNo_1"_s);
+    EXPECT_TRUE(global().cn_main);
+    EXPECT_TRUE(visible(main(), u"Command1"_s));
+
+    driver_.expectBox(kReopenText, kReopenTitle, BoxAnswer::Yes);
+    driver_.onScreen(u"frmDBSentaku"_s, [this](QDialog& form) {
+        EXPECT_FALSE(global().cn_main);
+        click(form, u"Command3"_s);
+    });
+    click(main(), u"mnuFileNo_1"_s);
+    EXPECT_FALSE(global().cn_main);
+    EXPECT_FALSE(global().company_lock);
+    EXPECT_FALSE(visible(main(), u"Command1"_s));
+    EXPECT_EQ(text(main(), u"Panels_1"_s), u"処理する会社を指定してください"_s);
+    EXPECT_TRUE(visible(main(), u"StartOpen"_s));
+    openCompany(u"mnuFileNo_1"_s);
+    EXPECT_TRUE(global().companyOpen());
+}
+
+TEST_F(MainWindow, AnEmptyPanelBecomesThePromptOnActivation) {
+    const struct {
+        QString before;
+        QString after;
+    } cases[] = {{u""_s, kNoCompanyPrompt}, {u"甲社"_s, u"甲社"_s}};
+    for (const auto& [before, after] : cases) {
+        global().setCompanyPanel(before);
+        QEvent activate(QEvent::WindowActivate);
+        QCoreApplication::sendEvent(&main(), &activate);
+        EXPECT_EQ(text(main(), u"Panels_1"_s), after);
+    }
+    global().setCompanyPanel(kNoCompanyPrompt);
+}
+
+TEST_F(MainWindow, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
+    Program second(screens_, company_.programDir());
+    second.setLockPath(company_.programDir() + u"/instance.lock"_s);
+    driver_.expectBox(u"すでに起動されています。"_s, u"二重起動"_s, BoxAnswer::Ok, BoxIcon::Information);
+    EXPECT_FALSE(second.Main());
+    EXPECT_FALSE(second.fMainForm());
+    EXPECT_TRUE(main().isVisible());
+}
+
+TEST_F(MainWindow, TheSplashStaysAndNothingIsHandledMeanwhile) {
+    Program other(screens_, company_.programDir());
+    other.setLockPath(company_.programDir() + u"/other.lock"_s);
+    other.setSplashTime(std::chrono::milliseconds(300));
+    QElapsedTimer clock;
+    clock.start();
+    qint64 handled = 0;
+    QTimer::singleShot(200, qApp, [&] { handled = clock.elapsed(); });
+    EXPECT_TRUE(other.Main());
+    EXPECT_GE(clock.elapsed(), 300);
+    EXPECT_EQ(handled, 0);
+    EXPECT_FALSE(QGuiApplication::overrideCursor());
+    EXPECT_TRUE(other.fMainForm()->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return handled >= 300; }));
+}
+
+}  // namespace
+}  // namespace shell
