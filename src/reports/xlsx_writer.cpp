@@ -3,6 +3,7 @@
 #include <QFile>
 #include <utility>
 
+#include "reports/package.h"
 #include "reports/workbook.h"
 #include "store/date_text.h"
 #include "store/error.h"
@@ -100,6 +101,7 @@ void writeXlsx(const QString& path, const std::vector<NamedSheet>& sheets) {
     Workbook book(path);
     for (const NamedSheet& sheet : sheets) book.add(sheet);
     book.close();
+    Package(path).requireWhole();
 }
 
 }  // namespace reports

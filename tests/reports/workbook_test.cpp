@@ -6,7 +6,14 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "reports/package.h"
 #include "store/error.h"
+
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
 
 namespace {
 
@@ -126,27 +133,57 @@ TEST(ExportSession, AFolderThatCannotBeMadeIsTold) {
     }
 }
 
-TEST(WriteXlsx, WritesAPackageAndTellsWhenItCannot) {
+TEST(WriteXlsx, TheCellsStandInTheFile) {
     QTemporaryDir folder;
     ExportSession session({folder.path()});
     SheetGrid grid;
-    grid.setText(1, 1, QStringLiteral("◆一般社員／営業"));
+    grid.setText(1, 1, QStringLiteral("◆一般社員／営業 <&>"));
     grid.setText(4, 3, QStringLiteral("1,234"));
-    grid.setValue(4, 4, store::Value(QDate(1899, 4, 1)));  // before the first date of a sheet
-    grid.setValue(4, 5, store::Value(QDate(2026, 4, 1)));
-    grid.setRightAligned(3);
-    QFile file(session.send(grid, QStringLiteral("営業")));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    EXPECT_TRUE(bytes.startsWith("PK\x03\x04"));
-    EXPECT_TRUE(bytes.contains("xl/worksheets/sheet1.xml"));
+    grid.setText(4, 4, QStringLiteral("=1+1"));
+    grid.setNumber(4, 5, 1.5);
+    grid.setValue(4, 6, store::Value(QDate(1899, 4, 1)));  // before the first date of a sheet
+    grid.setValue(4, 7, store::Value(QDate(2026, 4, 1)));
+    const QString path = session.send(grid, QStringLiteral("営業"));
+    const Package package(path);
+    EXPECT_TRUE(package.part("xl/workbook.xml").contains(QStringLiteral("name=\"営業\"").toUtf8()));
+    EXPECT_TRUE(package.part("xl/sharedStrings.xml")
+                    .contains(QStringLiteral("<t>◆一般社員／営業 &lt;&amp;&gt;</t></si><si><t>1,234</t></si>"
+                                             "<si><t>=1+1</t></si><si><t>1899/4/1</t>")
+                                  .toUtf8()));
+    const QByteArray sheet = package.part("xl/worksheets/sheet1.xml");
+    for (const char* cell :
+         {"<c r=\"A1\" t=\"s\"><v>0</v>", "<c r=\"C4\" t=\"s\"><v>1</v>", "<c r=\"D4\" t=\"s\"><v>2</v>",
+          "<c r=\"E4\"><v>1.5</v>", "<c r=\"F4\" s=\"1\" t=\"s\"><v>3</v>"})
+        EXPECT_TRUE(sheet.contains(cell)) << cell;
+    // Day 46113 after 30 December 1899: 126 years of 365 days, 31 leap days, 2 days of that December, 90 of
+    // 2026.
+    EXPECT_TRUE(sheet.contains("<v>46113</v>"));
 
-    const std::vector<NamedSheet> sheets{{QStringLiteral("営業"), std::make_shared<const SheetGrid>(grid)}};
-    EXPECT_THROW(writeXlsx(folder.filePath(QStringLiteral("none/a.xlsx")), sheets), Error);
     SheetGrid tooLong;
     tooLong.setText(1, 1, QString(40000, u'x'));
     EXPECT_THROW(session.send(tooLong, QStringLiteral("長い")), Error);
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{QFileInfo(path).fileName()});
 }
+
+#ifdef Q_OS_UNIX
+/// Files that cannot grow stand for a full disk: the writer's temporary files break off first.
+TEST(WriteXlsx, AFullDiskIsToldAndLeavesNothing) {
+    QTemporaryDir folder;
+    ExportSession session({folder.path()});
+    SheetGrid grid;
+    for (int row = 1; row <= 3000; ++row)
+        for (int column = 1; column <= 7; ++column) grid.setNumber(row, column, row * column);
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto signalBefore = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit small{200000, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    EXPECT_THROW(session.send(grid, QStringLiteral("営業")), Error);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, signalBefore);
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    EXPECT_NO_THROW(session.send(grid, QStringLiteral("営業")));
+}
+#endif
 
 }  // namespace
