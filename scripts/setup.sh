@@ -37,11 +37,11 @@ install_packages() {
 build_project() {
     if [ ! -f "$build/build.ninja" ]; then
         say "ビルドを準備しています（build/dev）"
-        (cd "$root" && cmake --preset dev >"$root/build-configure.log" 2>&1) || {
-            cat "$root/build-configure.log"
+        mkdir -p "$build"
+        (cd "$root" && cmake --preset dev >"$build/configure.log" 2>&1) || {
+            cat "$build/configure.log"
             exit 1
         }
-        mv "$root/build-configure.log" "$build/configure.log"
     fi
     say "ビルドしています（変わったところだけ）"
     if ! cmake --build "$build" --target "$@" >"$build/build.log" 2>&1; then
