@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStackedLayout>
 
 #include "calc/kojinbetsu.h"
 #include "calc/sougaku.h"
@@ -38,11 +39,11 @@ Money budgetLimit() {
     return Money::fromYen(100'000'000'000);
 }
 
-/// The amount in a box or label; none when it is no number. A number beyond the money range counts as the
-/// limit.
+/// The amount in a box or label, in whole yen as it will be shown; none when it is no number. A number beyond
+/// the money range counts as the limit.
 std::optional<Money> amountOf(const QString& text) {
     try {
-        return Money::fromText(text);
+        return Money::fromText(store::formatGrouped(Money::fromText(text)));
     } catch (const store::Error& error) {
         if (error.reason() == store::Error::Reason::Overflow) return budgetLimit();
         return std::nullopt;
@@ -81,153 +82,197 @@ store::Connection& frmSHaibunjikkouK2::cn() const {
 // ------------------------------------------------------------------------------------------
 
 void frmSHaibunjikkouK2::makeControls() {
+    auto* title = make<QLabel>(QStringLiteral("Label20"),
+                               QStringLiteral("配分計算　基準日 %1").arg(house_.global.kijunbi));
     picker_ = new criteria::CriterionPicker(house_, this);
-    marker_ = makeArray<QLabel, 3>(QStringLiteral("Image"),
-                                   {QStringLiteral("②"), QStringLiteral("③"), QStringLiteral("④")});
-    for (std::size_t i = 0; i < marker_.size(); ++i) {
-        marker_[i]->setObjectName(QStringLiteral("Image%1").arg(i + 1));
-        widgets::setTone(marker_[i], widgets::Tone::Heading);
+    for (int i = 0; i < 3; ++i) {
+        auto* marker = make<QLabel>(QStringLiteral("Image%1").arg(i + 1), QString(QChar(u'②' + i)));
+        widgets::setTone(marker, widgets::Tone::Heading);
+        marker_[static_cast<std::size_t>(i)] = marker;
     }
-    label3_ = make<QLabel>(QStringLiteral("Label3"), QStringLiteral("算定方式を指定してください。"));
-    auto* options = makeOptions();
-    auto* budget = makeBudget();
-    auto* steps = makeSteps();
+    auto* first = make<QLabel>(QStringLiteral("Image0"), QStringLiteral("①"));
+    widgets::setTone(first, widgets::Tone::Heading);
+    picker_->setMarkers(first, marker_[0]);
+    auto* run = makeRun();
+    auto* results = makeResults();
+    auto* closing = makeClosing();
     panel_ = new PaymentPanel(this);
     panel_->hide();
 
+    auto* body = new QHBoxLayout;
+    body->setSpacing(2 * widgets::kGrid);
     auto* left = new QVBoxLayout;
-    left->setSpacing(widgets::kGrid);
+    left->setSpacing(widgets::kGrid + widgets::kGrid / 2);
     left->addWidget(picker_, 1);
-    left->addWidget(options);
-    left->addWidget(budget);
+    left->addWidget(run);
+    left->addLayout(results);
     left->addWidget(sentTo_);
-    left->addWidget(steps);
-    auto* page = new QHBoxLayout(this);
-    page->setContentsMargins(2 * widgets::kGrid, 2 * widgets::kGrid, 2 * widgets::kGrid, 2 * widgets::kGrid);
-    page->setSpacing(2 * widgets::kGrid);
-    page->addLayout(left, 1);
-    page->addWidget(panel_);
+    body->addLayout(left, 1);
+    body->addWidget(panel_);
+    auto* column = widgets::columnOf(this);
+    column->addLayout(widgets::headerBlock(title, nullptr));
+    column->addLayout(body, 1);
+    column->addLayout(closing);
     setMinimumSize(kClosedWidth, kHeight);
+    QWidget* before = text2_;
+    for (QLineEdit* box : panel_->boxes()) {
+        setTabOrder(before, box);
+        before = box;
+    }
+    widgets::tabOrder({before, command6_, command1_, command4_, command5_});
+}
+
+/// Step three: the 算定方式 over the budget. A hint stands in their place until a criterion is chosen.
+QWidget* frmSHaibunjikkouK2::makeRun() {
+    auto* hint =
+        make<QLabel>(QStringLiteral("Label21"),
+                     QStringLiteral("配分区分と配分基準を選ぶと、予算と支給額の合計が表示されます。"));
+    hint->setAlignment(Qt::AlignCenter);
+    hint->setWordWrap(true);
+    widgets::setTone(hint, widgets::Tone::Muted);
+    auto* page = new QWidget(this);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(widgets::kGrid);
+    auto* guidance = new QHBoxLayout;
+    label3_ = make<QLabel>(QStringLiteral("Label3"), QStringLiteral("算定方式を指定してください。"));
+    guidance->addWidget(marker_[1]);
+    guidance->addWidget(label3_, 1);
+    column->addLayout(guidance);
+    column->addWidget(makeOptions());
+    column->addWidget(makeBudget());
+    auto* holder = new QWidget(this);
+    stack_ = new QStackedLayout(holder);
+    stack_->addWidget(hint);
+    stack_->addWidget(page);
+    for (QWidget* part : std::initializer_list<QWidget*>{marker_[1], label3_, frame1_}) keepsItsPlace(part);
+    return holder;
 }
 
 QWidget* frmSHaibunjikkouK2::makeOptions() {
-    auto* holder = new QWidget(this);
-    auto* line = new QHBoxLayout(holder);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->addWidget(marker_[0]);
-    line->addWidget(label3_, 1);
     frame1_ = make<QFrame>(QStringLiteral("Frame1"));
     option_ = makeArray<QRadioButton, 4>(
         QStringLiteral("Option1"), {QStringLiteral("個人別計算"), QStringLiteral("総額配分"),
                                     QStringLiteral("金一封(実行時)"), QStringLiteral("特別加算金(実行時)")});
     auto* row = new QHBoxLayout(frame1_);
-    row->setContentsMargins(0, 0, 0, 0);
+    row->setContentsMargins(2 * widgets::kGrid, 0, 0, 0);
+    row->setSpacing(2 * widgets::kGrid);
     for (QRadioButton* option : option_) {
         option->setParent(frame1_);
         row->addWidget(option);
     }
-    line->addWidget(frame1_);
-    for (QWidget* part : {static_cast<QWidget*>(frame1_), static_cast<QWidget*>(label3_)})
-        keepsItsPlace(part);
-    return holder;
+    row->addStretch();
+    return frame1_;
 }
 
+QLineEdit* frmSHaibunjikkouK2::moneyBox(const QString& name) {
+    auto* box = make<QLineEdit>(name);
+    box->setAlignment(Qt::AlignRight);
+    box->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("99,999,999,999")) +
+                         4 * widgets::kGrid);
+    widgets::admitOnly(box, QStringLiteral("0123456789"));
+    return box;
+}
+
+/// The budgets at the left, the totals under one another at the right.
 QWidget* frmSHaibunjikkouK2::makeBudget() {
     auto* card = new widgets::Card(this);
     card->setObjectName(QStringLiteral("Frame3"));
     frame3_ = card;
     keepsItsPlace(card);
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(2 * widgets::kGrid);
-    card->body()->addLayout(grid);
-
-    const auto money = [this](const QString& name) {
-        auto* box = make<QLineEdit>(name);
-        box->setAlignment(Qt::AlignRight);
-        box->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("99,999,999,999")) +
-                             4 * widgets::kGrid);
-        widgets::admitOnly(box, QStringLiteral("0123456789"));
-        return box;
-    };
-    text1_ = money(QStringLiteral("Text1"));
-    text2_ = money(QStringLiteral("Text2"));
-    grid->addWidget(labelFor(QStringLiteral("Label4"), QStringLiteral("予算総額(&T)"), text1_), 0, 0);
-    grid->addWidget(text1_, 0, 1);
-    grid->addWidget(labelFor(QStringLiteral("Label5"), QStringLiteral("総額配分予算(&B)"), text2_), 1, 0);
-    grid->addWidget(text2_, 1, 1);
-
+    text1_ = moneyBox(QStringLiteral("Text1"));
+    text2_ = moneyBox(QStringLiteral("Text2"));
     total_ = makeArray<QLabel, 6>(QStringLiteral("Label6"), {});
     totalHead_ = makeArray<QLabel, 3>(
         QStringLiteral("Label7"),
         {QStringLiteral("金一封"), QStringLiteral("特別加算金"), QStringLiteral("総額配分予定")});
-    const auto head = [this](const QString& name, const QString& text) { return make<QLabel>(name, text); };
-    struct Place {
-        QLabel* head;
-        int total, row, column;
+    auto* individual = make<QLabel>(QStringLiteral("Label8"), QStringLiteral("個人別計算"));
+    auto* pool = make<QLabel>(QStringLiteral("Label9"), QStringLiteral("総額配分"));
+    auto* all = make<QLabel>(QStringLiteral("Label19"), QStringLiteral("合計"));
+    auto* unit = make<QLabel>(QStringLiteral("Label22"), QStringLiteral("単位: 円"));
+    widgets::setTone(unit, widgets::Tone::Muted);
+
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(widgets::kGrid + widgets::kGrid / 2);
+    grid->setVerticalSpacing(widgets::kGrid / 2);
+    const auto line = [&](int row, int column, QLabel* head, QWidget* amount) {
+        grid->addWidget(head, row, column);
+        grid->addWidget(amount, row, column + 1);
     };
-    const std::array<Place, 6> places{
-        {{totalHead_[2], 4, 2, 0},
-         {head(QStringLiteral("Label8"), QStringLiteral("個人別計算")), 0, 0, 2},
-         {head(QStringLiteral("Label9"), QStringLiteral("総額配分")), 1, 1, 2},
-         {totalHead_[0], 2, 0, 4},
-         {totalHead_[1], 3, 1, 4},
-         {head(QStringLiteral("Label19"), QStringLiteral("合計")), 5, 2, 4}}};
-    for (const Place& place : places) {
-        QLabel* amount = total_[static_cast<std::size_t>(place.total)];
-        amount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        amount->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        widgets::setTone(place.head, widgets::Tone::Muted);
-        widgets::setTone(amount, place.total == 5 ? widgets::Tone::Heading : widgets::Tone::Normal);
-        for (QWidget* part : {static_cast<QWidget*>(place.head), static_cast<QWidget*>(amount)})
-            keepsItsPlace(part);
-        grid->addWidget(place.head, place.row, place.column);
-        grid->addWidget(amount, place.row, place.column + 1);
-    }
-    for (int column : {1, 3, 5}) grid->setColumnStretch(column, 1);
+    line(0, 0, labelFor(QStringLiteral("Label4"), QStringLiteral("予算総額(&T)"), text1_), text1_);
+    line(1, 0, labelFor(QStringLiteral("Label5"), QStringLiteral("総額配分予算(&B)"), text2_), text2_);
+    line(2, 0, totalHead_[2], total_[4]);
+    line(0, 3, individual, total_[0]);
+    line(1, 3, pool, total_[1]);
+    line(2, 3, totalHead_[0], total_[2]);
+    line(3, 3, totalHead_[1], total_[3]);
+    line(4, 3, all, total_[5]);
+    grid->addWidget(unit, 4, 0);
+    grid->setColumnMinimumWidth(2, 2 * widgets::kGrid);
+    for (int column : {1, 4}) grid->setColumnStretch(column, 1);
+    dressTotals({individual, pool, totalHead_[0], totalHead_[1], totalHead_[2]});
+    widgets::setTone(all, widgets::Tone::Heading);
+    widgets::setTone(total_[5], widgets::Tone::Title);
+    card->body()->addLayout(grid);
     return card;
 }
 
-QWidget* frmSHaibunjikkouK2::makeSteps() {
-    sentTo_ = make<QLabel>(QStringLiteral("Label18"));
-    sentTo_->setWordWrap(true);
-    sentTo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    sentTo_->hide();
+/// Amounts stand at the right, may be copied, and do not jump when a neighbour is hidden.
+void frmSHaibunjikkouK2::dressTotals(std::initializer_list<QLabel*> heads) {
+    for (QLabel* amount : total_) {
+        amount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        amount->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        keepsItsPlace(amount);
+    }
+    for (QLabel* head : heads) {
+        widgets::setTone(head, widgets::Tone::Muted);
+        keepsItsPlace(head);
+    }
+}
+
+/// The run, and what shows its result.
+QHBoxLayout* frmSHaibunjikkouK2::makeResults() {
     command6_ = make<QPushButton>(QStringLiteral("Command6"), QStringLiteral("支給係数修正(&S)"));
     command1_ = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("計算(&K)"));
     command4_ = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("一覧表"));
     command5_ = make<QPushButton>(QStringLiteral("Command5"), QStringLiteral("Excelにデータを送る"));
+    for (QPushButton* button : {command6_, command1_}) widgets::setPrimary(button);
+    sentTo_ = make<QLabel>(QStringLiteral("Label18"));
+    sentTo_->setWordWrap(true);
+    sentTo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(widgets::kGrid);
+    row->addWidget(command6_);
+    row->addWidget(command1_);
+    row->addStretch();
+    for (QWidget* part : std::initializer_list<QWidget*>{marker_[2], command4_, command5_}) {
+        keepsItsPlace(part);
+        row->addWidget(part);
+    }
+    return row;
+}
+
+QHBoxLayout* frmSHaibunjikkouK2::makeClosing() {
     auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     command2_ = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
     setCancelButton(command2_);
-    widgets::setPrimary(command1_);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
     });
-
-    auto* holder = new QWidget(this);
-    auto* row = new QHBoxLayout(holder);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(marker_[1]);
-    row->addWidget(command6_);
-    row->addWidget(command1_);
-    row->addWidget(marker_[2]);
-    row->addWidget(command4_);
-    row->addWidget(command5_);
-    row->addStretch();
-    row->addWidget(help);
-    row->addWidget(command2_);
-    return holder;
+    return widgets::buttonRow({help}, {command2_});
 }
 
 void frmSHaibunjikkouK2::connectEvents() {
     connect(picker_, &criteria::CriterionPicker::kubunChosen, this,
             [this] { shell::guarded(this, [this] { DataList1_Click(); }); });
-    connect(picker_, &criteria::CriterionPicker::kijunChosen, this,
-            [this] { shell::guarded(this, [this] { DataList2_Click(); }); });
+    connect(picker_, &criteria::CriterionPicker::kijunChosen, this, [this] {
+        if (shell::guarded(this, [this] { DataList2_Click(); })) return;
+        picker_->kijunList()->choose(-1);
+        dropCriterion();
+    });
     for (int i = 0; i < 4; ++i)
-        connect(option_[static_cast<std::size_t>(i)], &QRadioButton::toggled, this, [this, i](bool on) {
-            if (on) Option1_Click(i);
-        });
+        connect(option_[static_cast<std::size_t>(i)], &QRadioButton::clicked, this,
+                [this, i] { Option1_Click(i); });
     for (QLineEdit* box : {text1_, text2_})
         validateOnLeave(box, [this, box] { return Text_Validate(box); }, {command2_});
     for (QLineEdit* box : panel_->boxes())
@@ -240,10 +285,8 @@ void frmSHaibunjikkouK2::connectEvents() {
 }
 
 void frmSHaibunjikkouK2::Form_Load() {
-    for (QWidget* part :
-         std::initializer_list<QWidget*>{label3_, marker_[0], marker_[1], frame1_, frame3_, command6_})
-        part->hide();
-    showResults(false);
+    dropCriterion();
+    marker_[0]->hide();
     chooseOption(0);
     picker_->load();
     picker_->kubunList()->setFocus();
@@ -268,34 +311,52 @@ void frmSHaibunjikkouK2::done(int result) {
     Form::done(result);
 }
 
+/// The window grows by the panel and shrinks by it again.
 void frmSHaibunjikkouK2::openPanel() {
+    if (!panel_->isHidden()) return;
+    const int closed = width();
     panel_->show();
-    setMinimumWidth(kOpenWidth);
-    adjustSize();
+    fitWindow(kOpenWidth);
+    panelRoom_ = std::max(kOpenWidth - kClosedWidth, panel_->sizeHint().width() + 2 * widgets::kGrid);
+    resize(std::max(minimumWidth(), closed + panelRoom_), height());
 }
 
 void frmSHaibunjikkouK2::closePanel() {
+    if (panel_->isHidden()) return;
     panel_->hide();
-    setMinimumWidth(kClosedWidth);
+    fitWindow(kClosedWidth);
+    resize(std::max(minimumWidth(), width() - panelRoom_), height());
+}
+
+/// Never smaller than told, nor than what the controls in sight need.
+void frmSHaibunjikkouK2::fitWindow(int leastWidth) {
+    layout()->activate();
+    setMinimumSize(QSize(leastWidth, kHeight).expandedTo(layout()->totalMinimumSize()));
 }
 
 void frmSHaibunjikkouK2::showResults(bool show) {
     for (QWidget* part : std::initializer_list<QWidget*>{command4_, command5_, marker_[2]})
         part->setVisible(show);
-    if (!show) sentTo_->hide();
+    sentTo_->hide();
+    fitWindow(panel_->isHidden() ? kClosedWidth : kOpenWidth);
 }
 
 // ---- Choosing
 // ----------------------------------------------------------------------------------------------------
 
 void frmSHaibunjikkouK2::DataList1_Click() {
-    storeTypedBudget();
+    dropCriterion();
+    picker_->loadKijun();
+    marker_[0]->show();
+}
+
+/// Back to the step before a criterion is chosen: no options, no budget, nothing to run on.
+void frmSHaibunjikkouK2::dropCriterion() {
     run_.reset();
     state_ = State::NothingChosen;
     for (QWidget* part : std::initializer_list<QWidget*>{label3_, marker_[1], frame1_, frame3_, command6_})
         part->hide();
-    picker_->loadKijun();
-    marker_[0]->show();
+    stack_->setCurrentIndex(0);
     command1_->show();
     showResults(false);
     closePanel();
@@ -303,20 +364,21 @@ void frmSHaibunjikkouK2::DataList1_Click() {
 
 void frmSHaibunjikkouK2::DataList2_Click() {
     closePanel();
-    storeTypedBudget();
-    run_.reset();
     if (picker_->refuseEmptyKijun()) return;
+    run_.reset();
     picker_->takeSelection();
     const auto kijun = criteria::kijunOf(cn(), house_.global.haibun_kubun, house_.global.haibun_kijun);
     if (!kijun) return;
     kijun_ = *kijun;
     showOptions(*kijun);
     for (QWidget* part : std::initializer_list<QWidget*>{label3_, marker_[1], frame1_, frame3_}) part->show();
+    stack_->setCurrentIndex(1);
     showResults(false);
     const shell::RunKey run = criteria::currentRun(house_.global);
     tellEmployees(criteria::hasEmployees(cn(), run));
     openRunBudget(cn(), run);
     run_ = run;
+    summed_ = kijun->uses;
     bindBudget(*kijun);
     const bool kojinbetsu = chosenHoushiki() == Houshiki::Kojinbetsu;
     command1_->setVisible(!kojinbetsu);
@@ -374,16 +436,19 @@ void frmSHaibunjikkouK2::bindBudget(const criteria::Kijun& kijun) {
     total_[4]->setVisible(pool);
     totalHead_[0]->setVisible(uses(Houshiki::Kinippu));
     totalHead_[1]->setVisible(uses(Houshiki::Tokubetsu));
+    for (Houshiki typed : {Houshiki::Kinippu, Houshiki::Tokubetsu})
+        widgets::setTone(total_[static_cast<std::size_t>(typed)],
+                         uses(typed) ? widgets::Tone::Normal : widgets::Tone::Muted);
     showTotals();
 }
 
-/// The four sums as the row holds them; 0 where the criterion does not use that payment.
+/// The four sums as the row holds them; 0 where the criterion does not use that payment and none was run.
 void frmSHaibunjikkouK2::showTotals() {
     const RunBudget row = readRunBudget(cn(), *run_);
     const std::array<Money, 4> sums{row.kojinbetsuGoukei, row.sougakuGoukei, row.kinIppuuGoukei,
                                     row.tokubetsuKasankinGoukei};
     for (std::size_t i = 0; i < sums.size(); ++i)
-        total_[i]->setText(kijun_.uses[i] ? store::formatGrouped(sums[i]) : QStringLiteral("0"));
+        total_[i]->setText(summed_[i] ? store::formatGrouped(sums[i]) : QStringLiteral("0"));
     refresh_totals();
 }
 
@@ -415,34 +480,39 @@ std::optional<Houshiki> frmSHaibunjikkouK2::chosenHoushiki() const {
 // ---- Budgets
 // -----------------------------------------------------------------------------------------------------
 
-bool frmSHaibunjikkouK2::Text_Validate(QLineEdit* box) {
-    if (box->text().trimmed().isEmpty()) {
-        box->setText(QStringLiteral("0"));
-        return true;
-    }
-    const auto refuse = [this](const QString& text) {
-        shell::tell(this, text, kInputError, shell::BoxIcon::Critical);
-        return false;
-    };
+/// What is wrong with the amount in a budget box; empty when it may be stored.
+QString frmSHaibunjikkouK2::problemOf(const QLineEdit* box) const {
     const std::optional<Money> amount = amountOf(box->text());
-    if (!amount) return refuse(QStringLiteral("数字以外は許されません。 "));
+    if (!amount) return QStringLiteral("数字以外は許されません。 ");
     if (*amount < Money() || *amount >= budgetLimit())
-        return refuse(QStringLiteral("0～99,999,999,999円を入力してください。"));
-    if (shownAmount(text1_) < shownAmount(text2_))
-        return refuse(box == text1_ ? QStringLiteral("総額配分予算以上を入力してください。")
-                                    : QStringLiteral("予算総額以下を入力してください。"));
+        return QStringLiteral("0～99,999,999,999円を入力してください。");
+    if (shownAmount(text1_) >= shownAmount(text2_)) return {};
+    return box == text1_ ? QStringLiteral("総額配分予算以上を入力してください。")
+                         : QStringLiteral("予算総額以下を入力してください。");
+}
+
+bool frmSHaibunjikkouK2::Text_Validate(QLineEdit* box) {
+    const bool wasEmpty = box->text().trimmed().isEmpty();
+    if (wasEmpty) box->setText(QStringLiteral("0"));
+    const QString problem = problemOf(box);
+    // An emptied box may always be left: the other one is refused when it is left in its turn.
+    if (!problem.isEmpty() && !wasEmpty) {
+        shell::tell(this, problem, kInputError, shell::BoxIcon::Critical);
+        return false;
+    }
     return shell::guarded(this, [this] {
         refresh_totals();
         storeTypedBudget();
     });
 }
 
-/// Both boxes reach the run's row as soon as they are valid, so that no typed budget is lost.
+/// Both boxes reach the run's row as soon as they are valid, so that no typed budget is lost; what is not
+/// valid never does.
 void frmSHaibunjikkouK2::storeTypedBudget() {
     if (!run_ || !text1_->isEnabled()) return;
+    if (!problemOf(text1_).isEmpty() || !problemOf(text2_).isEmpty()) return;
     const RunBudget row = readRunBudget(cn(), *run_);
     const RunBudget shown = shownBudget();
-    if (shown.yosanSougaku < shown.sougakuHaibunYosan) return;
     if (row.yosanSougaku == shown.yosanSougaku && row.sougakuHaibunYosan == shown.sougakuHaibunYosan) return;
     storeBudgets(cn(), *run_, shown.yosanSougaku, shown.sougakuHaibunYosan);
 }
@@ -469,6 +539,7 @@ void frmSHaibunjikkouK2::confirmHoushiki(Houshiki houshiki) {
 }
 
 void frmSHaibunjikkouK2::tellFinished(Houshiki houshiki) {
+    summed_[static_cast<std::size_t>(houshiki)] = true;
     showTotals();
     shell::tell(this,
                 QStringLiteral("『%1』の処理を終了しました。")
@@ -512,9 +583,8 @@ void frmSHaibunjikkouK2::Command1_Click() {
         transaction.begin();
         const auto houshiki = chosenHoushiki();
         if (houshiki && !run(transaction, *houshiki)) return;
-        showResults(true);
         transaction.commit();
-        setDefaultPointer();
+        showResults(true);
     });
     // After a rollback the totals on the screen are those of the tables again.
     if (!done && run_) shell::guarded(this, [this] { showTotals(); });
@@ -530,7 +600,7 @@ PaymentSimulation frmSHaibunjikkouK2::simulation() const {
 void frmSHaibunjikkouK2::letRun() {
     command6_->hide();
     command1_->show();
-    command1_->setFocus();
+    if (!panel_->enter()) command1_->setFocus();
 }
 
 void frmSHaibunjikkouK2::Command6_Click() {
@@ -601,7 +671,7 @@ void frmSHaibunjikkouK2::Command5_Click() {
                             coefficientLineForSheet(simulation()));
         sentTo_->setText(QStringLiteral("保存しました: %1").arg(path));
         sentTo_->show();
-        setDefaultPointer();
+        fitWindow(panel_->isHidden() ? kClosedWidth : kOpenWidth);
     });
 }
 

@@ -11,9 +11,11 @@
 #include "widgets/form.h"
 
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
+class QStackedLayout;
 
 namespace criteria {
 class CriterionPicker;
@@ -41,9 +43,13 @@ class frmSHaibunjikkouK2 : public widgets::Form {
   private:
     // The screen's parts, made once.
     void makeControls();
+    QWidget* makeRun();
     QWidget* makeOptions();
     QWidget* makeBudget();
-    QWidget* makeSteps();
+    QHBoxLayout* makeResults();
+    QHBoxLayout* makeClosing();
+    QLineEdit* moneyBox(const QString& name);
+    void dressTotals(std::initializer_list<QLabel*> heads);
     void connectEvents();
     void Form_Load();
 
@@ -52,10 +58,13 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     void DataList2_Click();
     void Option1_Click(int index);
     bool Text_Validate(QLineEdit* box);
+    QString problemOf(const QLineEdit* box) const;
     void Command1_Click();
     void Command4_Click();
     void Command5_Click();
     void Command6_Click();
+
+    void dropCriterion();
 
     // Steps of DataList2_Click.
     void showOptions(const criteria::Kijun& kijun);
@@ -72,6 +81,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     void letRun();
     void openPanel();
     void closePanel();
+    void fitWindow(int leastWidth);
     void showResults(bool show);
     void storeTypedBudget();
     void showTotals();
@@ -87,6 +97,8 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     reports::ExportSession& session_;
     criteria::CriterionPicker* picker_ = nullptr;
     PaymentPanel* panel_ = nullptr;
+    int panelRoom_ = 0;                ///< by how much the window grew for the panel
+    QStackedLayout* stack_ = nullptr;  ///< the hint, and what a chosen criterion shows
     QFrame* frame1_ = nullptr;
     QFrame* frame3_ = nullptr;
     std::array<QRadioButton*, 4> option_{};
@@ -107,7 +119,8 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     enum class State { NothingChosen, Ready, NoEmployees, NothingToCompute };
     State state_ = State::NothingChosen;
     criteria::Kijun kijun_;
-    std::optional<shell::RunKey> run_;  ///< the run whose budget row the screen holds
+    std::array<bool, criteria::kHoushikiCount> summed_{};  ///< the payments whose total is shown
+    std::optional<shell::RunKey> run_;                     ///< the run whose budget row the screen holds
     QString hyougo_type_;
 };
 

@@ -3,7 +3,6 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QVBoxLayout>
 
 #include "shell/ui_box.h"
 #include "store/error.h"
@@ -26,19 +25,20 @@ std::optional<double> numberOf(const QString& text) {
 
 }  // namespace
 
-PaymentPanel::PaymentPanel(QWidget* parent) : QFrame(parent) {
+PaymentPanel::PaymentPanel(QWidget* parent) : Card(parent) {
     setObjectName(QStringLiteral("Frame4"));
-    setFrameShape(QFrame::StyledPanel);
-    auto* column = new QVBoxLayout(this);
+    auto* column = body();
     auto* title = label(QStringLiteral("Label17"), QStringLiteral("【支給係数シミュレーション】"));
     widgets::setTone(title, widgets::Tone::Heading);
     column->addWidget(title);
     auto* heads = label(QStringLiteral("Label10"), QStringLiteral("登録値　【係数】　修正値"));
     widgets::setTone(heads, widgets::Tone::Muted);
-    column->addWidget(heads);
 
     auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(widgets::kGrid + widgets::kGrid / 2);
+    grid->setVerticalSpacing(widgets::kGrid / 2);
     grid->setColumnStretch(1, 1);
+    grid->addWidget(heads, 0, 0, 1, 3, Qt::AlignRight);
     for (int i = 0; i < PaymentSimulation::kGrades; ++i) {
         const QString n = QString::number(i);
         Row& row = rows_[static_cast<std::size_t>(i)];
@@ -47,17 +47,18 @@ PaymentPanel::PaymentPanel(QWidget* parent) : QFrame(parent) {
                label(QStringLiteral("Label16_") + n)};
         row.hyoukaCode->hide();  // the grade's code travels with the row, for the store step
         row.registered->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        grid->addWidget(row.hyouka, i, 0);
-        grid->addWidget(row.registered, i, 1);
-        grid->addWidget(row.corrected, i, 2);
+        grid->addWidget(row.hyouka, i + 1, 0);
+        grid->addWidget(row.registered, i + 1, 1);
+        grid->addWidget(row.corrected, i + 1, 2);
     }
     uniformHead_ = label(QStringLiteral("Label11"), QStringLiteral(" 評価 なし"));
     uniformRegistered_ = label(QStringLiteral("Label14"));
     uniformRegistered_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     uniformCorrected_ = box(QStringLiteral("Text4"), QStringLiteral("修正する支給係数"));
-    grid->addWidget(uniformHead_, PaymentSimulation::kGrades, 0);
-    grid->addWidget(uniformRegistered_, PaymentSimulation::kGrades, 1);
-    grid->addWidget(uniformCorrected_, PaymentSimulation::kGrades, 2);
+    constexpr int kUniformRow = PaymentSimulation::kGrades + 1;
+    grid->addWidget(uniformHead_, kUniformRow, 0);
+    grid->addWidget(uniformRegistered_, kUniformRow, 1);
+    grid->addWidget(uniformCorrected_, kUniformRow, 2);
     column->addLayout(grid);
     column->addStretch();
     auto* hint = label(QStringLiteral("Label15"), QStringLiteral("係数は 0.000～999.999 を入力してください"));
@@ -85,11 +86,25 @@ QLineEdit* PaymentPanel::box(const QString& name, const QString& accessibleName)
     return made;
 }
 
+void PaymentPanel::Row::showUsed() {
+    for (QLabel* text : {hyouka, registered}) text->setVisible(!text->text().isEmpty());
+    corrected->setVisible(!corrected->text().isEmpty());
+}
+
+bool PaymentPanel::enter() {
+    for (QLineEdit* box : boxes()) {
+        if (!box->isVisible()) continue;
+        box->setFocus(Qt::TabFocusReason);
+        return true;
+    }
+    return false;
+}
+
 void PaymentPanel::clearGrades() {
     for (Row& row : rows_) {
         for (QLabel* text : {row.hyouka, row.registered, row.hyoukaCode}) text->clear();
         row.corrected->clear();
-        row.corrected->hide();
+        row.showUsed();
     }
 }
 
@@ -110,7 +125,7 @@ void PaymentPanel::showGrades(const std::vector<PanelGrade>& grades) {
         rows_[i].registered->setText(grades[i].registered);
         rows_[i].corrected->setText(grades[i].corrected);
         rows_[i].hyoukaCode->setText(grades[i].hyoukaCode);
-        rows_[i].corrected->setVisible(!grades[i].corrected.isEmpty());
+        rows_[i].showUsed();
     }
 }
 

@@ -1,9 +1,9 @@
 #pragma once
-#include <QFrame>
 #include <array>
 
 #include "calc/payment_simulation.h"
 #include "calc/shikyuu_store.h"
+#include "widgets/layout.h"
 
 class QLabel;
 class QLineEdit;
@@ -13,7 +13,7 @@ namespace calc {
 /// The panel 【支給係数シミュレーション】: each registered payment coefficient beside a box for the corrected
 /// one, by grade or one for everybody. It knows its texts, nothing of tables. Controls Frame4, Label10 to
 /// Label16, Text3, Text4.
-class PaymentPanel : public QFrame {
+class PaymentPanel : public widgets::Card {
     Q_OBJECT
   public:
     explicit PaymentPanel(QWidget* parent);
@@ -27,6 +27,8 @@ class PaymentPanel : public QFrame {
     /// the texts are still what a run stores.
     PaymentSimulation simulation(bool open, const QString& hyougoType) const;
 
+    /// Puts the focus in the first box; false when none is in sight.
+    bool enter();
     /// All boxes, for the form's field checks.
     std::vector<QLineEdit*> boxes() const;
     /// The check of one box: empty becomes "1.000", a number from 0 to 999.999 is rewritten "##,##0.000";
@@ -39,6 +41,8 @@ class PaymentPanel : public QFrame {
         QLabel* registered;
         QLineEdit* corrected;
         QLabel* hyoukaCode;
+
+        void showUsed();  ///< what is empty takes no room
     };
     QLabel* label(const QString& name, const QString& text = {});
     QLineEdit* box(const QString& name, const QString& accessibleName);

@@ -1,6 +1,7 @@
 #include "criteria/ui_criterion_picker.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
@@ -37,8 +38,13 @@ CriterionPicker::CriterionPicker(shell::House& house, QWidget* parent)
     auto* grid = grid_;
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(2 * widgets::kGrid);
-    grid->addWidget(kubunLabel, 0, 0);
-    grid->addWidget(kijunLabel_, 0, 1);
+    kubunLine_ = new QHBoxLayout;
+    kubunLine_->addWidget(kubunLabel, 1);
+    kijunLine_ = new QHBoxLayout;
+    kijunLine_->addWidget(kijunLabel_, 1);
+    grid->addLayout(kubunLine_, 0, 0);
+    grid->addLayout(kijunLine_, 0, 1);
+    for (int column : {0, 1}) grid->setColumnStretch(column, 1);
     grid->addWidget(kubun_, 1, 0);
     grid->addWidget(kijun_, 1, 1);
 
@@ -49,8 +55,17 @@ CriterionPicker::CriterionPicker(shell::House& house, QWidget* parent)
 }
 
 void CriterionPicker::setStacked() {
-    grid_->addWidget(kijunLabel_, 2, 0);
+    grid_->removeItem(kijunLine_);
+    grid_->addLayout(kijunLine_, 2, 0);
     grid_->addWidget(kijun_, 3, 0);
+    grid_->setColumnStretch(1, 0);
+    stacked_ = true;
+}
+
+void CriterionPicker::setMarkers(QLabel* first, QLabel* second) {
+    for (QHBoxLayout* line : {kubunLine_, kijunLine_}) line->setSpacing(widgets::kGrid);
+    kubunLine_->insertWidget(0, first);
+    kijunLine_->insertWidget(0, second);
 }
 
 void CriterionPicker::load() {
@@ -59,7 +74,8 @@ void CriterionPicker::load() {
         items.push_back({kubun.code, kubun.name});
     kubun_->setItems(items);
     kijun_->clearItems();
-    kijun_->setPlaceholder(QStringLiteral("左で配分区分を選ぶと、ここに配分基準が並びます"));
+    kijun_->setPlaceholder(stacked_ ? QStringLiteral("上で配分区分を選ぶと並びます")
+                                    : QStringLiteral("左で配分区分を選ぶと並びます"));
     kijun_->setEnabled(false);
     kijunLabel_->hide();
 }

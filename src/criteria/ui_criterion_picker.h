@@ -7,6 +7,7 @@
 #include "widgets/code_list.h"
 
 class QGridLayout;
+class QHBoxLayout;
 class QLabel;
 
 namespace criteria {
@@ -20,6 +21,8 @@ class CriterionPicker : public QWidget {
 
     /// One list above the other, for a narrow column.
     void setStacked();
+    /// Step numbers before the two prompts.
+    void setMarkers(QLabel* first, QLabel* second);
 
     /// Fills DataList1; DataList2 is empty and disabled, Label2 hidden. May throw store::Error.
     void load();
@@ -53,6 +56,9 @@ class CriterionPicker : public QWidget {
     widgets::CodeList* kijun_;
     QLabel* kijunLabel_;
     QGridLayout* grid_;
+    QHBoxLayout* kubunLine_;
+    QHBoxLayout* kijunLine_;
+    bool stacked_ = false;
 };
 
 /// The run that the global record names. Throws store::Error when its date is none.

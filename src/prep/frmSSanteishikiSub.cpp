@@ -53,6 +53,7 @@ void CriterionForm::DataList1_Click() {
     picker_->loadKijun();
     showGuidance({}, false);
     nothingToDo_ = false;
+    allowNext(true);
 }
 
 void CriterionForm::showGuidance(const QString& text, bool warning) {

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSortFilterProxyModel>
 #include <QVBoxLayout>
 #include <map>
@@ -101,6 +102,8 @@ void frmSTaisyousya::makeControls() {
     column->addLayout(body, 1);
     column->addLayout(widgets::buttonRow({help}, {close_, save_}));
     setMinimumSize(widgets::twips(14400), widgets::twips(8040));
+    // Wide enough for both columns of criteria where the screen allows it.
+    resize(QSize(1240, 680).boundedTo(screen()->availableSize() * 9 / 10));
     tabOrder();
 }
 
@@ -114,6 +117,8 @@ QWidget* frmSTaisyousya::makeList() {
                      QStringLiteral("退職した社員")});
     show_->setAccessibleName(QStringLiteral("表示する社員"));
     unassigned_ = make<QLabel>(QStringLiteral("Label5"));
+    counts_ = make<QLabel>(QStringLiteral("Label8"));
+    widgets::setTone(counts_, widgets::Tone::Muted);
 
     table_ = make<widgets::Table>(QStringLiteral("DataGrid1"));
     model_ = new widgets::RowsModel({{QStringLiteral("社員Code")},
@@ -128,6 +133,7 @@ QWidget* frmSTaisyousya::makeList() {
     filter_->setSourceModel(model_);
     table_->setModel(filter_);
     table_->setSortingEnabled(true);
+    table_->sortByColumn(Code, Qt::AscendingOrder);
     table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     table_->setAccessibleName(QStringLiteral("対象者の一覧"));
     table_->setPlaceholder(
@@ -141,7 +147,11 @@ QWidget* frmSTaisyousya::makeList() {
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(find);
     column->addWidget(table_, 1);
-    column->addWidget(unassigned_);
+    auto* counts = new QHBoxLayout;
+    counts->setSpacing(3 * widgets::kGrid);
+    counts->addWidget(unassigned_);
+    counts->addWidget(counts_, 1);
+    column->addLayout(counts);
     return holder;
 }
 
@@ -259,10 +269,8 @@ void frmSTaisyousya::showCounts() {
     for (int row = 0; row < static_cast<int>(people_.size()); ++row) unassigned += future(row).none() ? 1 : 0;
     const int chosen = table_->selectionModel()->selectedRows().size();
     const auto changes = changedRows().size();
-    unassigned_->setText(QStringLiteral("対象者 %1人　　未割り当て %2人　　変更 %3人")
-                             .arg(people_.size())
-                             .arg(unassigned)
-                             .arg(changes));
+    unassigned_->setText(QStringLiteral("未割り当て %1人").arg(unassigned));
+    counts_->setText(QStringLiteral("対象者 %1人　変更 %2人").arg(people_.size()).arg(changes));
     widgets::setTone(unassigned_, unassigned > 0 ? widgets::Tone::Warning : widgets::Tone::Normal);
     selected_->setText(chosen > 0 ? QStringLiteral("%1人を選んでいます").arg(chosen)
                                   : QStringLiteral("社員を選んでいません"));

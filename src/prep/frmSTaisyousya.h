@@ -72,6 +72,7 @@ class frmSTaisyousya : public widgets::Form {
     Filter* filter_ = nullptr;
     criteria::CriterionPicker* picker_ = nullptr;
     QLabel* unassigned_ = nullptr;
+    QLabel* counts_ = nullptr;
     QLabel* selected_ = nullptr;
     QPushButton* assign_ = nullptr;
     QPushButton* release_ = nullptr;
