@@ -1,5 +1,6 @@
 #include "prep/frmMenuSJikkou.h"
 
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -90,6 +91,9 @@ void frmMenuSJikkou::build() {
     widgets::setPrimary(command7);
     frame1->body()->addWidget(command7);
     auto* column = static_cast<QVBoxLayout*>(layout());
+    setMinimumWidth(77 * widgets::kGrid);
+    auto* steps = findChild<QGridLayout*>();
+    for (int i = 0; i < steps->columnCount(); ++i) steps->setColumnStretch(i, 1);
     column->insertWidget(column->count() - 2, frame1);
 
     std::vector<QWidget*> order;

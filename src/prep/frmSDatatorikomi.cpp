@@ -7,6 +7,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <memory>
+#include <optional>
 
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
@@ -38,6 +39,25 @@ const QString kNobodyToImport = QStringLiteral(
 const QString kNewDateGuidance = u"年月日（入力例：2000/4/1）を入力し、ﾃﾞｰﾀ取込ボタンを押してください。"_s;
 const QString kExistingDateGuidance = u"読み込むﾃﾞｰﾀの基準日を選択し、ﾃﾞｰﾀ読込ボタンを押してください。"_s;
 
+/// A large company takes a second or so: the guidance line says what goes on until the work is over.
+class BusyLine {
+  public:
+    BusyLine(QLabel* line, const QString& text) : line_(line), guidance_(line->text()) {
+        line_->setText(text);
+        line_->repaint();
+    }
+    ~BusyLine() { line_->setText(guidance_); }
+    BusyLine(const BusyLine&) = delete;
+    BusyLine& operator=(const BusyLine&) = delete;
+
+  private:
+    QLabel* line_;
+    QString guidance_;
+};
+
+const QString kImporting = u"人事データを取り込んでいます。しばらくお待ちください。"_s;
+const QString kDeleting = u"取込データを削除しています。しばらくお待ちください。"_s;
+
 Side sideOf(const shell::GlobalRecord& global) {
     return global.haibun_sekkei_mode ? Side::Sekkei : Side::Jikkou;
 }
@@ -55,11 +75,10 @@ frmSDatatorikomi::frmSDatatorikomi(shell::House& house, QWidget* parent)
     Command1_->setFocus();
 }
 
-// ---- layout
-// -------------------------------------------------------------------------------------------------------
+// ---- layout ----------------------------------------------------------------------------------------------
 
 void frmSDatatorikomi::build() {
-    setMinimumSize(620, 460);
+    setMinimumSize(78 * widgets::kGrid, 54 * widgets::kGrid);
     QVBoxLayout* column = widgets::columnOf(this);
     column->addWidget(buildChoice());
     Label4_ = make<QLabel>(u"Label4"_s);
@@ -68,7 +87,10 @@ void frmSDatatorikomi::build() {
     column->addWidget(Label4_);
     // One page a state: the window keeps its size when the state changes.
     pages_ = new QStackedWidget(this);
-    pages_->addWidget(new QWidget(pages_));
+    auto* choose = new QLabel(u"上のボタンで、取り込み方を選んでください。"_s, pages_);
+    choose->setAlignment(Qt::AlignCenter);
+    widgets::setTone(choose, widgets::Tone::Muted);
+    pages_->addWidget(choose);
     pages_->addWidget(buildDates());
     pages_->addWidget(buildList());
     column->addWidget(pages_, 1);
@@ -103,8 +125,8 @@ QWidget* frmSDatatorikomi::buildDates() {
         QLineEdit* edit = Text1_[std::size_t(i)];
         QLabel* label = labelFor(u"Label3_%1"_s.arg(i), kFieldNames[std::size_t(i)] + u':', edit);
         widgets::addField(grid, label, edit);
-        edit->setPlaceholderText(u"2000/4/1"_s);
     }
+    grid->setColumnStretch(2, 1);  // a date needs no wide field
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(grid);
@@ -153,8 +175,7 @@ void frmSDatatorikomi::connectEvents() {
                         {Command3_[0], Command5_});
 }
 
-// ---- the three states
-// ---------------------------------------------------------------------------------------------
+// ---- the three states ------------------------------------------------------------------------------------
 
 void frmSDatatorikomi::setState(State state) {
     shinki_mode_ = state == State::NewDate;
@@ -201,8 +222,7 @@ void frmSDatatorikomi::fillList() {
     DataList1_->setItems(items);
 }
 
-// ---- the input rules
-// ----------------------------------------------------------------------------------------------
+// ---- the input rules -------------------------------------------------------------------------------------
 
 QString frmSDatatorikomi::duplicateProblem(QDate kijunbi) const {
     store::Connection& cn = *house_.global.cn_main;
@@ -249,8 +269,7 @@ QDate frmSDatatorikomi::requireChosenDate() {
     return store::requireDate(DataList1_->boundText());
 }
 
-// ---- the commands
-// -------------------------------------------------------------------------------------------------
+// ---- the commands ----------------------------------------------------------------------------------------
 
 void frmSDatatorikomi::setDates(const personnel::PositionDates& dates) {
     house_.global.kijunbi = store::formatDate(dates.kijunbi);
@@ -271,8 +290,10 @@ void frmSDatatorikomi::importNewDate() {
         const personnel::PositionDates dates{store::requireDate(Text1_[0]->text()),
                                              store::requireDate(Text1_[1]->text()),
                                              store::requireDate(Text1_[2]->text())};
+        std::optional<BusyLine> busy(std::in_place, Label4_, kImporting);
         rebuildSnapshot(dates);
         if (snapshotIsEmpty(cn)) {
+            busy.reset();
             setDefaultPointer();
             shell::tell(this, kNobodyToImport, u"基準日指定の確認"_s, shell::BoxIcon::Warning);
             cancel();
@@ -294,6 +315,7 @@ void frmSDatatorikomi::loadExistingDate() {
             return;
         const auto dates = readDates(*house_.global.cn_main, side_, kijunbi);
         if (!dates) throw store::Error(store::Error::Reason::Type, u"現在のレコードがありません。"_s);
+        const BusyLine busy(Label4_, kImporting);
         rebuildSnapshot(*dates);
         leave(*dates);
     });
@@ -307,6 +329,7 @@ void frmSDatatorikomi::deleteDate() {
         house_.global.kijunbi = store::formatDate(kijunbi);
         if (!shell::ask(this, u" %1 を削除しますか？"_s.arg(house_.global.kijunbi), u"削除の確認"_s)) return;
         setHourglass();
+        const BusyLine busy(Label4_, kDeleting);
         torikomi_trans_.begin();
         removeDate(cn, side_, kijunbi);
         torikomi_trans_.commit();

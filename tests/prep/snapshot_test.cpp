@@ -197,10 +197,7 @@ TEST_F(Snapshot, AddsADateAndCarriesForwardUnlessItHasRowsAlready) {
     EXPECT_EQ(rows(u"SELECT 社員Code FROM %1 WHERE 基準日 = ?"_s.arg(syain), {d("2004/7/10")}),
               QStringList{u"000002"_s});
     EXPECT_EQ(carried(RunTable::TaiouSyain), (QStringList{u"000001|0101"_s, u"000002|0101"_s}));
-    EXPECT_EQ(prep::listDates(*cn_, Side::Jikkou), (std::vector<QDate>{d("2003/12/10"), d("2004/7/10")}));
-    EXPECT_TRUE(prep::listDates(*cn_, Side::Sekkei).empty());
     EXPECT_EQ(prep::readDates(*cn_, Side::Jikkou, d("2003/12/10")), winter);
-    EXPECT_FALSE(prep::hasDate(*cn_, Side::Sekkei, d("2003/12/10")));
 }
 
 TEST_F(Snapshot, RemovesADateWithItsRunTablesOnTheRunSideOnly) {
