@@ -27,6 +27,9 @@ CriterionPicker::CriterionPicker(shell::House& house, QWidget* parent)
     kubun_->setAccessibleName(QStringLiteral("配分区分"));
     kijun_->setAccessibleName(QStringLiteral("配分基準"));
     kubun_->setPlaceholder(QStringLiteral("配分区分が設定されていません"));
+    constexpr int kLeastRows = 3;
+    for (widgets::CodeList* list : {kubun_, kijun_})
+        list->setMinimumHeight(kLeastRows * (fontMetrics().height() + widgets::kGrid) + widgets::kGrid);
     kubunLabel->setBuddy(kubun_);
     kijunLabel_->setBuddy(kijun_);
     // The second prompt keeps its place while it is hidden, so that the lists do not jump.
