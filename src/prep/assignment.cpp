@@ -15,8 +15,10 @@ QString asJson(const QStringList& codes) {
 
 /// Of several rows of a person (two transfers on one day) the first one shows.
 const QString kAssigneeSql = QStringLiteral(
-    "WITH 対応 AS (SELECT 社員Code, min(ID) AS 先頭, max(abs(coalesce(個人別計算,0)) + abs(coalesce(総額配分,0)) + "
-    "abs(coalesce(金一封,0)) + abs(coalesce(特別加算金,0))) > 0 AS 金額あり FROM S配分基準対応社員 WHERE 基準日 = ?1 GROUP BY "
+    "WITH 対応 AS (SELECT 社員Code, min(ID) AS 先頭, max(abs(coalesce(個人別計算,0)) + "
+    "abs(coalesce(総額配分,0)) + "
+    "abs(coalesce(金一封,0)) + abs(coalesce(特別加算金,0))) > 0 AS 金額あり FROM S配分基準対応社員 WHERE "
+    "基準日 = ?1 GROUP BY "
     "社員Code), "
     "在籍 AS (SELECT 社員Code, min(rowid) AS 先頭 FROM IdoChuusyutsuMax2 GROUP BY 社員Code), "
     "全員 AS (SELECT 社員Code FROM 在籍 UNION SELECT 社員Code FROM 対応) "
@@ -41,7 +43,7 @@ std::vector<Assignee> assignees(store::Connection& cn, QDate kijunbi) {
     while (row.step()) {
         const QStringList places{row.toText(Dai), row.toText(Syou)};
         Assignee a{row.toText(Code), row.toText(Shimei), places.join(u' ').trimmed(), row.toText(Yakusyoku),
-                   row.toText(Toukyuu)};
+                   row.toText(Toukyuu), {}};
         a.assignment = {row.toText(Kubun), row.toText(Kijun)};
         a.hasAmounts = !row.isNull(Amounts) && row.toInteger(Amounts) != 0;
         a.hasLeft = row.toInteger(Left) != 0;
@@ -50,22 +52,25 @@ std::vector<Assignee> assignees(store::Connection& cn, QDate kijunbi) {
     return list;
 }
 
-void assign(store::Connection& cn, QDate kijunbi, const QStringList& syainCodes, const Assignment& assignment) {
+void assign(store::Connection& cn, QDate kijunbi, const QStringList& syainCodes,
+            const Assignment& assignment) {
     const QString codes = asJson(syainCodes);
-    for (const char16_t* table : {u"S実行個人別計算", u"S実行個人別計算決定", u"S実行総額配分", u"S実行総額配分決定",
-                                  u"S配分基準対応社員"})
-        cn.execute(QStringLiteral("DELETE FROM %1 WHERE 基準日 = ? AND NOT (配分区分 IS ? AND 配分基準 IS ?) AND "
-                                  "社員Code IN (SELECT value FROM json_each(?))")
-                       .arg(QString::fromUtf16(table)),
-                   {kijunbi, assignment.kubun, assignment.kijun, codes});
+    for (const char16_t* table : {u"S実行個人別計算", u"S実行個人別計算決定", u"S実行総額配分",
+                                  u"S実行総額配分決定", u"S配分基準対応社員"})
+        cn.execute(
+            QStringLiteral("DELETE FROM %1 WHERE 基準日 = ? AND NOT (配分区分 IS ? AND 配分基準 IS ?) AND "
+                           "社員Code IN (SELECT value FROM json_each(?))")
+                .arg(QString::fromUtf16(table)),
+            {kijunbi, assignment.kubun, assignment.kijun, codes});
     if (assignment.none()) return;
 
     for (const RunTable table : kRunTables) {
         QStringList newcomers;
         store::Statement missing = cn.prepare(
-            QStringLiteral("SELECT DISTINCT value FROM json_each(?4) WHERE value NOT IN (SELECT 社員Code FROM %1 "
-                           "WHERE 基準日 = ?1 AND 配分区分 = ?2 AND 配分基準 = ?3 AND 社員Code IS NOT NULL) ORDER BY "
-                           "Clng(value)")
+            QStringLiteral(
+                "SELECT DISTINCT value FROM json_each(?4) WHERE value NOT IN (SELECT 社員Code FROM %1 "
+                "WHERE 基準日 = ?1 AND 配分区分 = ?2 AND 配分基準 = ?3 AND 社員Code IS NOT NULL) ORDER BY "
+                "Clng(value)")
                 .arg(runTableName(table)));
         missing.bindAll({kijunbi, assignment.kubun, assignment.kijun, codes});
         while (missing.step()) newcomers << missing.toText(0);

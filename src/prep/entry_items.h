@@ -5,7 +5,8 @@
 #include "shell/run_key.h"
 #include "store/connection.h"
 
-/// What is to be typed in under one 算定方式 of a criterion: the four items 基礎額Ａ, 基礎額Ｂ, 係数, 支給係数.
+/// What is to be typed in under one 算定方式 of a criterion: the four items 基礎額Ａ, 基礎額Ｂ, 係数,
+/// 支給係数.
 namespace prep {
 
 enum class EntryPurpose {
@@ -15,8 +16,8 @@ enum class EntryPurpose {
 
 inline constexpr int kEntryItemCount = 4;
 
-/// Which items are offered, in the order 基礎額Ａ, 基礎額Ｂ, 係数, 支給係数. 支給係数 exists for 個人別計算 only; a criterion without
-/// any row in S係数設定 offers nothing.
+/// Which items are offered, in the order 基礎額Ａ, 基礎額Ｂ, 係数, 支給係数. 支給係数 exists for 個人別計算
+/// only; a criterion without any row in S係数設定 offers nothing.
 std::array<bool, kEntryItemCount> offeredItems(store::Connection& cn, const shell::RunKey& run,
                                                const QString& santeiHoushiki, EntryPurpose purpose);
 
@@ -24,8 +25,10 @@ std::array<bool, kEntryItemCount> offeredItems(store::Connection& cn, const shel
 enum class Base { A = 1, B = 2 };
 
 /// True when no coefficient acts on the base any more although the base is set up: its set-up is of no use.
-bool baseIsOrphaned(store::Connection& cn, const shell::RunKey& run, const QString& santeiHoushiki, Base base);
+bool baseIsOrphaned(store::Connection& cn, const shell::RunKey& run, const QString& santeiHoushiki,
+                    Base base);
 /// Removes the set-up of the base (S基礎額設定, S基礎額基本給, S基礎額手当), all or nothing.
-void removeBaseSetup(store::Connection& cn, const shell::RunKey& run, const QString& santeiHoushiki, Base base);
+void removeBaseSetup(store::Connection& cn, const shell::RunKey& run, const QString& santeiHoushiki,
+                     Base base);
 
 }  // namespace prep

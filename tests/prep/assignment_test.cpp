@@ -26,9 +26,10 @@ struct AssignmentTest : testing::Test {
         return {};
     }
     qint64 count(const char16_t* table, const QString& code, const Assignment& assignment) {
-        auto row = cn->prepare(QStringLiteral("select count(*) from %1 where 基準日 = ? and 社員Code = ? and 配分区分 = ? "
-                                              "and 配分基準 = ?")
-                                   .arg(QString::fromUtf16(table)));
+        auto row = cn->prepare(
+            QStringLiteral("select count(*) from %1 where 基準日 = ? and 社員Code = ? and 配分区分 = ? "
+                           "and 配分基準 = ?")
+                .arg(QString::fromUtf16(table)));
         row.bindAll({kDate, code, assignment.kubun, assignment.kijun});
         return row.step() ? row.toInteger(0) : -1;
     }
@@ -68,7 +69,9 @@ TEST_F(AssignmentTest, ListsTheSnapshotAndWhoHasLeft) {
     EXPECT_EQ(find(leaver).assignment, kGeneral);
 
     // Two transfers on the same day make two rows of the snapshot, but one person.
-    cn->execute(QStringLiteral("insert into IdoChuusyutsuMax2 select * from IdoChuusyutsuMax2 where 社員Code = ?"), {newcomer});
+    cn->execute(
+        QStringLiteral("insert into IdoChuusyutsuMax2 select * from IdoChuusyutsuMax2 where 社員Code = ?"),
+        {newcomer});
     EXPECT_EQ(static_cast<int>(prep::assignees(*cn, kDate).size()), before);
 }
 
@@ -76,9 +79,10 @@ TEST_F(AssignmentTest, NewcomerGetsDefaultRowsInAllThreeTables) {
     const QString code = QString::fromUtf16(sample::People::kJoinedAfterLastRun);
     move({code}, kManagers);
     for (const char16_t* table : kRunRows) EXPECT_EQ(count(table, code, kManagers), 1);
-    const auto row = cn->query(QStringLiteral("select 基礎額Ａ,基礎額Ｂ,年齢係数,入力3係数,評価,支給係数 from S実行個人別計算 "
-                                              "where 基準日 = ? and 社員Code = ?"),
-                               {kDate, code});
+    const auto row = cn->query(
+        QStringLiteral("select 基礎額Ａ,基礎額Ｂ,年齢係数,入力3係数,評価,支給係数 from S実行個人別計算 "
+                       "where 基準日 = ? and 社員Code = ?"),
+        {kDate, code});
     ASSERT_EQ(row.recordCount(), 1);
     EXPECT_EQ(row.value(0).toMoney(), store::Money::fromYen(10000));
     EXPECT_EQ(row.value(1).toMoney(), store::Money::fromYen(10000));
@@ -100,10 +104,14 @@ TEST_F(AssignmentTest, MovingDropsTheOldCriterionOfThatDateOnly) {
         cn->execute(QStringLiteral("insert into %1(社員Code,配分区分,配分基準,基準日) values(?,?,?,?)")
                         .arg(QString::fromUtf16(table)),
                     {mover, kGeneral.kubun, kGeneral.kijun, kDate});
-    cn->execute(QStringLiteral("update S配分基準対応社員 set 金一封 = 50000000 where 基準日 = ? and 社員Code = ?"), {kDate, mover});
+    cn->execute(
+        QStringLiteral("update S配分基準対応社員 set 金一封 = 50000000 where 基準日 = ? and 社員Code = ?"),
+        {kDate, mover});
     EXPECT_TRUE(find(mover).hasAmounts);
     const auto earlier = [&] {
-        return cn->query(QStringLiteral("select * from S実行個人別計算 where 基準日 < ? order by ID"), {kDate}).recordCount();
+        return cn
+            ->query(QStringLiteral("select * from S実行個人別計算 where 基準日 < ? order by ID"), {kDate})
+            .recordCount();
     };
     const int earlierRows = earlier();
 

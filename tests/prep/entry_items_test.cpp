@@ -14,20 +14,27 @@ struct EntryItemsTest : testing::Test {
         cn = folder.open();
     }
     void coefficient(const char16_t* kind, const char16_t* method, const char16_t* input, bool a, bool b) {
-        cn->execute(QStringLiteral("insert into S係数設定(配分区分Code,配分基準Code,設定名称,算定方式,入力区分Code,基礎額Ａ,基礎額Ｂ) "
-                                   "values('01','02',?,?,?,?,?)"),
-                    {kind, method, input, a, b});
+        cn->execute(
+            QStringLiteral(
+                "insert into "
+                "S係数設定(配分区分Code,配分基準Code,設定名称,算定方式,入力区分Code,基礎額Ａ,基礎額Ｂ) "
+                "values('01','02',?,?,?,?,?)"),
+            {kind, method, input, a, b});
     }
     void base(const char16_t* method, const char16_t* which, const char16_t* how) {
-        cn->execute(QStringLiteral("insert into S基礎額設定(配分区分,配分基準,算定方式,処理区分,設定方法) values('01','02',?,?,?)"),
+        cn->execute(QStringLiteral("insert into S基礎額設定(配分区分,配分基準,算定方式,処理区分,設定方法) "
+                                   "values('01','02',?,?,?)"),
                     {method, which, how});
     }
     void payment(const char16_t* how) {
-        cn->execute(QStringLiteral("insert into S支給係数設定(配分区分,配分基準,設定方法) values('01','02',?)"), {how});
+        cn->execute(
+            QStringLiteral("insert into S支給係数設定(配分区分,配分基準,設定方法) values('01','02',?)"),
+            {how});
     }
     std::string offered(const char16_t* method, EntryPurpose purpose) {
         std::string text;
-        for (bool item : prep::offeredItems(*cn, run, QString::fromUtf16(method), purpose)) text += item ? 'x' : '-';
+        for (bool item : prep::offeredItems(*cn, run, QString::fromUtf16(method), purpose))
+            text += item ? 'x' : '-';
         return text;
     }
     const shell::RunKey run{QDate(2026, 12, 10), QStringLiteral("01"), QStringLiteral("02")};
