@@ -42,8 +42,8 @@ std::vector<Assignee> assignees(store::Connection& cn, QDate kijunbi) {
     row.bind(1, store::Value(kijunbi));
     while (row.step()) {
         const QStringList places{row.toText(Dai), row.toText(Syou)};
-        Assignee a{row.toText(Code), row.toText(Shimei), places.join(u' ').trimmed(), row.toText(Yakusyoku),
-                   row.toText(Toukyuu), {}};
+        Assignee a{row.toText(Code),      row.toText(Shimei),  places.join(u' ').trimmed(),
+                   row.toText(Yakusyoku), row.toText(Toukyuu), {}};
         a.assignment = {row.toText(Kubun), row.toText(Kijun)};
         a.hasAmounts = !row.isNull(Amounts) && row.toInteger(Amounts) != 0;
         a.hasLeft = row.toInteger(Left) != 0;
