@@ -21,8 +21,10 @@ std::vector<reports::Report::Row> reportRows(const std::vector<ResultRow>& rows)
     data.reserve(rows.size());
     for (const ResultRow& row : rows) {
         reports::Report::Row cells{row.syainCode, row.simei};
-        for (const auto& amount : row.amounts)
-            cells.push_back(amount ? store::Value(*amount) : store::Value());
+        for (const auto& amount : row.amounts) {
+            store::Value& cell = cells.emplace_back();
+            if (amount) cell = *amount;
+        }
         data.push_back(std::move(cells));
     }
     return data;
