@@ -15,6 +15,9 @@ else()
               -Werror
               -ffp-contract=off)
 endif()
+# GCC 12 takes the inactive members of an optimised std::variant for uninitialised ones.
+target_compile_options(
+  mint_flags INTERFACE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<NOT:$<CONFIG:Debug>>>:-Wno-maybe-uninitialized>)
 target_compile_definitions(mint_flags INTERFACE QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 if(MINT_SANITIZE)
   target_compile_options(mint_flags INTERFACE -fsanitize=address,undefined

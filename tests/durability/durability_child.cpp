@@ -12,5 +12,7 @@ int main(int argc, char** argv) {
     auto cn = store::openMainConnection(arguments.value(1), arguments.value(2));
     std::puts("ready");
     std::fflush(stdout);
-    for (int side = 1;; side = 1 - side) durability::runTowards(*cn, command, side);
+    // A date that an earlier child left behind goes first.
+    const bool there = prep::hasDate(*cn, prep::Side::Jikkou, durability::extraDate());
+    for (int side = there ? 0 : 1;; side = 1 - side) durability::runTowards(*cn, command, side);
 }
