@@ -1,0 +1,289 @@
+#include "prep/run_input.h"
+
+#include <QMap>
+#include <cmath>
+
+#include "prep/criterion_snapshot.h"
+#include "store/catalog.h"
+
+namespace prep {
+namespace {
+
+namespace t = store::tables;
+
+const QString kOfRun = QStringLiteral("基準日 = ? AND 配分区分 = ? AND 配分基準 = ?");
+const QString kInputError = QStringLiteral("入力エラー");
+constexpr double kAmountLimit = 100000000;
+constexpr double kCoefficientLimit = 1000;
+
+store::Binds runBinds(const shell::RunKey& run) {
+    return {run.kijunbi, run.haibunKubun, run.haibunKijun};
+}
+
+// ---- The two walks in step -------------------------------------------------------------------------------
+
+/// The rows of a run's table in the order in which a grid shows them.
+struct TableRows {
+    std::vector<qint64> ids;
+    QStringList codes;
+};
+
+TableRows readTableRows(store::Connection& cn, const shell::RunKey& run, const QString& table) {
+    store::Statement row =
+        cn.prepare(QStringLiteral("SELECT ID, 社員Code FROM %1 WHERE %2 ORDER BY Clng(社員Code), ID")
+                       .arg(table, kOfRun));
+    row.bindAll(runBinds(run));
+    TableRows rows;
+    while (row.step()) {
+        rows.ids.push_back(row.toInteger(0));
+        rows.codes << row.toText(1);
+    }
+    return rows;
+}
+
+/// Who stands in `codes` more often than in `others`; the first few by code.
+QString surplus(const QStringList& codes, const QStringList& others) {
+    QMap<QString, int> counts;
+    for (const QString& code : codes) ++counts[code];
+    for (const QString& code : others) --counts[code];
+    QStringList more;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
+        if (it.value() > 0) more << it.key();
+    constexpr int kNamed = 5;
+    const QString named = more.mid(0, kNamed).join(u'、');
+    return more.size() > kNamed ? named + QStringLiteral(" ほか%1人").arg(more.size() - kNamed) : named;
+}
+
+QString difference(const QString& table, const QStringList& inTable, const QStringList& inGrid) {
+    QStringList lines{
+        QStringLiteral("画面の社員と「%1」の社員が一致しないため、更新しませんでした。").arg(table)};
+    const QString onlyTable = surplus(inTable, inGrid);
+    const QString onlyGrid = surplus(inGrid, inTable);
+    if (!onlyTable.isEmpty()) lines << QStringLiteral("画面にいない社員: ") + onlyTable;
+    if (!onlyGrid.isEmpty()) lines << QStringLiteral("登録先にいない社員: ") + onlyGrid;
+    if (lines.size() == 1) lines << QStringLiteral("社員の並び順が異なります。");
+    lines << QStringLiteral("個人データの取込と、対象者⇔配分基準の対応を確かめてください。");
+    return lines.join(u'\n');
+}
+
+store::TypeKind kindOf(const QString& table, const QString& column) {
+    for (const store::Column& c : store::tableNamed(table).columns)
+        if (c.name == column) return c.type.kind;
+    store::throwTypeMismatch();
+}
+
+/// What a typed text is to its column: an amount, a number, or the text itself.
+store::Value stored(const QString& text, store::TypeKind kind) {
+    if (kind == store::TypeKind::Text) return text;
+    if (kind == store::TypeKind::Currency) return store::Value(text).toMoney();
+    return store::Value(text).toDouble();
+}
+
+// ---- Cells -----------------------------------------------------------------------------------------------
+
+double numberOf(const QString& text) {
+    const double number = store::parseNumber(text).value_or(0);
+    return std::isfinite(number) ? number : 0;
+}
+
+QString formatAmount(const QString& text) {
+    const std::optional<double> yen = store::parseNumber(text);
+    return yen && std::fabs(*yen) < 1e14 ? store::formatGrouped(store::Money::fromDouble(*yen)) : text;
+}
+
+QString formatFactor(const QString& text) {
+    const std::optional<double> number = store::parseNumber(text);
+    return number && std::isfinite(*number) ? store::formatCoefficient(*number) : text;
+}
+
+/// A number a cell may hold; NaN, which fails every comparison, for a text that is none.
+double judged(const QString& text) {
+    return store::parseNumber(text).value_or(std::nan(""));
+}
+
+CellRules amountRules(double least, const QString& hint, const Refusal& empty) {
+    CellRules rules;
+    rules.heading = QStringLiteral("金額");
+    rules.hint = hint;
+    rules.characters = QStringLiteral("0123456789");
+    rules.format = formatAmount;
+    rules.settle = formatAmount;
+    rules.number = numberOf;
+    const auto outside = [least](const QString& text) -> std::optional<Refusal> {
+        const double yen = judged(text);
+        if (yen >= least && yen < kAmountLimit) return {};
+        return Refusal{QStringLiteral("1～99,999,999円を入力してください。"), kInputError};
+    };
+    rules.leave = [outside, empty](const QString& text) { return text.isEmpty() ? empty : outside(text); };
+    rules.save = [outside](const QString& text) {
+        return text.isEmpty() ? refuseEmpty(text) : outside(text);
+    };
+    return rules;
+}
+
+std::optional<Refusal> leaveCoefficient(const QString& text) {
+    const QString one = QStringLiteral("1");
+    if (text.isEmpty())
+        return Refusal{QStringLiteral("空欄なので1.000にします。"), QStringLiteral("空欄1.000表示"), one};
+    const double factor = judged(text);
+    if (!(factor >= 0))
+        return Refusal{QStringLiteral("不正な入力がありました。暫定的に1.000にします。"), kInputError, one};
+    if (factor == 0) return Refusal{QStringLiteral("0.000は暫定的に1.000にします。"), kInputError, one};
+    if (factor >= kCoefficientLimit)
+        return Refusal{QStringLiteral("999.999以下を入力してください。"), kInputError};
+    return {};
+}
+
+std::optional<Refusal> saveCoefficient(const QString& text) {
+    if (text.isEmpty()) return refuseEmpty(text);
+    const double factor = judged(text);
+    if (!(factor > 0)) return Refusal{QStringLiteral("0.001以上を入力してください。"), kInputError};
+    if (factor >= kCoefficientLimit)
+        return Refusal{QStringLiteral("999.999以下を入力してください。"), kInputError};
+    return {};
+}
+
+}  // namespace
+
+std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& run,
+                                    const InputTarget& target) {
+    SelectIntoX3(cn, run, target.table);
+    store::Statement row = cn.prepare(
+        QStringLiteral(
+            "SELECT 行.%1, 列.氏名, 列.所属大名, 列.役職名, 列.社員Code FROM IdoChuusyutsuMax3 AS 列 "
+            "INNER JOIN %2 AS 行 ON 列.社員Code = 行.社員Code WHERE %3 "
+            "ORDER BY Clng(行.社員Code), 行.ID")
+            .arg(target.column, runTableName(target.table), kOfRun));
+    row.bindAll(runBinds(run));
+    std::vector<InputRow> rows;
+    while (row.step())
+        rows.push_back({row.value(0).toText(), row.toText(1), row.toText(2), row.toText(3), row.toText(4)});
+    return rows;
+}
+
+std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey& run,
+                                      const InputTarget& target, const std::vector<InputRow>& rows) {
+    const QString table = runTableName(target.table);
+    const TableRows there = readTableRows(cn, run, table);
+    QStringList codes;
+    for (const InputRow& row : rows) codes << row.syainCode;
+    if (codes != there.codes) return difference(table, there.codes, codes);
+
+    const store::TypeKind kind = kindOf(table, target.column);
+    store::Statement update =
+        cn.prepare(QStringLiteral("UPDATE %1 SET %2 = ? WHERE ID = ?").arg(table, target.column));
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        update.bind(1, stored(rows[i].text, kind)).bind(2, there.ids[i]).run();
+    return {};
+}
+
+void storeTypedTotal(store::Connection& cn, const shell::RunKey& run, const QString& column) {
+    store::Statement sum =
+        cn.prepare(QStringLiteral("SELECT Sum(%1) FROM S配分基準対応社員 WHERE %2").arg(column, kOfRun));
+    sum.bindAll(runBinds(run));
+    sum.step();
+    const store::Value total = sum.isNull(0) ? store::Value() : store::Value(sum.toMoney(0));
+    sum.reset();
+
+    store::Binds binds = runBinds(run);
+    binds.insert(binds.begin(), total);
+    const QString totalColumn = column + QStringLiteral("合計");
+    const int changed =
+        cn.execute(QStringLiteral("UPDATE S実行予算 SET %1 = ?1 WHERE ID = (SELECT min(ID) FROM S実行予算 "
+                                  "WHERE 基準日 = ?2 AND 配分区分 = ?3 AND 配分基準 = ?4)")
+                       .arg(totalColumn),
+                   binds);
+    if (changed == 0)
+        cn.execute(QStringLiteral("INSERT INTO S実行予算(%1, 基準日, 配分区分, 配分基準) VALUES(?, ?, ?, ?)")
+                       .arg(totalColumn),
+                   binds);
+}
+
+// ---- Coefficients ----------------------------------------------------------------------------------------
+
+QString coefficientColumn(const QString& setteiMeisyou) {
+    using namespace t::S実行個人別計算;
+    const int position = 年齢係数 - 1 + setteiMeisyou.toInt();
+    if (position < 年齢係数 || position > 入力3係数) store::throwTypeMismatch();
+    return store::tableNamed(QString::fromUtf16(kName)).columns[static_cast<std::size_t>(position)].name;
+}
+
+std::vector<Coefficient> listCoefficients(store::Connection& cn, const shell::RunKey& run,
+                                          const QString& santeiHoushiki, bool correction) {
+    store::Statement row = cn.prepare(
+        QStringLiteral("SELECT 設定名称, 係数 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
+                       "入力区分Code %1 '1' AND 算定方式 = ? ORDER BY Cint(設定名称)")
+            .arg(correction ? QStringLiteral("<>") : QStringLiteral("=")));
+    row.bindAll({run.haibunKubun, run.haibunKijun, santeiHoushiki});
+    std::vector<Coefficient> list;
+    while (row.step()) list.push_back({row.toText(0), row.toText(1)});
+    return list;
+}
+
+bool sisterTypesIn(store::Connection& cn, const shell::RunKey& run, const QString& otherHoushiki,
+                   const QString& setteiMeisyou) {
+    return cn.query(QStringLiteral("SELECT 1 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
+                                   "設定名称 = ? AND 算定方式 = ? AND 入力区分Code = '1'"),
+                    {run.haibunKubun, run.haibunKijun, setteiMeisyou, otherHoushiki})
+               .recordCount() == 1;
+}
+
+// ---- Cells -----------------------------------------------------------------------------------------------
+
+std::optional<Refusal> refuseEmpty(const QString& text) {
+    if (!text.isEmpty()) return {};
+    return Refusal{QStringLiteral("未入力ヶ所があります"), QStringLiteral("未入力")};
+}
+
+CellRules typedAmountRules() {
+    return amountRules(
+        0, QStringLiteral("0～99,999,999円を入力してください"),
+        {QStringLiteral("空欄なので0にします。"), QStringLiteral("空欄0表示"), QStringLiteral("0")});
+}
+
+CellRules baseAmountRules() {
+    return amountRules(1, QStringLiteral("1～99,999,999円を入力してください"),
+                       {QStringLiteral("空欄なので10000にします。"), QStringLiteral("空欄10000表示"),
+                        QStringLiteral("10000")});
+}
+
+CellRules coefficientRules() {
+    CellRules rules;
+    rules.heading = QStringLiteral("係数");
+    rules.hint = QStringLiteral("0.001～999.999を入力してください");
+    rules.characters = QStringLiteral("0123456789.");
+    rules.format = formatFactor;
+    rules.number = numberOf;
+    rules.leave = leaveCoefficient;
+    rules.save = saveCoefficient;
+    return rules;
+}
+
+std::optional<QStringList> pastedColumn(const QString& clipboard) {
+    QString text = clipboard;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    if (text.endsWith(u'\n')) text.chop(1);
+    if (text.contains(u'\t')) return {};
+    return text.split(u'\n');
+}
+
+QString plainNumber(const QString& pasted) {
+    QString text = pasted.normalized(QString::NormalizationForm_KC).trimmed();
+    if (text.startsWith(u'¥') || text.startsWith(u'\\')) text.remove(0, 1);
+    return text.trimmed();
+}
+
+QString keisan(const QString& dividend, const QString& divisor) {
+    const QString zero = QStringLiteral("0");
+    if (dividend == zero || divisor == zero) return store::formatCoefficient(0);
+    const auto clng = [](const QString& text) {
+        const qint64 number = store::Value(text).toInteger();
+        if (number != static_cast<qint32>(number)) store::throwOverflow();
+        return static_cast<double>(number);
+    };
+    const double below = clng(divisor);
+    if (below == 0) store::throwDivideByZero();
+    return store::formatCoefficient(clng(dividend) / below);
+}
+
+}  // namespace prep
