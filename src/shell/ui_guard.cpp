@@ -7,6 +7,9 @@
 namespace shell {
 namespace {
 
+const QString kSavepoint = QStringLiteral("SAVEPOINT 画面");
+const QString kRelease = QStringLiteral("RELEASE 画面");
+
 /// What the user reads of a failure; nothing when the work went through.
 std::optional<QString> failureOf(const std::function<void()>& work) {
     try {
@@ -36,19 +39,32 @@ void tellCancelled(widgets::Form* form, FormTransaction& transaction) {
 }  // namespace
 
 void FormTransaction::begin() {
-    cn_.beginTrans();
+    nested_ = cn_.inTransaction();
+    if (nested_)
+        cn_.execute(kSavepoint);
+    else
+        cn_.beginTrans();
     open_ = true;
 }
 
 void FormTransaction::commit() {
-    cn_.commitTrans();
+    if (nested_)
+        cn_.execute(kRelease);
+    else
+        cn_.commitTrans();
     open_ = false;
 }
 
 void FormTransaction::rollback() {
     open_ = false;
     // A full disk makes the engine roll back on its own.
-    if (cn_.inTransaction()) cn_.rollbackTrans();
+    if (!cn_.inTransaction()) return;
+    if (nested_) {
+        cn_.execute(QStringLiteral("ROLLBACK TO 画面"));
+        cn_.execute(kRelease);
+    } else {
+        cn_.rollbackTrans();
+    }
 }
 
 bool guarded(widgets::Form* form, const std::function<void()>& work) {

@@ -6,7 +6,8 @@
 
 namespace shell {
 
-/// The form's private flag: a transaction on cn_main that a failure must roll back.
+/// The form's private flag: a transaction on cn_main that a failure must roll back. Where a screen below has a
+/// transaction open already, this one nests in it: a rollback takes back this form's own work only.
 class FormTransaction {
   public:
     explicit FormTransaction(store::Connection& cn) : cn_(cn) {}
@@ -18,6 +19,7 @@ class FormTransaction {
   private:
     store::Connection& cn_;
     bool open_ = false;
+    bool nested_ = false;
 };
 
 /// Every event procedure that touches data runs in here: the program's one failure style.
