@@ -3,6 +3,10 @@
 #include "calc/frmSHaibunjikkouK2.h"
 #include "prep/frmMenuSJikkou.h"
 #include "prep/frmSDatatorikomi.h"
+#include "prep/frmSJikkou01.h"
+#include "prep/frmSJikkou02.h"
+#include "prep/frmSJikkou03.h"
+#include "prep/frmSJikkou03Sub.h"
 #include "prep/frmSSanteishikiSub.h"
 #include "prep/frmSSanteishitei.h"
 #include "prep/frmSSanteishitei2.h"
@@ -39,6 +43,10 @@ void addRun(shell::ScreenRegistry& screens) {
     add<prep::frmSSanteishikiSub>(screens, "frmSSanteishikiSub");
     add<prep::frmSSanteishitei>(screens, "frmSSanteishitei");
     add<prep::frmSSanteishitei2>(screens, "frmSSanteishitei2");
+    add<prep::frmSJikkou01>(screens, "frmSJikkou01");
+    add<prep::frmSJikkou02>(screens, "frmSJikkou02");
+    add<prep::frmSJikkou03Sub>(screens, "frmSJikkou03Sub");
+    add<prep::frmSJikkou03>(screens, "frmSJikkou03");
 }
 
 /// The sheets of one run of the program belong together: the session lives as long as the screens can be

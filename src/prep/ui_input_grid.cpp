@@ -46,11 +46,11 @@ class InputModel : public QAbstractTableModel {
     void setText(int row, const QString& text) {
         QString& held = rows[static_cast<std::size_t>(row)].text;
         if (held == text) return;
-        changed -= held != original[row];
+        changed -= differs(held, original[row]);
         count(held, -1);
         held = text;
         count(held, 1);
-        changed += held != original[row];
+        changed += differs(held, original[row]);
         Q_EMIT dataChanged(index(row, InputGrid::Value), index(row, InputGrid::Value));
     }
     const QString& text(int row) const { return rows[static_cast<std::size_t>(row)].text; }
@@ -95,6 +95,11 @@ class InputModel : public QAbstractTableModel {
     int filled = 0;  ///< rows with any text
 
   private:
+    /// "10,000" typed over 10000 is no change.
+    bool differs(const QString& a, const QString& b) const {
+        if (a == b) return false;
+        return !rules.number || a.isEmpty() || b.isEmpty() || rules.number(a) != rules.number(b);
+    }
     int alignment(int column) const {
         const bool right = column == InputGrid::Value && rules.choices.isEmpty();
         return int((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
