@@ -5,15 +5,18 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <array>
 
 #include "support/company_fixture.h"
 
 namespace {
 
+using namespace Qt::StringLiterals;
 using sample::People;
 using sample::SampleOptions;
 using store::Binds;
 using support::CompanyFolder;
+using Least = std::vector<std::pair<QString, int>>;  // what is counted, how many at least
 
 qint64 scalar(store::Connection& cn, const QString& sql, const Binds& binds = {}) {
     store::Recordset rows = cn.query(sql, binds);
@@ -33,58 +36,41 @@ class SampleCompany : public testing::Test {
         folder_.reset();
     }
     static qint64 count(const QString& from, const Binds& binds = {}) {
-        return scalar(*cn_, QStringLiteral("SELECT count(*) FROM ") + from, binds);
+        return scalar(*cn_, u"SELECT count(*) FROM "_s + from, binds);
     }
     inline static std::unique_ptr<CompanyFolder> folder_;
     inline static std::unique_ptr<store::Connection> cn_;
 };
 
 TEST_F(SampleCompany, CoversEveryBranchOfTheSetUp) {
-    const struct {
-        const char* from;
-        int least;
-    } branches[] = {
-        {"S配分区分 WHERE 表示 <> 0", 2},
-        {"S配分区分 WHERE 表示 = 0", 1},
-        {"S配分基準 WHERE 表示 <> 0", 4},
-        {"S配分基準 WHERE 表示 = 0", 1},
-        {"S配分基準 WHERE 個人別計算 <> 0 AND 総額配分 = 0", 1},
-        {"S配分基準 WHERE 個人別計算 = 0 AND 総額配分 <> 0", 1},
-        {"S配分基準 WHERE 個人別計算 <> 0 AND 総額配分 <> 0 AND 金一封 <> 0", 1},
-        {"S配分基準 WHERE 金一封 <> 0 AND 特別加算金 <> 0 AND 表示 <> 0", 1},
-        {"S係数設定 WHERE 算定方式 = '1' AND 基礎額Ａ <> 0 AND 基礎額Ｂ = 0", 1},
-        {"S係数設定 WHERE 算定方式 = '1' AND 基礎額Ａ = 0 AND 基礎額Ｂ <> 0", 1},
-        {"S係数設定 WHERE 算定方式 = '1' AND 基礎額Ａ <> 0 AND 基礎額Ｂ <> 0", 1},
-        {"S係数設定 WHERE 算定方式 = '1' AND 基礎額Ａ = 0 AND 基礎額Ｂ = 0", 1},
-        {"S係数設定 WHERE 算定方式 = '2' AND 基礎額Ａ = 0 AND 基礎額Ｂ = 0", 1},
-        {"S係数設定 WHERE 入力区分Code = '1'", 1},
-        {"S係数設定 WHERE 入力区分Code = '2'", 1},
-        {"(SELECT DISTINCT 設定方法 FROM S基礎額設定)", 3},
-        {"(SELECT DISTINCT 設定方法 FROM S支給係数設定)", 3},
-        {"(SELECT DISTINCT 評語タイプ FROM S係数評価段階設定)", 3},
-        {"(SELECT DISTINCT 評語タイプ FROM S評価2テーブル)", 12},
-        {"S評価2テーブル WHERE 評語タイプ = '1'", 9},
-        {"S係数年齢2 WHERE 配分基準 = '01' AND 配分区分 = '01'", 48},
-        {"S支給係数評価あり WHERE 配分区分 = '01' AND 配分基準 = '01'", 6},
-        {"(SELECT DISTINCT 単価, 端数処理 FROM Tanka_hasuu)", 3},
-        {"S配分基準対応社員 WHERE 金一封 > 0", 1},
-        {"S配分基準対応社員 WHERE 特別加算金 > 0", 1},
-        {"(SELECT DISTINCT 分類Code FROM Ｈ評価実績)", 3},
-        {"(SELECT DISTINCT 基準日 FROM C新賃金体系基本給)", 3},
-        {"(SELECT DISTINCT 手当 FROM C新賃金体系手当)", 3},
-        {"出身地マスタ", 47},
-        {"家族テーブル", 20},
-        {"資格・免許テーブル", 20},
-        {"履歴書テーブル WHERE 退職フラグ <> 0", 3},
-        {"(SELECT 社員Code FROM 異動テーブル GROUP BY 社員Code HAVING count(*) >= 4)", 5},
-        {"Sshikyuukeisuu WHERE 設定方法 = '2' AND 一律係数 = 2.5", 2},
-        {"SshikyuukeisuuHA", 12},
-    };
-    for (const auto& branch : branches)
-        EXPECT_GE(count(QString::fromUtf8(branch.from)), branch.least) << branch.from;
-    EXPECT_EQ(scalar(*cn_, QStringLiteral("SELECT count(*) FROM 会社テーブル WHERE 自由マスタ3 = '組合' AND "
-                                          "自由マスタ4 = '未設定' AND 自由マスタ5 = '未設定'")),
-              1);
+    const Least kinds{{u"設定方法 FROM S基礎額設定"_s, 3},         {u"設定方法 FROM S支給係数設定"_s, 3},
+                      {u"評語タイプ FROM S係数評価段階設定"_s, 3}, {u"評語タイプ FROM S評価2テーブル"_s, 12},
+                      {u"単価, 端数処理 FROM Tanka_hasuu"_s, 3},   {u"分類Code FROM Ｈ評価実績"_s, 3},
+                      {u"基準日 FROM C新賃金体系基本給"_s, 3},     {u"手当 FROM C新賃金体系手当"_s, 3},
+                      {u"表示 <> 0 FROM S配分区分"_s, 2},          {u"表示 <> 0 FROM S配分基準"_s, 2}};
+    for (const auto& [of, least] : kinds)
+        EXPECT_GE(count(u"(SELECT DISTINCT %1)"_s.arg(of)), least) << of.toStdString();
+    const Least rows{{u"S評価2テーブル WHERE 評語タイプ = '1'"_s, 9},  {u"S配分区分 WHERE 表示 <> 0"_s, 2},
+                     {u"S配分基準対応社員 WHERE 金一封 > 0"_s, 1},     {u"S配分基準 WHERE 表示 <> 0"_s, 4},
+                     {u"S配分基準対応社員 WHERE 特別加算金 > 0"_s, 1}, {u"SshikyuukeisuuHA"_s, 12},
+                     {u"S係数設定 WHERE 入力区分Code = '1'"_s, 1},     {u"資格・免許テーブル"_s, 20},
+                     {u"S係数設定 WHERE 入力区分Code = '2'"_s, 1},     {u"家族テーブル"_s, 20},
+                     {u"履歴書テーブル WHERE 退職フラグ <> 0"_s, 3},   {u"出身地マスタ"_s, 47}};
+    for (const auto& [from, least] : rows) EXPECT_GE(count(from), least) << from.toStdString();
+    const Least rarer{
+        {u"S配分基準 WHERE 個人別計算 <> 0 AND 総額配分 = 0"_s, 1},
+        {u"S配分基準 WHERE 個人別計算 = 0 AND 総額配分 <> 0"_s, 1},
+        {u"S配分基準 WHERE 個人別計算 <> 0 AND 総額配分 <> 0 AND 金一封 <> 0"_s, 1},
+        {u"S配分基準 WHERE 金一封 <> 0 AND 特別加算金 <> 0 AND 表示 <> 0"_s, 1},
+        {u"(SELECT DISTINCT 基礎額Ａ <> 0, 基礎額Ｂ <> 0 FROM S係数設定 WHERE 算定方式 = '1')"_s, 4},
+        {u"S係数設定 WHERE 算定方式 = '2' AND 基礎額Ａ = 0 AND 基礎額Ｂ = 0"_s, 1},
+        {u"S係数年齢2 WHERE 配分基準 = '01' AND 配分区分 = '01'"_s, 48},
+        {u"S支給係数評価あり WHERE 配分区分 = '01' AND 配分基準 = '01'"_s, 6},
+        {u"Sshikyuukeisuu WHERE 設定方法 = '2' AND 一律係数 = 2.5"_s, 2},
+        {u"会社テーブル WHERE 自由マスタ3 = '組合' AND 自由マスタ4 = '未設定' AND 自由マスタ5 = '未設定'"_s,
+         1},
+        {u"(SELECT 社員Code FROM 異動テーブル GROUP BY 社員Code HAVING count(*) >= 4)"_s, 5}};
+    for (const auto& [from, least] : rarer) EXPECT_GE(count(from), least) << from.toStdString();
     for (const store::Table& table : store::catalog())
         if (table.lifetime == store::Lifetime::Permanent && table.file == store::File::Chingin) {
             EXPECT_GT(count(table.name), 0) << table.name.toStdString();
@@ -92,71 +78,44 @@ TEST_F(SampleCompany, CoversEveryBranchOfTheSetUp) {
 }
 
 TEST_F(SampleCompany, EveryCodeStandsInItsMaster) {
-    const struct {
-        const char* table;
-        const char* column;
-        const char* master;
-        const char* key;
-    } references[] = {
-        {"履歴書テーブル", "性別", "性別マスタ", "Code"},
-        {"履歴書テーブル", "婚姻区分", "婚姻区分マスタ", "Code"},
-        {"履歴書テーブル", "世帯主区分", "世帯主区分マスタ", "Code"},
-        {"履歴書テーブル", "最終学歴", "最終学歴マスタ", "Code"},
-        {"履歴書テーブル", "出身地", "出身地マスタ", "Code"},
-        {"履歴書テーブル", "住宅区分", "住宅区分マスタ", "Code"},
-        {"履歴書テーブル", "採用区分", "採用区分マスタ", "Code"},
-        {"履歴書テーブル", "自由1", "自由マスタ1", "Code"},
-        {"履歴書テーブル", "自由2", "自由マスタ2", "Code"},
-        {"履歴書テーブル", "自由3", "自由マスタ3", "Code"},
-        {"異動テーブル", "異動事由", "異動事由マスタ", "Code"},
-        {"異動テーブル", "社員区分", "社員区分マスタ", "Code"},
-        {"異動テーブル", "所属大||所属小", "所属小マスタ", "所属大||Code"},
-        {"異動テーブル", "役職", "役職マスタ", "Code"},
-        {"異動テーブル", "職種", "職種マスタ", "Code"},
-        {"異動テーブル", "コース", "コースマスタ", "Code"},
-        {"所属小マスタ", "所属大", "所属大マスタ", "Code"},
-        {"家族テーブル", "続柄", "続柄マスタ", "Code"},
-        {"家族テーブル", "性別", "性別マスタ", "Code"},
-        {"家族テーブル", "扶養", "扶養マスタ", "Code"},
-        {"家族テーブル", "同居", "同居マスタ", "Code"},
-        {"家族テーブル", "障害", "障害マスタ", "Code"},
-        {"続柄マスタ", "続柄グループ", "続柄グループマスタ", "Code"},
-        {"資格・免許テーブル", "\"資格・免許\"", "資格・免許マスタ", "Code"},
-        {"資格・免許テーブル", "業務必要性", "業務必要性マスタ", "Code"},
-        {"S配分基準対応社員", "配分区分||配分基準", "S配分基準", "配分区分||Code"},
-        {"S実行個人別計算", "配分区分||配分基準", "S配分基準", "配分区分||Code"},
-        {"S係数設定", "配分区分Code||配分基準Code", "S配分基準", "配分区分||Code"},
-        {"S係数設定", "設定名称", "S係数名称設定", "Code"},
-        {"S係数役職", "役職", "役職マスタ", "Code"},
-        {"S係数所属大", "所属大", "所属大マスタ", "Code"},
-        {"S係数自由1", "自由1", "自由マスタ1", "Code"},
-        {"C新賃金体系基本給", "基本給Code", "C基本給設定テーブル", "基本給Code"},
-        {"C新賃金体系手当", "手当", "C手当設定テーブル", "手当"},
-        {"S基礎額手当", "手当", "C手当設定テーブル", "手当"},
-        {"S基礎額基本給", "基本給", "C基本給設定テーブル", "基本給"},
-    };
-    for (const auto& r : references)
-        EXPECT_EQ(count(QStringLiteral("%1 WHERE (%2) IS NOT NULL AND (%2) NOT IN (SELECT %4 FROM %3)")
-                            .arg(QString::fromUtf8(r.table), QString::fromUtf8(r.column),
-                                 QString::fromUtf8(r.master), QString::fromUtf8(r.key))),
+    const auto refers = [](const QString& table, const QString& columns, const QString& keys) {
+        EXPECT_EQ(count(u"%1 WHERE (%2) IS NOT NULL AND (%2) NOT IN (SELECT %3)"_s.arg(table, columns, keys)),
                   0)
-            << r.table << "." << r.column;
-    EXPECT_EQ(count(QStringLiteral("(SELECT Code FROM 所属小マスタ GROUP BY Code HAVING count(*) > 1)")), 0);
-    EXPECT_EQ(count(QStringLiteral(
-                  "(SELECT 社員Code FROM 異動テーブル GROUP BY 社員Code, 異動日 HAVING count(*) > 1)")),
-              0);
-    EXPECT_EQ(count(QStringLiteral("異動テーブル i JOIN 履歴書テーブル r ON r.社員Code = i.社員Code "
-                                   "WHERE i.異動日 < r.入社日 OR r.入社日 <= r.生年月日")),
-              0);
+            << table.toStdString() << columns.toStdString();
+    };
+    const std::vector<std::pair<QString, QString>> namedLikeTheirMaster{
+        {u"履歴書テーブル"_s, u"性別 婚姻区分 世帯主区分 最終学歴 出身地 住宅区分 採用区分"_s},
+        {u"異動テーブル"_s, u"異動事由 社員区分 役職 職種 コース"_s},
+        {u"家族テーブル"_s, u"続柄 性別 扶養 同居 障害"_s},
+        {u"所属小マスタ"_s, u"所属大"_s},
+        {u"続柄マスタ"_s, u"続柄グループ"_s},
+        {u"資格・免許テーブル"_s, u"資格・免許 業務必要性"_s},
+        {u"S係数役職"_s, u"役職"_s},
+        {u"S係数所属大"_s, u"所属大"_s}};
+    for (const auto& [table, columns] : namedLikeTheirMaster)
+        for (const QString& column : columns.split(u' '))
+            refers(table, u"\"%1\""_s.arg(column), u"Code FROM \"%1マスタ\""_s.arg(column));
+    for (const QString& free : {u"1"_s, u"2"_s, u"3"_s})
+        refers(u"履歴書テーブル"_s, u"自由"_s + free, u"Code FROM 自由マスタ"_s + free);
+    refers(u"異動テーブル"_s, u"所属大||所属小"_s, u"所属大||Code FROM 所属小マスタ"_s);
+    refers(u"S配分基準対応社員"_s, u"配分区分||配分基準"_s, u"配分区分||Code FROM S配分基準"_s);
+    refers(u"S実行個人別計算"_s, u"配分区分||配分基準"_s, u"配分区分||Code FROM S配分基準"_s);
+    refers(u"S係数設定"_s, u"配分区分Code||配分基準Code"_s, u"配分区分||Code FROM S配分基準"_s);
+    refers(u"S係数設定"_s, u"設定名称"_s, u"Code FROM S係数名称設定"_s);
+    refers(u"S係数自由1"_s, u"自由1"_s, u"Code FROM 自由マスタ1"_s);
+    refers(u"C新賃金体系基本給"_s, u"基本給Code"_s, u"基本給Code FROM C基本給設定テーブル"_s);
+    refers(u"C新賃金体系手当"_s, u"手当"_s, u"手当 FROM C手当設定テーブル"_s);
+    refers(u"S基礎額手当"_s, u"手当"_s, u"手当 FROM C手当設定テーブル"_s);
+    refers(u"S基礎額基本給"_s, u"基本給"_s, u"基本給 FROM C基本給設定テーブル"_s);
     for (const store::Table& table : store::catalog())
         for (const store::Column& column : table.columns)
-            if (column.name == QStringLiteral("社員Code") && cn_->hasTable(table.name)) {
-                EXPECT_EQ(
-                    count(QStringLiteral("%1 WHERE 社員Code NOT IN (SELECT 社員Code FROM 履歴書テーブル)")
-                              .arg(table.name)),
-                    0)
-                    << table.name.toStdString();
-            }
+            if (column.name == u"社員Code"_s && cn_->hasTable(table.name))
+                refers(table.name, column.name, u"社員Code FROM 履歴書テーブル"_s);
+    const QStringList wrong{
+        u"(SELECT Code FROM 所属小マスタ GROUP BY Code HAVING count(*) > 1)"_s,
+        u"(SELECT 社員Code FROM 異動テーブル GROUP BY 社員Code, 異動日 HAVING count(*) > 1)"_s,
+        u"異動テーブル JOIN 履歴書テーブル USING(社員Code) WHERE 異動日 < 入社日 OR 入社日 <= 生年月日"_s};
+    for (const QString& from : wrong) EXPECT_EQ(count(from), 0) << from.toStdString();
 }
 
 int bytesOf(const QString& text) {
@@ -167,145 +126,105 @@ int bytesOf(const QString& text) {
 }
 
 TEST_F(SampleCompany, NamesAndAddressesFitTheirFields) {
-    const struct {
-        const char* sql;
-        int limit;
-    } limits[] = {
-        {"SELECT 氏名 FROM 履歴書テーブル", 20},  {"SELECT フリガナ FROM 履歴書テーブル", 20},
-        {"SELECT 氏名 FROM 家族テーブル", 20},    {"SELECT フリガナ FROM 家族テーブル", 20},
-        {"SELECT 住所1 FROM 履歴書テーブル", 40}, {"SELECT 電話番号 FROM 履歴書テーブル", 13},
-        {"SELECT 役職 FROM 役職マスタ", 16},      {"SELECT 自由1 FROM 自由マスタ1", 16},
-        {"SELECT 所属小 FROM 所属小マスタ", 16},  {"SELECT \"資格・免許\" FROM 資格・免許マスタ", 16},
-    };
-    for (const auto& limit : limits) {
-        store::Recordset rows = cn_->query(QString::fromUtf8(limit.sql));
-        for (; !rows.eof(); rows.moveNext()) {
-            const QString text = rows.value(0).toText();
-            EXPECT_LE(bytesOf(text), limit.limit) << text.toStdString();
-            EXPECT_GT(text.size(), 0) << limit.sql;
+    const std::vector<std::pair<QString, int>> limits{
+        {u"氏名 FROM 履歴書テーブル"_s, 20},  {u"フリガナ FROM 履歴書テーブル"_s, 20},
+        {u"氏名 FROM 家族テーブル"_s, 20},    {u"フリガナ FROM 家族テーブル"_s, 20},
+        {u"住所1 FROM 履歴書テーブル"_s, 40}, {u"電話番号 FROM 履歴書テーブル"_s, 13},
+        {u"役職 FROM 役職マスタ"_s, 16},      {u"自由1 FROM 自由マスタ1"_s, 16},
+        {u"所属小 FROM 所属小マスタ"_s, 16},  {u"\"資格・免許\" FROM 資格・免許マスタ"_s, 16}};
+    for (const auto& [of, limit] : limits)
+        for (store::Recordset rows = cn_->query(u"SELECT "_s + of); !rows.eof(); rows.moveNext()) {
+            const int bytes = bytesOf(rows.value(0).toText());
+            EXPECT_TRUE(bytes > 0 && bytes <= limit) << bytes << " in " << of.toStdString();
         }
-    }
-    store::Recordset longName =
-        cn_->query(QStringLiteral("SELECT 氏名 FROM 履歴書テーブル WHERE 社員Code = ?"), {People::kLongName});
-    EXPECT_EQ(bytesOf(longName.value(0).toText()), 20);
+    const QString longName = u"SELECT 氏名 FROM 履歴書テーブル WHERE 社員Code = ?"_s;
+    EXPECT_EQ(bytesOf(cn_->query(longName, {People::kLongName}).value(0).toText()), 20);
 }
 
 TEST_F(SampleCompany, TheNamedPeopleHaveTheirStories) {
-    const auto rowsAt = [&](const char16_t* code, int date) {
-        return count(QStringLiteral("S配分基準対応社員 WHERE 社員Code = ? AND 基準日 = ?"),
-                     {code, sample::kijunbi(date)});
-    };
-    const struct {
-        const char16_t* code;
-        int rows[sample::kDates];
-    } stories[] = {
+    const std::vector<std::pair<const char16_t*, std::array<int, sample::kDates>>> stories{
         {People::kRetiredOnFirstDate, {1, 0, 0}}, {People::kRetiredBeforeFirst, {0, 0, 0}},
         {People::kRetiredBetween, {1, 0, 0}},     {People::kFutureTransfer, {1, 1, 1}},
         {People::kJoinedAfterLastRun, {0, 0, 0}}, {People::kWithoutTransfer, {0, 0, 0}},
-        {People::kJoinedBetween, {0, 1, 1}},      {People::kPromoted, {1, 1, 1}},
-    };
-    for (const auto& story : stories)
+        {People::kJoinedBetween, {0, 1, 1}},      {People::kPromoted, {1, 1, 1}}};
+    const QString rowsAt = u"S配分基準対応社員 WHERE 社員Code = ? AND 基準日 = ?"_s;
+    for (const auto& [code, rows] : stories)
         for (int date = 0; date < sample::kDates; ++date)
-            EXPECT_EQ(rowsAt(story.code, date), story.rows[date])
-                << QString::fromUtf16(story.code).toStdString() << " " << date;
-    EXPECT_EQ(count(QStringLiteral("異動テーブル WHERE 異動日 > ? AND 社員Code IN (?, ?)"),
-                    {sample::newestKijunbi(), People::kFutureTransfer, People::kFutureTransfer2}),
-              2);
-    EXPECT_EQ(count(QStringLiteral("異動テーブル WHERE 社員Code = ?"), {People::kWithoutTransfer}), 0);
-    EXPECT_EQ(count(QStringLiteral("IdoChuusyutsuMax2 WHERE 社員Code = ?"), {People::kJoinedAfterLastRun}),
-              1);
-    EXPECT_EQ(
-        count(QStringLiteral("IdoChuusyutsuMax2 m JOIN S配分基準対応社員 s ON s.社員Code = m.社員Code WHERE "
-                             "m.社員Code = ? AND m.役職 = '03' AND s.配分基準 = '01' AND s.基準日 = ?"),
-              {People::kPromoted, sample::newestKijunbi()}),
-        1);
-    for (const sample::Criterion& criterion : sample::kCriteria)
-        EXPECT_GE(
-            count(QStringLiteral("S配分基準対応社員 WHERE 基準日 = ? AND 配分区分 = ? AND 配分基準 = ?"),
-                  {sample::newestKijunbi(), criterion.kubun, criterion.kijun}),
-            5);
+            EXPECT_EQ(count(rowsAt, {code, sample::kijunbi(date)}), rows[static_cast<std::size_t>(date)])
+                << QString::fromUtf16(code).toStdString() << " " << date;
+    const QDate newest = sample::newestKijunbi();
+    for (const char16_t* code : {People::kFutureTransfer, People::kFutureTransfer2})
+        EXPECT_EQ(count(u"異動テーブル WHERE 異動日 > ? AND 社員Code = ?"_s, {newest, code}), 1);
+    EXPECT_EQ(count(u"異動テーブル WHERE 社員Code = ?"_s, {People::kWithoutTransfer}), 0);
+    EXPECT_EQ(count(u"IdoChuusyutsuMax2 WHERE 社員Code = ?"_s, {People::kJoinedAfterLastRun}), 1);
+    const QString carried =
+        u"IdoChuusyutsuMax2 m JOIN S配分基準対応社員 s USING(社員Code) WHERE 社員Code = ? AND m.役職 = '03' AND s.配分基準 = '01' AND s.基準日 = ?"_s;
+    EXPECT_EQ(count(carried, {People::kPromoted, newest}), 1);
+    const QString members = u"S配分基準対応社員 WHERE 基準日 = ? AND 配分区分 = ? AND 配分基準 = ?"_s;
+    for (const sample::Criterion& c : sample::kCriteria)
+        EXPECT_GE(count(members, {newest, c.kubun, c.kijun}), 5);
 }
 
 /// What automatic input would find, asked of the tables themselves.
 TEST_F(SampleCompany, InputsOfTheNewestDateFollowTheSetUp) {
-    const struct {
-        const char* column;
-        const char* table;
-        const char* key;
-        const char* of;
-    } coefficients[] = {
-        {"年齢係数", "S係数年齢2", "CAST(m.年齢 AS TEXT)", "年齢"},
-        {"勤続年数係数", "S係数勤続年数2", "CAST(m.勤続年数 AS TEXT)", "勤続年数"},
-        {"等級係数", "S係数等級", "m.等級", "等級"},
-        {"社員区分係数", "S係数社員区分", "m.社員区分", "社員区分"},
-        {"役職係数", "S係数役職", "m.役職", "役職"},
-        {"自由1係数", "S係数自由1", "p.自由1", "自由1"},
+    const QString run =
+        u"S実行個人別計算 r JOIN IdoChuusyutsuMax2 m USING(社員Code) JOIN 履歴書テーブル p USING(社員Code) "_s;
+    const QString where = u" WHERE r.基準日 = ? AND r.配分区分 = '01' AND r.配分基準 = '01' "_s;
+    const auto matching = [&](const QString& join, const QString& condition) {
+        return count(run + join + where + condition, {sample::newestKijunbi()});
     };
-    const QString run = QStringLiteral(
-        " r JOIN IdoChuusyutsuMax2 m ON m.社員Code = r.社員Code JOIN 履歴書テーブル p ON p.社員Code = "
-        "r.社員Code ");
-    const QString where = QStringLiteral("WHERE r.基準日 = ? AND r.配分区分 = '01' AND r.配分基準 = '01'");
-    const Binds date{sample::newestKijunbi()};
-    const qint64 people = count(QStringLiteral("S実行個人別計算") + run + where, date);
+    const qint64 people = matching({}, {});
     ASSERT_GT(people, 15);
-    for (const auto& c : coefficients)
-        EXPECT_EQ(
-            count(QStringLiteral("S実行個人別計算%1 JOIN %2 k ON k.配分区分 = r.配分区分 AND k.配分基準 = "
-                                 "r.配分基準 AND k.%3 = %4 %5 AND r.%6 = k.係数")
-                      .arg(run, QString::fromUtf8(c.table), QString::fromUtf8(c.of), QString::fromUtf8(c.key),
-                           where, QString::fromUtf8(c.column)),
-                  date),
-            people)
-            << c.column;
-    EXPECT_EQ(count(QStringLiteral(
-                        "S実行個人別計算%1 JOIN S支給係数評価あり k ON k.評価 = r.評価 JOIN Ｈ評価実績 h ON "
-                        "h.社員Code = r.社員Code AND h.評価 = r.評価 AND h.基準日 = '2026-11-20' %2 AND "
-                        "r.支給係数 = k.支給係数")
-                        .arg(run, where),
-                    date),
-              people);
-    EXPECT_EQ(count(QStringLiteral(
-                        "S実行個人別計算%1%2 AND r.基礎額Ｂ = 300000000 AND r.基礎額Ａ = "
-                        "(SELECT sum(金額) FROM C新賃金体系基本給 w WHERE w.社員Code = r.社員Code AND "
-                        "w.基準日 = '2026-10-01') + coalesce((SELECT 金額 FROM C新賃金体系手当 t WHERE "
-                        "t.社員Code = r.社員Code AND t.基準日 = '2026-10-01' AND t.手当 = '役職手当'), 0)")
-                        .arg(run, where),
-                    date),
+    const std::vector<std::array<QString, 3>> coefficients{
+        {u"年齢"_s, u"S係数年齢2"_s, u"CAST(m.年齢 AS TEXT)"_s},
+        {u"勤続年数"_s, u"S係数勤続年数2"_s, u"CAST(m.勤続年数 AS TEXT)"_s},
+        {u"等級"_s, u"S係数等級"_s, u"m.等級"_s},
+        {u"社員区分"_s, u"S係数社員区分"_s, u"m.社員区分"_s},
+        {u"役職"_s, u"S係数役職"_s, u"m.役職"_s},
+        {u"自由1"_s, u"S係数自由1"_s, u"p.自由1"_s}};
+    const QString entry = u"JOIN %1 k ON k.配分区分 = r.配分区分 AND k.配分基準 = r.配分基準 AND k.%2 = %3"_s;
+    for (const auto& [of, table, key] : coefficients)
+        EXPECT_EQ(matching(entry.arg(table, of, key), u"AND r.%1係数 = k.係数"_s.arg(of)), people)
+            << of.toStdString();
+    const QString graded = u"JOIN S支給係数評価あり k USING(評価) JOIN Ｈ評価実績 h USING(社員Code, 評価)"_s;
+    EXPECT_EQ(matching(graded, u"AND h.基準日 = '2026-11-20' AND r.支給係数 = k.支給係数"_s), people);
+    EXPECT_EQ(matching({},
+                       u"AND r.基礎額Ｂ = 300000000 AND r.基礎額Ａ = "
+                       "(SELECT sum(金額) FROM C新賃金体系基本給 w WHERE w.社員Code = r.社員Code AND "
+                       "w.基準日 = '2026-10-01') + coalesce((SELECT 金額 FROM C新賃金体系手当 t WHERE "
+                       "t.社員Code = r.社員Code AND t.基準日 = '2026-10-01' AND t.手当 = '役職手当'), 0)"_s),
               people);
 }
 
 TEST_F(SampleCompany, EarlierDatesAreComputedAndTheNewestWaits) {
-    const QString run = QStringLiteral(" WHERE 基準日 = ? AND 配分区分 = ? AND 配分基準 = ?");
     for (int index = 0; index < sample::kDates; ++index)
         for (const sample::Criterion& c : sample::kCriteria) {
             const bool computed = index < sample::kDates - 1;
             const Binds key{sample::kijunbi(index), c.kubun, c.kijun};
-            const auto ask = [&](const char* what) {
-                return scalar(*cn_, QString::fromUtf8(what) + run, key);
+            const auto ask = [&](const QString& what, const QString& table) {
+                const auto sql = u"SELECT %1 FROM %2 WHERE 基準日 = ? AND 配分区分 = ? AND 配分基準 = ?"_s;
+                return scalar(*cn_, sql.arg(what, table), key);
             };
-            const qint64 people = ask("SELECT count(*) FROM S配分基準対応社員");
-            const qint64 amounts = ask("SELECT count(*) FROM S配分基準対応社員") -
-                                   ask("SELECT sum(個人別計算 = 0 AND 総額配分 = 0) FROM S配分基準対応社員");
-            EXPECT_EQ(amounts, computed ? people : 0);
-            EXPECT_EQ(ask("SELECT sum(合計 = 個人別計算 + 総額配分 + 金一封 + 特別加算金 AND 合計 > 0) FROM "
-                          "S配分基準対応社員"),
-                      computed ? people : ask("SELECT sum(合計 <> 0) FROM S配分基準対応社員"));
-            EXPECT_EQ(ask("SELECT count(*) FROM S実行個人別計算決定"), computed && c.kojinbetsu ? people : 0);
-            EXPECT_EQ(ask("SELECT count(*) FROM S実行総額配分決定"), computed && c.sougaku ? people : 0);
-            EXPECT_EQ(ask("SELECT 予算総額 >= 総額配分予算 FROM S実行予算"), 1);
-            EXPECT_EQ(ask("SELECT 総額配分予算 > 0 FROM S実行予算"), c.sougaku ? 1 : 0);
+            const auto payments = [&](const QString& what) { return ask(what, u"S配分基準対応社員"_s); };
+            const auto budget = [&](const QString& what) { return ask(what, u"S実行予算"_s); };
+            const qint64 people = payments(u"count(*)"_s);
+            EXPECT_EQ(payments(u"sum(個人別計算 <> 0 OR 総額配分 <> 0)"_s), computed ? people : 0);
+            EXPECT_EQ(payments(u"sum(合計 = 個人別計算 + 総額配分 + 金一封 + 特別加算金 AND 合計 > 0)"_s),
+                      computed ? people : payments(u"sum(合計 <> 0)"_s));
+            EXPECT_EQ(ask(u"count(*)"_s, u"S実行個人別計算決定"_s), computed && c.kojinbetsu ? people : 0);
+            EXPECT_EQ(ask(u"count(*)"_s, u"S実行総額配分決定"_s), computed && c.sougaku ? people : 0);
+            EXPECT_EQ(budget(u"予算総額 >= 総額配分予算"_s), 1);
+            EXPECT_EQ(budget(u"総額配分予算 > 0"_s), c.sougaku ? 1 : 0);
             if (computed) {
-                EXPECT_EQ(
-                    ask("SELECT 個人別計算合計 + 総額配分合計 + 金一封合計 + 特別加算金合計 FROM S実行予算"),
-                    ask("SELECT sum(合計) FROM S配分基準対応社員"));
+                EXPECT_EQ(budget(u"個人別計算合計 + 総額配分合計 + 金一封合計 + 特別加算金合計"_s),
+                          payments(u"sum(合計)"_s));
             }
         }
 }
 
 TEST_F(SampleCompany, IsTheSameEveryTime) {
     QTemporaryDir root;
-    SampleOptions options;
-    options.dataDir = root.filePath(QStringLiteral("Data"));
+    const SampleOptions options{.dataDir = root.filePath(u"Data"_s)};
     sample::makeSampleCompany(options);
     const QByteArray first = support::dump(*cn_);
     const QByteArray second = support::dump(*store::openMainConnection(options.dataDir, options.company));
@@ -315,13 +234,10 @@ TEST_F(SampleCompany, IsTheSameEveryTime) {
 
 TEST(SampleCompanyMaking, ReplacesOnlyWhenAskedAndLeavesNothingBeside) {
     QTemporaryDir root;
-    SampleOptions options;
-    options.dataDir = root.filePath(QStringLiteral("Data"));
-    options.employees = 3;
-    options.earlierRuns = false;
+    SampleOptions options{.dataDir = root.filePath(u"Data"_s), .employees = 3, .earlierRuns = false};
     const auto people = [&] {
         return scalar(*store::openMainConnection(options.dataDir, options.company),
-                      QStringLiteral("SELECT count(*) FROM 履歴書テーブル"));
+                      u"SELECT count(*) FROM 履歴書テーブル"_s);
     };
     sample::makeSampleCompany(options);
     options.employees = 4;
@@ -331,38 +247,31 @@ TEST(SampleCompanyMaking, ReplacesOnlyWhenAskedAndLeavesNothingBeside) {
     sample::makeSampleCompany(options);
     EXPECT_EQ(people(), 4);
     const auto all = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden;
-    EXPECT_EQ(QDir(root.path()).entryList(all), QStringList{QStringLiteral("Data")});
+    EXPECT_EQ(QDir(root.path()).entryList(all), QStringList{u"Data"_s});
     EXPECT_EQ(QDir(options.dataDir).entryList(all), QStringList{options.company});
 }
 
 TEST(SampleCompanyMaking, OtherSizesAndKinds) {
-    const auto wageRows = QStringLiteral("SELECT count(*) FROM S基礎額設定 WHERE 設定方法 = '3'");
-    SampleOptions many;
-    many.employees = 2000;
-    CompanyFolder large;
-    large.makeSample(many);
-    const auto cn = large.open();
-    EXPECT_EQ(scalar(*cn, QStringLiteral("SELECT count(*) FROM 履歴書テーブル")), 2000);
-    EXPECT_GT(scalar(*cn, QStringLiteral("SELECT count(*) FROM S実行個人別計算決定")), 2000);
-    EXPECT_GT(scalar(*cn, wageRows), 0);
+    const auto wageRows = u"SELECT count(*) FROM S基礎額設定 WHERE 設定方法 = '3'"_s;
+    CompanyFolder large, bench;
+    large.makeSample({.dataDir = {}, .employees = 2000});
+    const auto many = large.open();
+    EXPECT_EQ(scalar(*many, u"SELECT count(*) FROM 履歴書テーブル"_s), 2000);
+    EXPECT_GT(scalar(*many, u"SELECT count(*) FROM S実行個人別計算決定"_s), 2000);
+    EXPECT_GT(scalar(*many, wageRows), 0);
 
-    SampleOptions one;
-    one.employees = 300;
-    one.companions = false;
-    one.earlierRuns = false;
-    one.spread = sample::Spread::OneCriterion;
-    CompanyFolder bench;
-    bench.makeSample(one);
-    const auto all = bench.open();
-    EXPECT_EQ(
-        scalar(*all,
-               QStringLiteral("SELECT count(*) FROM S実行個人別計算 WHERE 基準日 = ? AND 配分区分 = '01' "
-                              "AND 配分基準 = '01'"),
-               {sample::newestKijunbi()}),
-        300);
-    EXPECT_EQ(scalar(*all, wageRows), 0);
+    bench.makeSample({.dataDir = {},
+                      .employees = 300,
+                      .companions = false,
+                      .earlierRuns = false,
+                      .spread = sample::Spread::OneCriterion});
+    const auto one = bench.open();
+    const QString run =
+        u"SELECT count(*) FROM S実行個人別計算 WHERE 基準日 = ? AND 配分区分 || 配分基準 = '0101'"_s;
+    EXPECT_EQ(scalar(*one, run, {sample::newestKijunbi()}), 300);
+    EXPECT_EQ(scalar(*one, u"SELECT count(*) FROM S配分基準対応社員"_s), 300);
+    EXPECT_EQ(scalar(*one, wageRows), 0);
     EXPECT_FALSE(QFileInfo::exists(bench.file(store::File::Chingin)));
-    EXPECT_EQ(scalar(*all, QStringLiteral("SELECT count(*) FROM S配分基準対応社員")), 300);
 }
 
 }  // namespace

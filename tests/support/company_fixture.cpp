@@ -12,6 +12,7 @@
 namespace support {
 namespace {
 
+using namespace Qt::StringLiterals;
 using store::File;
 
 void require(bool done, const QString& what) {
@@ -19,87 +20,48 @@ void require(bool done, const QString& what) {
 }
 
 void copyFolder(const QString& from, const QString& to) {
-    require(QDir().mkpath(to), QStringLiteral("mkpath"));
+    require(QDir().mkpath(to), u"mkpath"_s);
     for (const QString& file : QDir(from).entryList(QDir::Files))
-        require(QFile::copy(from + u'/' + file, to + u'/' + file), QStringLiteral("copy"));
+        require(QFile::copy(from + u'/' + file, to + u'/' + file), u"copy"_s);
 }
 
-/// The companies made so far in this process, by their options.
-class Originals {
-  public:
-    QString folderOf(sample::SampleOptions options) {
-        const Key key{options.company,   options.employees,   options.companions,
-                      options.wageItems, options.earlierRuns, options.spread};
-        auto found = roots_.find(key);
-        if (found == roots_.end()) {
-            auto root = std::make_unique<QTemporaryDir>();
-            options.dataDir = root->filePath(QStringLiteral("Data"));
-            sample::makeSampleCompany(options);
-            found = roots_.emplace(key, std::move(root)).first;
-        }
-        return found->second->filePath(QStringLiteral("Data/") + options.company);
-    }
-
-  private:
+/// The folder of a company with these options, made at the first call in this process.
+QString originalOf(sample::SampleOptions options) {
     using Key = std::tuple<QString, int, bool, bool, bool, sample::Spread>;
-    std::map<Key, std::unique_ptr<QTemporaryDir>> roots_;
-};
-
-Originals& originals() {
-    static Originals all;
-    return all;
-}
-
-void refresh(store::Connection& cn, const QString& target, store::LinkPass pass) {
-    QString error;
-    require(store::refresh_links(cn, target, pass, error), error);
-}
-
-bool isPath(const QString& table) {
-    return table == QStringLiteral("Sリンクテーブル");
-}
-
-void dumpTable(store::Connection& cn, const QString& schema, const QString& table, QByteArray& out) {
-    store::Statement rows =
-        cn.prepare(QStringLiteral("SELECT * FROM %1.\"%2\" ORDER BY rowid").arg(schema, table));
-    while (rows.step()) {
-        out += table.toUtf8();
-        for (int column = 0; column < rows.columnCount(); ++column) {
-            out += '\t';
-            if (rows.isNull(column))
-                out += "NULL";
-            else if (rows.columnType(column).kind == store::TypeKind::Double)
-                out += QByteArray::number(rows.toDouble(column), 'g', 17);
-            else
-                out += rows.value(column).toText().toUtf8();
-        }
-        out += '\n';
+    static std::map<Key, std::unique_ptr<QTemporaryDir>> roots;
+    auto& root = roots[Key{options.company, options.employees, options.companions, options.wageItems,
+                           options.earlierRuns, options.spread}];
+    if (!root) {
+        auto made = std::make_unique<QTemporaryDir>();
+        options.dataDir = made->filePath(u"Data"_s);
+        sample::makeSampleCompany(options);
+        root = std::move(made);
     }
+    return root->filePath(u"Data/"_s + options.company);
 }
 
-void dumpSchema(store::Connection& cn, const QString& schema, QByteArray& out) {
-    for (const QString& table : cn.tables(schema)) {
-        out += "# " + table.toUtf8() + '\n';
-        if (!isPath(table)) dumpTable(cn, schema, table, out);
-    }
+QByteArray cell(const store::Statement& row, int column) {
+    if (row.isNull(column)) return "NULL";
+    if (row.columnType(column).kind == store::TypeKind::Double)
+        return QByteArray::number(row.toDouble(column), 'g', 17);
+    return row.value(column).toText().toUtf8();
 }
 
 }  // namespace
 
 CompanyFolder::CompanyFolder() {
-    require(root_.isValid() && QDir().mkpath(dataDir()), QStringLiteral("temporary folder"));
+    require(root_.isValid() && QDir().mkpath(dataDir()), u"temporary folder"_s);
 }
 
 void CompanyFolder::makeSample(sample::SampleOptions options) {
     company_ = options.company;
-    copyFolder(originals().folderOf(options), companyDir());
-    refreshLinks();
-}
-
-void CompanyFolder::refreshLinks() const {
+    copyFolder(originalOf(options), companyDir());
     store::Connection cn(file(File::Syouyo), store::databasePassword());
-    if (QFileInfo::exists(file(File::Chingin))) refresh(cn, file(File::Chingin), store::LinkPass::Chingin);
-    refresh(cn, file(File::Kihon), store::LinkPass::Kihon);
+    QString error;
+    for (const auto& [target, pass] :
+         {std::pair(File::Chingin, store::LinkPass::Chingin), std::pair(File::Kihon, store::LinkPass::Kihon)})
+        if (QFileInfo::exists(file(target)))
+            require(store::refresh_links(cn, file(target), pass, error), error);
 }
 
 void CompanyFolder::makeEmpty(const QString& company, store::CompanionFiles companions) {
@@ -108,21 +70,8 @@ void CompanyFolder::makeEmpty(const QString& company, store::CompanionFiles comp
 }
 
 void CompanyFolder::addCompanionMarker() const {
-    QFile marker(programDir() + QStringLiteral("/zukanzen.exe"));
-    require(marker.open(QIODevice::WriteOnly), QStringLiteral("marker"));
-}
-
-QString CompanyFolder::programDir() const {
-    return root_.path();
-}
-QString CompanyFolder::dataDir() const {
-    return root_.filePath(QStringLiteral("Data"));
-}
-QString CompanyFolder::companyDir() const {
-    return dataDir() + u'/' + company_;
-}
-QString CompanyFolder::file(File file) const {
-    return store::filePath(dataDir(), company_, file);
+    QFile marker(programDir() + u"/zukanzen.exe"_s);
+    require(marker.open(QIODevice::WriteOnly), u"marker"_s);
 }
 
 std::unique_ptr<store::Connection> CompanyFolder::open() const {
@@ -134,28 +83,34 @@ QByteArray CompanyFolder::fingerprint() const {
     for (File each : {File::Kihon, File::Chingin, File::Hyouka, File::Syouyo}) {
         if (!QFileInfo::exists(file(each))) continue;
         store::Connection cn(file(each), store::databasePassword());
-        dumpSchema(cn, QStringLiteral("main"), out);
+        out += dump(cn);
     }
     return out;
 }
 
 QByteArray dump(store::Connection& connection) {
     QByteArray out;
-    store::Recordset schemas = connection.query(QStringLiteral("SELECT name FROM pragma_database_list"));
-    for (; !schemas.eof(); schemas.moveNext())
-        if (const QString schema = schemas.value(0).toText(); schema != QStringLiteral("temp"))
-            dumpSchema(connection, schema, out);
+    for (const QString& schema : connection.schemas())
+        for (const QString& table : connection.tables(schema)) {
+            out += "# " + table.toUtf8() + '\n';
+            if (table == u"Sリンクテーブル"_s) continue;
+            store::Statement rows =
+                connection.prepare(u"SELECT * FROM %1.\"%2\" ORDER BY rowid"_s.arg(schema, table));
+            while (rows.step()) {
+                out += table.toUtf8();
+                for (int column = 0; column < rows.columnCount(); ++column) out += '\t' + cell(rows, column);
+                out += '\n';
+            }
+        }
     return out;
 }
 
 QByteArray firstDifference(const QByteArray& before, const QByteArray& after) {
     if (before == after) return {};
     const QList<QByteArray> a = before.split('\n'), b = after.split('\n');
-    for (qsizetype i = 0;; ++i) {
-        const QByteArray left = i < a.size() ? a[i] : QByteArray("(end)");
-        const QByteArray right = i < b.size() ? b[i] : QByteArray("(end)");
-        if (left != right) return "before: " + left + "\nafter:  " + right;
-    }
+    qsizetype line = 0;
+    while (a.value(line, "(end)") == b.value(line, "(end)")) ++line;
+    return "before: " + a.value(line, "(end)") + "\nafter:  " + b.value(line, "(end)");
 }
 
 }  // namespace support

@@ -23,11 +23,11 @@ class CompanyFolder {
     /// The empty file zukanzen.exe in the program's folder: the wage companion counts as installed.
     void addCompanionMarker() const;
 
-    QString programDir() const;
-    QString dataDir() const;
+    QString programDir() const { return root_.path(); }
+    QString dataDir() const { return root_.filePath(QStringLiteral("Data")); }
     QString company() const { return company_; }
-    QString companyDir() const;
-    QString file(store::File file) const;
+    QString companyDir() const { return dataDir() + u'/' + company_; }
+    QString file(store::File file) const { return store::filePath(dataDir(), company_, file); }
 
     /// The main connection; the links point into this folder.
     std::unique_ptr<store::Connection> open() const;
@@ -36,8 +36,6 @@ class CompanyFolder {
     QByteArray fingerprint() const;
 
   private:
-    void refreshLinks() const;
-
     QTemporaryDir root_;
     QString company_;
 };
