@@ -1,0 +1,231 @@
+#include <QFile>
+
+#include "screen_fixture.h"
+
+using namespace calctest;
+using reports::Section;
+
+// The runs against a formula worked out apart, their failures, and what shows the result.
+namespace {
+
+class Run : public Calculation {
+  protected:
+    /// A base in yen times the coefficients that the set-up puts on it, as SQL.
+    QString product(int criterion, const QString& method, const QString& base) {
+        const auto& columns = store::tableNamed(u"S実行個人別計算"_s).columns;
+        QString factors;
+        auto setup = global_.cn_main->prepare(
+            u"select 設定名称 from S係数設定 where 配分区分Code=? and 配分基準Code=? and 算定方式=? and %1<>0"_s
+                .arg(base));
+        setup.bindAll({kCriteria[criterion].kubun, kCriteria[criterion].kijun, method});
+        while (setup.step())
+            factors += u" * "_s + columns[static_cast<std::size_t>(6 + setup.toText(0).toInt())].name;
+        return factors.isEmpty() ? u"0"_s : base + u" / 10000.0"_s + factors;
+    }
+    /// Everybody's amount: the points times `factor`, to 10 yen, half up.
+    std::string workedOut(int criterion, const QString& method, const QString& factor) {
+        const QString points =
+            product(criterion, method, u"基礎額Ａ"_s) + u" + "_s + product(criterion, method, u"基礎額Ｂ"_s);
+        return read(u"社員Code, cast((点 * %1 + 5) / 10 as integer) * 10"_s.arg(factor),
+                    u"(select *, %1 as 点 from %2)"_s.arg(
+                        points, method == u"1"_s ? u"S実行個人別計算"_s : u"S実行総額配分"_s),
+                    criterion, kByCode);
+    }
+    std::string individually(int criterion, const QString& correction = u"1"_s) {
+        return workedOut(criterion, u"1"_s, u"支給係数 * "_s + correction);
+    }
+    /// What the preview shows in a section.
+    static QStringList texts(const reports::Report& report, Section section) {
+        QStringList all;
+        for (const auto& item : report.design().band(section).controls)
+            if (report.isVisible(item)) all << report.textOf(item, 0, 1);
+        return all;
+    }
+    void onPreview(const std::function<void(const reports::Report&)>& look) {
+        driver_.onScreen(u"frmReport"_s, [look](QDialog& preview) {
+            look(dynamic_cast<reports::frmReport&>(preview).report());
+            preview.reject();
+        });
+    }
+};
+
+TEST_F(Run, ComputesEachMethodAsAFormulaWorkedOutApart) {
+    open([&](QDialog& form) {
+        for (int criterion : {General, Managers, Shokutaku}) {
+            pick(form, criterion);
+            runIndividually(form);
+            EXPECT_EQ(stored(kKojinbetsu, criterion), individually(criterion)) << criterion;
+            EXPECT_EQ(text(form, u"Label6_0"_s), sum(kKojinbetsu, criterion));
+            EXPECT_GT(yen(text(form, u"Label6_0"_s)), 0);
+            EXPECT_EQ(global_.santei_houshiki + global_.santei_houshiki_mei, u"1個人別計算"_s);
+        }
+        for (int criterion : {Part, General}) {
+            pick(form, criterion);
+            if (criterion == General) click(form, u"Option1_1"_s);
+            budget(form, u"50000000"_s, u"3210000"_s);
+            run(form, kSougaku);
+            EXPECT_EQ(stored(kSougaku, criterion),
+                      workedOut(criterion, u"2"_s, u"3210000 / sum(点) over ()"_s));
+            EXPECT_EQ(text(form, u"Label6_1"_s), sum(kSougaku, criterion));
+            EXPECT_EQ(global_.santei_houshiki + global_.santei_houshiki_mei, u"2総額配分"_s);
+        }
+        const qint64 apart = yen(sum(kKojinbetsu, General)) + yen(sum(u"金一封"_s, General));
+        EXPECT_EQ(yen(text(form, u"Label6_4"_s)), 50000000 - apart);
+        EXPECT_EQ(yen(text(form, u"Label6_5"_s)), apart + yen(sum(kSougaku, General)));
+    });
+}
+
+TEST_F(Run, CorrectedPaymentCoefficientsCountForThisDateOnly) {
+    open([&](QDialog& form) {
+        const auto refused = [&](const QString& entry, const QString& refusal) {
+            driver_.expectBox(refusal, u"入力エラー"_s, BoxAnswer::Ok, BoxIcon::Critical);
+            type(form, u"Text4"_s, entry, Qt::Key_Return);
+            EXPECT_EQ(focused(form), u"Text4"_s);
+        };
+        pick(form, Managers);  // one for all: 2.500
+        click(form, u"Command6"_s);
+        EXPECT_EQ(text(form, u"Label10"_s), u"登録値　【係数】　修正値"_s);
+        EXPECT_EQ(text(form, u"Label15"_s), u"係数は 0.000～999.999 を入力してください"_s);
+        type(form, u"Text4"_s, u""_s, Qt::Key_Return);
+        EXPECT_EQ(text(form, u"Text4"_s), u"1.000"_s);
+        refused(u"1000"_s, u"0.000～999.999を入力してください。"_s);
+        refused(u"1.2.3"_s, u"数字以外は許されません。 "_s);
+        type(form, u"Text4"_s, u"999.999"_s, Qt::Key_Return);
+        type(form, u"Text4"_s, u"2.75"_s, Qt::Key_Return);
+        EXPECT_EQ(text(form, u"Text4"_s), u"2.750"_s);
+        run(form, kKojinbetsu);
+        EXPECT_EQ(stored(kKojinbetsu, Managers), individually(Managers, u"1.1"_s));
+
+        pick(form, General);  // by grade: S 2.6 … F 1.4
+        click(form, u"Command6"_s);
+        type(form, u"Text3_0"_s, u"3"_s, Qt::Key_Return);
+        run(form, kKojinbetsu);
+        EXPECT_EQ(stored(kKojinbetsu, General),
+                  individually(General, u"case 評価 when 'S' then 3 / 2.6 else 1 end"_s));
+    });
+    open([&](QDialog& form) {  // the corrections are there again, beside what is registered
+        pick(form, General);
+        click(form, u"Command6"_s);
+        EXPECT_EQ(text(form, u"Label13_0"_s) + u' ' + text(form, u"Text3_0"_s), u"2.600 3.000"_s);
+        EXPECT_EQ(text(form, u"Label13_1"_s) + u' ' + text(form, u"Text3_1"_s), u"2.400 2.400"_s);
+        pick(form, Managers);
+        click(form, u"Command6"_s);
+        EXPECT_EQ(text(form, u"Label14"_s) + u' ' + text(form, u"Text4"_s), u"2.500 2.750"_s);
+    });
+}
+
+struct Fault {
+    bool pool;
+    QString breaks;
+};
+class Failing : public Run, public ::testing::WithParamInterface<Fault> {};
+
+TEST_P(Failing, LeavesAllTablesAsTheyWere) {
+    const auto& [pool, breaks] = GetParam();
+    open([&](QDialog& form) {
+        const auto labels = [&] {
+            QString all = inSight(form);
+            for (int i = 0; i < 6; ++i) all += u' ' + text(form, u"Label6_%1"_s.arg(i));
+            return all;
+        };
+        pick(form, General);
+        click(form, pool ? u"Option1_1"_s : u"Command6"_s);
+        if (pool) budget(form, u"9000000"_s, u"3000000"_s);
+        sql(breaks);
+        const QByteArray before = everything();
+        const QString shown = labels();
+        driver_.expectBox(u"『%1』を指定します。"_s.arg(pool ? kSougaku : kKojinbetsu), kMethod);
+        driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s, BoxAnswer::Ok,
+                          BoxIcon::Information);
+        click(form, u"Command1"_s);
+        expectUnchanged(before);
+        EXPECT_EQ(labels(), shown);
+        EXPECT_EQ(form.cursor().shape(), Qt::ArrowCursor);
+    });
+}
+
+const QString kTrigger = u"create temp trigger f before update of %1 begin select raise(abort,'x'); end"_s;
+INSTANTIATE_TEST_SUITE_P(
+    Each, Failing,
+    ::testing::Values(Fault{false, u"delete from Tanka_hasuu"_s}, Fault{true, u"delete from Tanka_hasuu"_s},
+                      Fault{false, u"delete from S支給係数評価あり"_s},
+                      Fault{true, u"update S実行総額配分 set 基礎額Ａ = 0, 基礎額Ｂ = 0"_s},
+                      Fault{false, kTrigger.arg(u"個人別計算 on S配分基準対応社員"_s)},
+                      Fault{true, kTrigger.arg(u"総額配分合計 on S実行予算"_s)}));
+
+TEST_F(Run, ListsAndSendsTheResult) {
+    const QString title = u"◆正社員賞与／一般社員"_s;
+    open([&](QDialog& form) {
+        pick(form, General);
+        runIndividually(form);
+        const QString code = QString::fromStdString(stored(kKojinbetsu, General)).section(u' ', 0, 0);
+        const auto people = stored(kKojinbetsu, General);
+        const auto count = std::count(people.begin(), people.end(), '|') + 1;
+        onPreview([&](const reports::Report& report) {
+            EXPECT_EQ(report.title(), u"賞与支給額"_s);
+            EXPECT_EQ(report.rowCount(), count);
+            for (const QString& heading :
+                 u"社員Code 氏名 個人別計算 総額配分 金一封 特別加算金 合計"_s.split(u' '))
+                EXPECT_TRUE(texts(report, Section::Section2).contains(heading)) << heading.toStdString();
+            EXPECT_TRUE(texts(report, Section::Section4).contains(title));
+            EXPECT_TRUE(texts(report, Section::Section4)
+                            .contains(u"支給係数  S=2.600  A=2.400  B=2.200  C=2.000  D=1.800  E=1.600"_s));
+            EXPECT_TRUE(texts(report, Section::Section1).contains(code));
+            EXPECT_TRUE(texts(report, Section::Section5).contains(sum(kKojinbetsu, General)));
+        });
+        click(form, u"Command4"_s);
+        EXPECT_EQ(yen(sum(u"合計"_s, General)), yen(sum(kKojinbetsu, General)) + yen(sum(kSougaku, General)) +
+                                                    yen(sum(u"金一封"_s, General)));
+        QStringList paths;
+        for (int sheet = 0; sheet < 2; ++sheet) {
+            if (sheet == 1) click(form, u"Option1_1"_s);  // the panel closes: no line of coefficients
+            click(form, u"Command5"_s);
+            paths << text(form, u"Label18"_s);
+            EXPECT_TRUE(paths.last().startsWith(u"保存しました: "_s) &&
+                        QFile::exists(paths.last().section(u' ', 1)));
+        }
+        EXPECT_NE(paths[0], paths[1]);
+        ASSERT_EQ(sent_.size(), 2U);
+        ASSERT_EQ(sent_[1].size(), 2U);  // the earlier sheet stands behind the new one
+        for (const bool open : {true, false}) {
+            const auto& sheet = sent_[open ? 0 : 1][0];
+            const auto& cells = sheet.grid->rows();
+            const auto cell = [&](int row, std::size_t i) {
+                return std::get<QString>(cells.at(row).at(i).second);
+            };
+            EXPECT_TRUE(sheet.name.startsWith(u"一般社員"_s));
+            EXPECT_EQ(cell(1, 0), title);
+            EXPECT_EQ(cells.contains(2) && cell(2, 0).startsWith(u"★支給係数  S = 2.600  A = 2.400  "_s),
+                      open);
+            EXPECT_EQ(cell(4, 0), code);
+            EXPECT_EQ(cells.rbegin()->first, count + 3);
+        }
+    });
+}
+
+TEST_F(Run, TellsOfAListThatIsEmptyAndOfASheetThatCannotBeWritten) {
+    open([&](QDialog& form) {
+        pick(form, Shokutaku);
+        runIndividually(form);
+        // Somebody without personnel record is left out: here, everybody.
+        sql(u"delete from 履歴書テーブル"_s);
+        onPreview([](const reports::Report& report) {
+            EXPECT_EQ(report.rowCount(), 0);
+            EXPECT_TRUE(texts(report, Section::Section4).contains(u"該当者はいません。"_s));
+        });
+        click(form, u"Command4"_s);
+        QFile blocked(folder_.programDir() + u"/out"_s);
+        ASSERT_TRUE(blocked.open(QIODevice::WriteOnly));
+        driver_.answerFreely([](const shell::BoxRequest& box) {
+            EXPECT_EQ(box.title, QString());
+            return BoxAnswer::Ok;
+        });
+        const auto told = driver_.boxes().size();
+        click(form, u"Command5"_s);
+        EXPECT_EQ(driver_.boxes().size(), told + 1);
+        EXPECT_FALSE(visible(form, u"Label18"_s));
+        EXPECT_EQ(form.cursor().shape(), Qt::ArrowCursor);
+    });
+}
+
+}  // namespace

@@ -1,0 +1,124 @@
+#pragma once
+#include <QLineEdit>
+
+#include "calc/frmSHaibunjikkouK2.h"
+#include "reports/frmReport.h"
+#include "reports/workbook.h"
+#include "run_fixture.h"
+#include "shell/global_record.h"
+#include "support/screen_driver.h"
+
+namespace calctest {
+
+using namespace support;
+using sample::kCriteria;
+using shell::BoxAnswer;
+using shell::BoxIcon;
+
+inline const QString kKojinbetsu = u"個人別計算"_s, kSougaku = u"総額配分"_s,
+                     kMethod = u"算定方式指定の確認"_s;
+enum { General, Managers, Part, Shokutaku };  // the lines of kCriteria
+
+/// The calculation screen over the sample company at its newest date, which is not computed yet. Amounts are
+/// rounded to 10 yen, half up.
+class Calculation : public ::testing::Test {
+  protected:
+    Calculation()
+        : house_{global_, screens_},
+          session_({folder_.programDir() + u"/out"_s, u"賞与"_s, [] { return kDate.startOfDay(); },
+                    [this](const QString&, const auto& sheets) { sent_.push_back(sheets); }}) {
+        folder_.makeSample();
+        global_.cn_main = folder_.open();
+        global_.kijunbi = u"2026/12/10"_s;
+        global_.haibun_jikkou_mode = true;
+        house_.help = [this](const QString& screen) { help_ = screen; };
+        sql(u"delete from Tanka_hasuu"_s);
+        sql(u"insert into Tanka_hasuu(単価,端数処理,基準日) values('1','0','2026-12-10')"_s);
+    }
+
+    // ---- The company
+
+    int sql(const QString& statement, const store::Binds& binds = {}) {
+        return global_.cn_main->execute(statement, binds);
+    }
+    static store::Binds runOf(int criterion) {
+        return {kDate, kCriteria[criterion].kubun, kCriteria[criterion].kijun};
+    }
+    /// Columns of a table, the rows of the run only.
+    std::string read(const QString& columns, const QString& table, int criterion,
+                     const QString& order = u"ID"_s) {
+        return rowsOf(*global_.cn_main,
+                      u"select %1 from %2%3 order by %4"_s.arg(columns, table, kOfRun, order),
+                      runOf(criterion));
+    }
+    std::string stored(const QString& column, int criterion) {
+        return read(u"社員Code,"_s + column, u"S配分基準対応社員"_s, criterion, kByCode);
+    }
+    /// A column of S配分基準対応社員, summed, as a label shows it.
+    QString sum(const QString& column, int criterion) {
+        auto row = global_.cn_main->prepare(u"select sum(%1) from S配分基準対応社員"_s.arg(column) + kOfRun);
+        row.bindAll(runOf(criterion));
+        return row.step() ? store::formatGrouped(row.toMoney(0)) : QString();
+    }
+    QByteArray everything() { return dump(*global_.cn_main); }
+    void expectUnchanged(const QByteArray& before) {
+        EXPECT_EQ(firstDifference(before, everything()).toStdString(), "");
+        EXPECT_FALSE(global_.cn_main->inTransaction());
+    }
+    static qint64 yen(QString label) { return label.remove(u',').toLongLong(); }
+
+    // ---- The screen
+
+    void open(ScreenDriver::Step step) {
+        calc::frmSHaibunjikkouK2 form(house_, session_, nullptr);
+        driver_.run(form, [&](QDialog& screen) {
+            step(screen);
+            screen.close();
+        });
+    }
+    static void pick(QDialog& form, int criterion) {
+        chooseText(form, u"DataList1"_s, QString::fromUtf16(kCriteria[criterion].kubunName));
+        chooseText(form, u"DataList2"_s, QString::fromUtf16(kCriteria[criterion].kijunName));
+    }
+    static void budget(QDialog& form, const QString& total, const QString& pool) {
+        type(form, u"Text2"_s, u""_s, Qt::Key_Return);
+        type(form, u"Text1"_s, total, Qt::Key_Return);
+        type(form, u"Text2"_s, pool, Qt::Key_Return);
+    }
+    void run(QDialog& form, const QString& method) {
+        driver_.expectBox(u"『%1』を指定します。"_s.arg(method), kMethod, BoxAnswer::Ok, BoxIcon::None);
+        driver_.expectBox(u"『%1』の処理を終了しました。"_s.arg(method), u"処理終了の確認"_s, BoxAnswer::Ok,
+                          BoxIcon::None);
+        click(form, u"Command1"_s);
+    }
+    /// 個人別計算 by way of 支給係数修正.
+    void runIndividually(QDialog& form) {
+        if (global_.haibun_kubun == u"02"_s)  // its payment coefficient is typed in per person
+            driver_.expectBox(u"支給係数は実行時入力です。\nシミュレーションは行いません。"_s, u"確認"_s);
+        click(form, u"Command6"_s);
+        run(form, kKojinbetsu);
+    }
+    /// The names of the controls in sight, of those that the steps switch.
+    static QString inSight(QDialog& form) {
+        QStringList names;
+        for (const QString& name :
+             u"Label2 Image1 Label3 Image2 Frame1 Frame3 Command1 Command6 Command4 "
+             "Command5 Image3 Frame4"_s.split(u' '))
+            if (visible(form, name)) names << name;
+        return names.join(u' ');
+    }
+
+    static inline const QDate kDate = sample::newestKijunbi();
+    static inline const QString kOfRun = u" where 基準日 = ?1 and 配分区分 = ?2 and 配分基準 = ?3"_s;
+    static inline const QString kByCode = u"cast(社員Code as integer)"_s;
+    CompanyFolder folder_;
+    shell::GlobalRecord global_;
+    shell::ScreenRegistry screens_;
+    shell::House house_;
+    reports::ExportSession session_;
+    ScreenDriver driver_;
+    QString help_;
+    std::vector<std::vector<reports::NamedSheet>> sent_;  ///< what went to the writer of workbooks
+};
+
+}  // namespace calctest
