@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QImage>
 #include <QLabel>
-#include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPrinter>
@@ -25,57 +24,42 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace reports;
 using store::Money;
 using store::Value;
 
-const QStringList kColumns{QStringLiteral("社員Code"), QStringLiteral("氏名"),   QStringLiteral("個人別計算"),
-                           QStringLiteral("総額配分"), QStringLiteral("金一封"), QStringLiteral("特別加算金"),
-                           QStringLiteral("合計")};
+const QStringList kColumns{u"社員Code"_s, u"氏名"_s,       u"個人別計算"_s, u"総額配分"_s,
+                           u"金一封"_s,   u"特別加算金"_s, u"合計"_s};
 
 /// A list of `rows` employees; the amounts of the first one are the longest that the type holds, his name
 /// longer than its column.
 Report amounts(int rows) {
-    Report report = makeReport(QStringLiteral("DataReportSHyou03"));
-    report.setTitle(QStringLiteral("賞与支給額"));
+    Report report = makeReport(u"DataReportSHyou03"_s);
+    report.setTitle(u"賞与支給額"_s);
     std::vector<Report::Row> data;
     for (int i = 0; i < rows; ++i) {
         const Money amount = i == 0 ? Money::fromRaw(-9223372036854775807) : Money::fromYen(100000 + i);
-        const QString name = i == 0 ? QString(80, u'長') : QStringLiteral("社員%1").arg(i);
-        data.push_back({QStringLiteral("%1").arg(i + 1, 6, 10, QChar(u'0')), name, amount, amount, amount,
-                        amount, amount});
+        const QString name = i == 0 ? QString(80, u'長') : u"社員%1"_s.arg(i);
+        data.push_back(
+            {u"%1"_s.arg(i + 1, 6, 10, QChar(u'0')), name, amount, amount, amount, amount, amount});
     }
     report.setData(kColumns, std::move(data));
     for (int i = 0; i < kColumns.size(); ++i)
-        report.bind(Section::Section1, QStringLiteral("Text%1").arg(i + 1), kColumns[i]);
+        report.bind(Section::Section1, u"Text%1"_s.arg(i + 1), kColumns[i]);
     return report;
 }
 
-/// A painting device that keeps every drawn text with its box in the device's coordinates.
-class TextRecorder : public QPaintDevice {
+/// A page that keeps every drawn text with its box instead of painting it.
+class TextRecorder : public QImage {
   public:
     struct Drawn {
         QString text;
         QRectF box;
     };
     std::vector<Drawn> texts;
+    TextRecorder() : QImage(1000, 1414, Format_RGB32) {}
     QPaintEngine* paintEngine() const override { return &engine_; }
-
-  protected:
-    int metric(PaintDeviceMetric metric) const override {
-        switch (metric) {
-            case PdmWidth:
-                return 1000;
-            case PdmHeight:
-                return 1414;
-            case PdmDevicePixelRatio:
-                return 1;
-            case PdmDevicePixelRatioScaled:
-                return static_cast<int>(devicePixelRatioFScale());
-            default:
-                return 96;
-        }
-    }
 
   private:
     class Engine : public QPaintEngine {
@@ -91,12 +75,15 @@ class TextRecorder : public QPaintDevice {
             const QRectF box(at.x(), at.y() - item.ascent(), item.width(), item.ascent() + item.descent());
             out_.texts.push_back({item.text(), painter()->transform().mapRect(box)});
         }
-
-      private:
         TextRecorder& out_;
     };
     mutable Engine engine_{*this};
 };
+
+QByteArray content(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 TEST(ReportPainter, EveryRowIsDrawnOnceInsideThePageAndApart) {
     constexpr int kRows = 100;
@@ -122,17 +109,17 @@ TEST(ReportPainter, EveryRowIsDrawnOnceInsideThePageAndApart) {
                     << text.toStdString() << " on " << recorder.texts[j].text.toStdString();
             }
         }
-        EXPECT_TRUE(all.contains(QStringLiteral("- %1 -").arg(number)));
-        EXPECT_EQ(all.count(QStringLiteral("氏名")), 1) << "page header";
-        EXPECT_EQ(all.contains(QStringLiteral("賞与支給額")), number == 1);
-        EXPECT_EQ(all.contains(QStringLiteral("【平均】")), number == 3);
+        EXPECT_TRUE(all.contains(u"- %1 -"_s.arg(number)));
+        EXPECT_EQ(all.count(u"氏名"_s), 1) << "page header";
+        EXPECT_EQ(all.contains(u"賞与支給額"_s), number == 1);
+        EXPECT_EQ(all.contains(u"【平均】"_s), number == 3);
         // Longest amounts stay whole, a longest name is cut visibly.
-        EXPECT_EQ(all.count(QStringLiteral("-922,337,203,685,478")), number == 1 ? 5 : 0);
+        EXPECT_EQ(all.count(u"-922,337,203,685,478"_s), number == 1 ? 5 : 0);
         EXPECT_EQ(all.contains(u'…'), number == 1);
     }
     ASSERT_EQ(codes.size(), kRows);
-    EXPECT_EQ(codes.front(), QStringLiteral("000001"));
-    EXPECT_EQ(codes.back(), QStringLiteral("000100"));
+    EXPECT_EQ(codes.front(), u"000001"_s);
+    EXPECT_EQ(codes.back(), u"000100"_s);
     EXPECT_EQ(codes.removeDuplicates(), 0);
 }
 
@@ -150,19 +137,19 @@ class Preview : public testing::Test {
 };
 
 TEST_F(Preview, PagesMoveByButtonsNumberAndKeys) {
-    EXPECT_EQ(form_.windowTitle(), QStringLiteral("賞与支給額"));
-    EXPECT_EQ(control<QLabel>("lblPages")->text(), QStringLiteral("全 3 ページ"));
+    EXPECT_EQ(form_.windowTitle(), u"賞与支給額"_s);
+    EXPECT_EQ(control<QLabel>("lblPages")->text(), u"全 3 ページ"_s);
     EXPECT_FALSE(control<QPushButton>("cmdPrevious")->isEnabled());
-    const auto press = [&](Qt::Key key) {
+    const std::pair<Qt::Key, int> moves[] = {{Qt::Key_PageDown, 2},
+                                             {Qt::Key_End, 3},
+                                             {Qt::Key_PageDown, 3},
+                                             {Qt::Key_PageUp, 2},
+                                             {Qt::Key_Home, 1}};
+    for (const auto& [key, page] : moves) {
         QTest::keyClick(&form_, key);
-        return form_.page();
-    };
-    EXPECT_EQ(press(Qt::Key_PageDown), 2);
-    EXPECT_EQ(press(Qt::Key_End), 3);
-    EXPECT_EQ(press(Qt::Key_PageDown), 3);
-    EXPECT_FALSE(control<QPushButton>("cmdNext")->isEnabled());
-    EXPECT_EQ(press(Qt::Key_PageUp), 2);
-    EXPECT_EQ(press(Qt::Key_Home), 1);
+        EXPECT_EQ(form_.page(), page);
+        EXPECT_EQ(control<QPushButton>("cmdNext")->isEnabled(), page < 3);
+    }
     control<QPushButton>("cmdLast")->click();
     EXPECT_EQ(form_.page(), 3);
     auto* field = control<QSpinBox>("txtPage");
@@ -190,11 +177,9 @@ TEST_F(Preview, ZoomStepsFromWhatIsSeen) {
 
 TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
     QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("賞与.pdf"));
+    const QString path = folder.filePath(u"賞与.pdf"_s);
     ASSERT_TRUE(form_.savePdf(path));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
+    const QByteArray bytes = content(path);
     EXPECT_TRUE(bytes.startsWith("%PDF-"));
     EXPECT_TRUE(bytes.contains("/Count 3"));
     EXPECT_TRUE(bytes.contains("/FontFile")) << "fonts are embedded";
@@ -204,11 +189,11 @@ TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
         said << box.text;
         return shell::BoxAnswer::Ok;
     });
-    EXPECT_FALSE(form_.savePdf(folder.filePath(QStringLiteral("none/賞与.pdf"))));
+    EXPECT_FALSE(form_.savePdf(folder.filePath(u"none/賞与.pdf"_s)));
     shell::setBoxHandler({});
     ASSERT_EQ(said.size(), 1);
-    EXPECT_TRUE(said[0].startsWith(QStringLiteral("PDF ファイルを保存できません。")));
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("賞与.pdf")});
+    EXPECT_TRUE(said[0].startsWith(u"PDF ファイルを保存できません。"_s));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"賞与.pdf"_s});
 }
 
 TEST(ReportPainter, PrintsARangeOfPagesAndStopsWhenTold) {
@@ -218,13 +203,11 @@ TEST(ReportPainter, PrintsARangeOfPagesAndStopsWhenTold) {
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
         painter.setPaper(printer);
-        printer.setOutputFileName(folder.filePath(QStringLiteral("p.pdf")));
+        printer.setOutputFileName(folder.filePath(u"p.pdf"_s));
         return painter.print(printer, first, last, progress);
     };
     EXPECT_TRUE(print(2, 3, {}));
-    QFile file(folder.filePath(QStringLiteral("p.pdf")));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(file.readAll().contains("/Count 2"));
+    EXPECT_TRUE(content(folder.filePath(u"p.pdf"_s)).contains("/Count 2"));
     int told = 0;
     EXPECT_FALSE(print(1, 3, [&](int) { return ++told < 2; }));
     EXPECT_EQ(told, 2);
@@ -235,13 +218,13 @@ TEST(SnapshotDates, AreListedInTheOrderOfTheirDates) {
     shell::GlobalRecord global;
     shell::ScreenRegistry screens;
     shell::House house{global, screens};
-    global.setCompanyPanel(QStringLiteral("見本商事株式会社"));
-    global.cn_main = std::make_unique<store::Connection>(
-        folder.filePath(QStringLiteral("a.mdb")), QStringLiteral("key"), store::Connection::Mode::Create);
-    const QString table = QStringLiteral("Sデータ取込年月日運用");
+    global.setCompanyPanel(u"見本商事株式会社"_s);
+    global.cn_main = std::make_unique<store::Connection>(folder.filePath(u"a.mdb"_s), u"key"_s,
+                                                         store::Connection::Mode::Create);
+    const QString table = u"Sデータ取込年月日運用"_s;
     for (const QString& sql : store::createStatements(store::tableNamed(table))) global.cn_main->execute(sql);
     for (const int year : {2026, 1999, 2025})
-        global.cn_main->execute(QStringLiteral("insert into %1 values (?, ?, ?, ?)").arg(table),
+        global.cn_main->execute(u"insert into %1 values (?, ?, ?, ?)"_s.arg(table),
                                 {QDate(year, 12, 10), QDate(year, 4, 1), QDate(year, 4, 2), u"冬季賞与"});
 
     const std::unique_ptr<QDialog> preview(previewSnapshotDates(house, nullptr));
@@ -253,13 +236,11 @@ TEST(SnapshotDates, AreListedInTheOrderOfTheirDates) {
             if (c.kind != ControlKind::Line) all << report.textOf(c, row, 1);
         return all.join(u'|');
     };
-    EXPECT_EQ(preview->windowTitle(), QStringLiteral("配分実行 人事データ取込年月日"));
-    EXPECT_EQ(texts(Section::Section4, 0),
-              QStringLiteral("《配分実行》人事データ取込年月日|見本商事株式会社"));
-    EXPECT_EQ(texts(Section::Section2, 0),
-              QStringLiteral("基準日|年齢算出年月日|勤続年数算出年月日|賞与の内容"));
-    EXPECT_EQ(texts(Section::Section1, 0), QStringLiteral("1999/12/10|1999/4/1|1999/4/2|冬季賞与"));
-    EXPECT_EQ(texts(Section::Section1, 2), QStringLiteral("2026/12/10|2026/4/1|2026/4/2|冬季賞与"));
+    EXPECT_EQ(preview->windowTitle(), u"配分実行 人事データ取込年月日"_s);
+    EXPECT_EQ(texts(Section::Section4, 0), u"《配分実行》人事データ取込年月日|見本商事株式会社"_s);
+    EXPECT_EQ(texts(Section::Section2, 0), u"基準日|年齢算出年月日|勤続年数算出年月日|賞与の内容"_s);
+    EXPECT_EQ(texts(Section::Section1, 0), u"1999/12/10|1999/4/1|1999/4/2|冬季賞与"_s);
+    EXPECT_EQ(texts(Section::Section1, 2), u"2026/12/10|2026/4/1|2026/4/2|冬季賞与"_s);
     EXPECT_EQ(report.design().band(Section::Section1).controls.back().width, 9000);
 }
 

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QRect>
+
 #include "reports/designs.h"
 
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace reports;
 using store::Money;
 using store::Value;
@@ -26,8 +29,7 @@ Report plainReport(int rows) {
     design.band(Section::Section4).height = 3 * kRow;
     design.band(Section::Section5).height = 3 * kRow;
     Report report(design);
-    report.setData({QStringLiteral("a")},
-                   std::vector<Report::Row>(static_cast<std::size_t>(rows), Report::Row(1)));
+    report.setData({u"a"_s}, std::vector<Report::Row>(static_cast<std::size_t>(rows), Report::Row(1)));
     return report;
 }
 
@@ -57,18 +59,24 @@ TEST(Pagination, RowsAndFooterFallOnTheRightPages) {
     }
 }
 
-/// The texts of the functions over one column of amounts, in ten-thousandths; Null for no value.
+const Control& find(const Report& report, const QString& name) {
+    for (const Section section : kAll)
+        for (const Control& control : report.design().band(section).controls)
+            if (control.name == name) return control;
+    throw std::logic_error("no such control");
+}
+
+/// The sum and the average, as printed, of a column of amounts.
 QStringList functionsOver(const std::vector<Value>& amounts) {
-    Report report = makeReport(QStringLiteral("DataReportSHyou03"));
+    Report report = makeReport(u"DataReportSHyou03"_s);
     std::vector<Report::Row> rows;
     for (const Value& amount : amounts) rows.push_back({amount});
-    report.setData({QStringLiteral("合計")}, rows);
-    report.bind(Section::Section5, QStringLiteral("Function2"), QStringLiteral("合計"));
-    report.bind(Section::Section5, QStringLiteral("Function7"), QStringLiteral("合計"));
+    report.setData({u"合計"_s}, rows);
     QStringList texts;
-    for (const Control& control : report.design().band(Section::Section5).controls)
-        if (control.name == u"Function2" || control.name == u"Function7")
-            texts << report.textOf(control, 0, 1);
+    for (const QString& function : {u"Function2"_s, u"Function7"_s}) {
+        report.bind(Section::Section5, function, u"合計"_s);
+        texts << report.textOf(find(report, function), 0, 1);
+    }
     return texts;
 }
 
@@ -77,15 +85,12 @@ TEST(Functions, SumsAreExactAndAveragesRoundOnceAwayFromZero) {
     const auto raw = [](qint64 n) { return Value(Money::fromRaw(n)); };
     const struct {
         std::vector<Value> amounts;
-        const char16_t* sum;
-        const char16_t* average;
+        const char16_t *sum, *average;
     } cases[] = {
         {{yen(100000), yen(200000), yen(300001)}, u"600,001", u"200,000"},
-        {{yen(1), yen(2)}, u"3", u"2"},      // 1.5
-        {{yen(-1), yen(-2)}, u"-3", u"-2"},  // -1.5
-        {{yen(5), Value(), yen(6), Value()},
-         u"11",
-         u"6"},  // Null counts neither in the sum nor in the number
+        {{yen(1), yen(2)}, u"3", u"2"},                     // 1.5
+        {{yen(-1), yen(-2)}, u"-3", u"-2"},                 // -1.5
+        {{yen(5), Value(), yen(6), Value()}, u"11", u"6"},  // Null counts in neither
         {{yen(0), yen(0)}, u"0", u"0"},
         {{Value(), Value()}, u"", u""},                   // nothing to add
         {{raw(4999), raw(4999), raw(5000)}, u"1", u"0"},  // 0.49993…: not 0.5 first and then 1
@@ -99,78 +104,68 @@ TEST(Functions, SumsAreExactAndAveragesRoundOnceAwayFromZero) {
             << QString::fromUtf16(c.sum).toStdString();
 }
 
-const Control& find(const Report& report, const char16_t* name) {
-    for (const Section section : kAll)
-        for (const Control& control : report.design().band(section).controls)
-            if (control.name == QStringView(name)) return control;
-    throw std::logic_error("no such control");
-}
-
 TEST(Report, TokensDatesAndUnboundColumns) {
-    Report report = makeReport(QStringLiteral("DataReportHData"));
-    report.setTitle(QStringLiteral("一覧 %p"));
-    report.setData({QStringLiteral("基準日"), QStringLiteral("賞与の内容")},
+    Report report = makeReport(u"DataReportHData"_s);
+    report.setTitle(u"一覧 %p"_s);
+    report.setData({u"基準日"_s, u"賞与の内容"_s},
                    {{Value(QDate(2026, 12, 10)), Value(u"冬季賞与")}, {Value(QDate(2027, 7, 1)), Value()}});
-    report.bind(Section::Section1, QStringLiteral("Text1"), QStringLiteral("基準日"));
-    report.bind(Section::Section1, QStringLiteral("Text5"), QStringLiteral("賞与の内容"));
+    report.bind(Section::Section1, u"Text1"_s, u"基準日"_s);
+    report.bind(Section::Section1, u"Text5"_s, u"賞与の内容"_s);
 
+    const auto text = [&](const QString& control, int row, int page) {
+        return report.textOf(find(report, control), row, page);
+    };
     // A title is data: only the design's own caption has tokens. So is a caption that a screen sets.
-    EXPECT_EQ(report.textOf(find(report, u"Label4"), 0, 3), QStringLiteral("一覧 %p"));
-    EXPECT_EQ(report.textOf(find(report, u"Label5"), 0, 12), QStringLiteral("- 12 -"));
-    report.setCaption(Section::Section4, QStringLiteral("Label6"), QStringLiteral("50%pの会"));
-    EXPECT_EQ(report.textOf(find(report, u"Label6"), 0, 3), QStringLiteral("50%pの会"));
+    EXPECT_EQ(text(u"Label4"_s, 0, 3), u"一覧 %p"_s);
+    EXPECT_EQ(text(u"Label5"_s, 0, 12), u"- 12 -"_s);
+    report.setCaption(Section::Section4, u"Label6"_s, u"50%pの会"_s);
+    EXPECT_EQ(text(u"Label6"_s, 0, 3), u"50%pの会"_s);
 
-    EXPECT_EQ(report.textOf(find(report, u"Text1"), 1, 1), QStringLiteral("2027/7/1"));
-    EXPECT_EQ(report.textOf(find(report, u"Text5"), 0, 1), QStringLiteral("冬季賞与"));
-    EXPECT_EQ(report.textOf(find(report, u"Text5"), 1, 1), QString());
-    EXPECT_EQ(report.textOf(find(report, u"Text2"), 0, 1), QString());
+    EXPECT_EQ(text(u"Text1"_s, 1, 1), u"2027/7/1"_s);
+    EXPECT_EQ(text(u"Text5"_s, 0, 1), u"冬季賞与"_s);
+    EXPECT_EQ(text(u"Text5"_s, 1, 1), QString());
+    EXPECT_EQ(text(u"Text2"_s, 0, 1), QString());
 }
 
 TEST(Report, WithoutRowsTheNoticeStandsInsteadOfTheTotals) {
-    Report report = makeReport(QStringLiteral("DataReportSHyou03"));
-    const Control notice = find(report, u"Label9");
+    Report report = makeReport(u"DataReportSHyou03"_s);
+    const Control notice = find(report, u"Label9"_s);
     EXPECT_TRUE(report.isVisible(notice));
-    EXPECT_EQ(report.textOf(notice, 0, 1), QStringLiteral("該当者はいません。"));
+    EXPECT_EQ(report.textOf(notice, 0, 1), u"該当者はいません。"_s);
     EXPECT_EQ(report.bandHeight(Section::Section5), 0);
     const int withNotice = report.bandHeight(Section::Section4);
 
-    report.setData({QStringLiteral("社員Code")}, {{Value(u"000001")}});
-    EXPECT_FALSE(report.isVisible(find(report, u"Label9")));
+    report.setData({u"社員Code"_s}, {{Value(u"000001")}});
+    EXPECT_FALSE(report.isVisible(find(report, u"Label9"_s)));
     EXPECT_GT(report.bandHeight(Section::Section5), 0);
     EXPECT_LT(report.bandHeight(Section::Section4), withNotice);
 
-    report.setCaption(Section::Section4, QStringLiteral("Label9"), QStringLiteral("支給係数 = 1.5"));
-    report.setVisible(Section::Section4, QStringLiteral("Label9"), true);
-    EXPECT_TRUE(report.isVisible(find(report, u"Label9")));
+    report.setCaption(Section::Section4, u"Label9"_s, u"支給係数 = 1.5"_s);
+    report.setVisible(Section::Section4, u"Label9"_s, true);
+    EXPECT_TRUE(report.isVisible(find(report, u"Label9"_s)));
     EXPECT_EQ(report.bandHeight(Section::Section4), withNotice);
 }
 
-/// A copied report keeps its rows when the source gets others: a preview depends on nothing outside.
 TEST(Report, ACopyKeepsItsOwnRows) {
     Report report = plainReport(5);
     const Report preview = report;
-    report.setData({QStringLiteral("a")}, {});
+    report.setData({u"a"_s}, {});
     EXPECT_EQ(preview.rowCount(), 5);
 }
 
 /// No control of a design reaches beyond its band or its width, and none lies on another text of its band.
 TEST(Designs, ControlsStandInsideTheirBandsAndApart) {
-    for (const QString& name : {QStringLiteral("DataReportSHyou03"), QStringLiteral("DataReportHData")}) {
+    for (const QString& name : {u"DataReportSHyou03"_s, u"DataReportHData"_s}) {
         const Design design = designNamed(name);
         EXPECT_LE(design.width, paperWidth(design.paper));
         for (const Section section : kAll) {
-            const Band& band = design.band(section);
-            for (std::size_t i = 0; i < band.controls.size(); ++i) {
-                const Control& a = band.controls[i];
-                EXPECT_TRUE(a.left >= 0 && a.left + a.width <= design.width &&
-                            a.top + a.height <= band.height)
-                    << a.name.toStdString();
-                for (std::size_t j = 0; j < i; ++j) {
-                    const Control& b = band.controls[j];
-                    EXPECT_FALSE(a.left < b.left + b.width && b.left < a.left + a.width &&
-                                 a.top < b.top + b.height && b.top < a.top + a.height)
-                        << a.name.toStdString() << " over " << b.name.toStdString();
-                }
+            std::vector<QRect> before;
+            for (const Control& c : design.band(section).controls) {
+                const QRect box(c.left, c.top, c.width, c.height);
+                EXPECT_TRUE(QRect(0, 0, design.width, design.band(section).height).contains(box))
+                    << c.name.toStdString();
+                for (const QRect& other : before) EXPECT_FALSE(box.intersects(other)) << c.name.toStdString();
+                before.push_back(box);
             }
         }
     }

@@ -4,7 +4,6 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QHeaderView>
-#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -22,41 +21,38 @@
 #include "widgets/layout.h"
 #include "widgets/table.h"
 
+using namespace Qt::StringLiterals;
 using namespace widgets;
 
 namespace {
 
 /// A checked field between other controls, in the order of the focus chain.
 struct EntryForm : Form {
-    QLineEdit* checked = make<QLineEdit>(QStringLiteral("Text1_0"));
-    QLineEdit* other = make<QLineEdit>(QStringLiteral("Text1_1"));
-    QRadioButton* option = make<QRadioButton>(QStringLiteral("Option1_0"), QStringLiteral("金一封"));
-    QCheckBox* tick = make<QCheckBox>(QStringLiteral("Check1"), QStringLiteral("含む"));
-    CodeList* list = make<CodeList>(QStringLiteral("DataList1"));
-    QPushButton* work = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("取込(&I)"));
-    QPushButton* tool = make<QPushButton>(QStringLiteral("Command9"), QStringLiteral("表"));
-    QPushButton* close = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
-    QLabel* label = labelFor(QStringLiteral("Label1"), QStringLiteral("基準日(&D)："), other);
-    int checks = 0;
-    int worked = 0;
-    int closed = 0;
-    int activations = 0;
-    bool valid = false;
-    bool withBox = false;
+    QLineEdit* checked = make<QLineEdit>(u"Text1_0"_s);
+    QLineEdit* other = make<QLineEdit>(u"Text1_1"_s);
+    QRadioButton* option = make<QRadioButton>(u"Option1_0"_s, u"金一封"_s);
+    QCheckBox* tick = make<QCheckBox>(u"Check1"_s, u"含む"_s);
+    CodeList* list = make<CodeList>(u"DataList1"_s);
+    QPushButton* work = make<QPushButton>(u"Command1"_s, u"取込(&I)"_s);
+    QPushButton* tool = make<QPushButton>(u"Command9"_s, u"表"_s);
+    QPushButton* close = make<QPushButton>(u"Command2"_s, u"閉じる(&Ｃ)"_s);
+    QLabel* label = labelFor(u"Label1"_s, u"基準日(&D)："_s, other);
+    int checks = 0, worked = 0, closed = 0, activations = 0;
+    bool valid, withBox;  // what the check answers, and whether a refusal says so in a box
 
-    EntryForm() : Form(QStringLiteral("frmEntry"), QStringLiteral("入力"), nullptr) {
+    explicit EntryForm(bool isValid = false, bool hasBox = false)
+        : Form(u"frmEntry"_s, u"入力"_s, nullptr), valid(isValid), withBox(hasBox) {
         QVBoxLayout* column = columnOf(this);
         for (QWidget* control :
              std::initializer_list<QWidget*>{label, checked, other, option, tick, list, work, tool, close})
             column->addWidget(control);
         tool->setFocusPolicy(Qt::NoFocus);
-        list->setItems(
-            {{QStringLiteral("01"), QStringLiteral("夏季")}, {QStringLiteral("02"), QStringLiteral("冬季")}});
+        list->setItems({{u"01"_s, u"夏季"_s}, {u"02"_s, u"冬季"_s}});
         for (QPushButton* button : {work, tool})
             connect(button, &QPushButton::clicked, this, [this] { ++worked; });
         connect(close, &QPushButton::clicked, this, [this] { ++closed; });
         setCancelButton(close);
-        checked->setText(QStringLiteral("2003/4/1"));
+        checked->setText(u"2003/4/1"_s);
         validateOnLeave(checked, [this] { return check(); }, {close});
     }
 
@@ -91,59 +87,71 @@ void clickOnScreen(QWidget* control) {
                       control->mapTo(window, control->rect().center()));
 }
 
-struct Leave {
-    const char* name;
-    std::function<void(EntryForm&)> act;
-    bool judged;               // the check runs
-    bool pressesWork = false;  // a passed check lets `work` or `tool` be pressed
-};
+using Act = std::function<void(EntryForm&)>;
+Act key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    return [=](EntryForm& f) { QTest::keyClick(f.checked, key, modifiers); };
+}
+template <class W>
+Act click(W* EntryForm::*control) {
+    return [=](EntryForm& f) { clickOnScreen(f.*control); };
+}
+/// A press that reaches the button without passing the window.
+Act press(QPushButton* EntryForm::*button) {
+    return [=](EntryForm& f) { QTest::mouseClick(f.*button, Qt::LeftButton); };
+}
 
-const Leave kLeaves[] = {
-    {"Tab", [](EntryForm& f) { QTest::keyClick(f.checked, Qt::Key_Tab); }, true},
+enum class Presses { Nothing, Work, Close };  // Work: `work` or `tool`, after a passed check only
+using F = EntryForm;
+const struct {
+    const char* name;
+    Act act;
+    bool judged;  // the check runs
+    Presses presses = Presses::Nothing;
+} kLeaves[] = {
+    {"Tab", key(Qt::Key_Tab), true},
     {"Backtab",
-     [](EntryForm& f) {
-         tabOrder({f.other, f.checked}), QTest::keyClick(f.checked, Qt::Key_Backtab);
+     [](F& f) {
+         tabOrder({f.other, f.checked}), key(Qt::Key_Backtab)(f);
      },
      true},
-    {"Backtab to close", [](EntryForm& f) { QTest::keyClick(f.checked, Qt::Key_Backtab); }, false},
-    {"Enter", [](EntryForm& f) { QTest::keyClick(f.checked, Qt::Key_Return); }, true},
-    {"click in a field", [](EntryForm& f) { clickOnScreen(f.other); }, true},
-    {"click in a list", [](EntryForm& f) { clickOnScreen(f.list->viewport()); }, true},
-    {"click on the button", [](EntryForm& f) { clickOnScreen(f.work); }, true, true},
-    {"press sent to the button", [](EntryForm& f) { QTest::mouseClick(f.work, Qt::LeftButton); }, true, true},
-    {"button without focus", [](EntryForm& f) { QTest::mouseClick(f.tool, Qt::LeftButton); }, true, true},
-    {"mnemonic of the button", [](EntryForm& f) { QTest::keyClick(f.checked, Qt::Key_I, Qt::AltModifier); },
-     true, true},
-    {"mnemonic of a label", [](EntryForm& f) { QTest::keyClick(f.checked, Qt::Key_D, Qt::AltModifier); },
-     true},
-    {"focus by a widget of the toolkit", [](EntryForm& f) { f.other->setFocus(Qt::TabFocusReason); }, true},
-    {"focus by code", [](EntryForm& f) { f.other->setFocus(); }, false},
-    {"click on a label", [](EntryForm& f) { clickOnScreen(f.label); }, false},
-    {"click on close", [](EntryForm& f) { clickOnScreen(f.close); }, false},
-    {"press sent to close", [](EntryForm& f) { QTest::mouseClick(f.close, Qt::LeftButton); }, false},
-    {"mnemonic of close", [](EntryForm& f) { QTest::keyClick(f.checked, Qt::Key_C, Qt::AltModifier); },
-     false},
-    {"Escape", [](EntryForm& f) { QTest::keyClick(f.checked, Qt::Key_Escape); }, false},
-    {"disabling", [](EntryForm& f) { f.checked->setEnabled(false); }, false},
-    {"hiding", [](EntryForm& f) { f.checked->hide(); }, false},
-    {"read-only", [](EntryForm& f) { f.checked->setReadOnly(true), QTest::keyClick(f.checked, Qt::Key_Tab); },
-     false},
-    {"closing the window", [](EntryForm& f) { f.QDialog::close(); }, false},
+    {"Backtab to close", key(Qt::Key_Backtab), false},
+    {"Enter", key(Qt::Key_Return), true},
+    {"click in a field", click(&F::other), true},
+    {"click in a list", [](F& f) { clickOnScreen(f.list->viewport()); }, true},
+    {"click on the button", click(&F::work), true, Presses::Work},
+    {"press sent to the button", press(&F::work), true, Presses::Work},
+    {"button without focus", press(&F::tool), true, Presses::Work},
+    {"mnemonic of the button", key(Qt::Key_I, Qt::AltModifier), true, Presses::Work},
+    {"mnemonic of a label", key(Qt::Key_D, Qt::AltModifier), true},
+    {"focus by a widget of the toolkit", [](F& f) { f.other->setFocus(Qt::TabFocusReason); }, true},
+    {"focus by code", [](F& f) { f.other->setFocus(); }, false},
+    {"click on a label", click(&F::label), false},
+    {"click on close", click(&F::close), false, Presses::Close},
+    {"press sent to close", press(&F::close), false, Presses::Close},
+    {"mnemonic of close", key(Qt::Key_C, Qt::AltModifier), false, Presses::Close},
+    {"Escape", key(Qt::Key_Escape), false, Presses::Close},
+    {"disabling", [](F& f) { f.checked->setEnabled(false); }, false},
+    {"hiding", [](F& f) { f.checked->hide(); }, false},
+    {"read-only", [](F& f) { f.checked->setReadOnly(true), key(Qt::Key_Tab)(f); }, false},
+    {"closing the window", [](F& f) { f.QDialog::close(); }, false},
 };
 
 }  // namespace
 
-TEST(FormLeaveCheck, RefusesTheMoveAndWhatItWouldPress) {
-    for (const Leave& leave : kLeaves) {
-        for (const bool withBox : {false, true}) {
+TEST(FormLeaveCheck, RefusesTheMoveAndWhatItWouldPressOrPassesBothOnce) {
+    const struct { bool valid, withBox; } answers[] = {{false, false}, {false, true}, {true, false}};
+    for (const auto& leave : kLeaves)
+        for (const auto& [valid, withBox] : answers) {
             SCOPED_TRACE(leave.name);
-            EntryForm form;
-            form.withBox = withBox;
+            EntryForm form(valid, withBox);
             form.open();
             leave.act(form);
             QCoreApplication::processEvents();
+            const int worked = valid && leave.presses == Presses::Work ? 1 : 0;
+            const int closed = leave.presses == Presses::Close ? 1 : 0;
+            EXPECT_TRUE(QTest::qWaitFor([&] { return form.worked == worked && form.closed == closed; }));
             EXPECT_EQ(form.checks, leave.judged ? 1 : 0);
-            EXPECT_EQ(form.worked, 0);
+            if (valid) continue;
             EXPECT_FALSE(form.work->isDown());
             if (!leave.judged) continue;
             form.activateWindow();
@@ -151,40 +159,14 @@ TEST(FormLeaveCheck, RefusesTheMoveAndWhatItWouldPress) {
             EXPECT_TRUE(form.checked->hasFocus());
             EXPECT_EQ(form.list->row(), -1);
         }
-    }
-}
-
-TEST(FormLeaveCheck, PassesOnceAndPressesOnce) {
-    for (const Leave& leave : kLeaves) {
-        SCOPED_TRACE(leave.name);
-        EntryForm form;
-        form.valid = true;
-        form.open();
-        leave.act(form);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return form.worked == (leave.pressesWork ? 1 : 0); }));
-        EXPECT_EQ(form.checks, leave.judged ? 1 : 0);
-    }
-}
-
-TEST(FormLeaveCheck, ExemptButtonsWorkWhileTheFieldIsWrong) {
-    for (const int way : {0, 1, 2, 3}) {
-        EntryForm form;
-        form.open();
-        if (way == 0) clickOnScreen(form.close);
-        if (way == 1) QTest::mouseClick(form.close, Qt::LeftButton);
-        if (way == 2) QTest::keyClick(form.checked, Qt::Key_C, Qt::AltModifier);
-        if (way == 3) QTest::keyClick(form.checked, Qt::Key_Escape);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return form.closed == 1; })) << way;
-    }
 }
 
 TEST(FormLeaveCheck, ForgetsAnEarlierVerdictWhenTheTextChanges) {
-    EntryForm form;
-    form.valid = true;
+    EntryForm form(true);
     form.open();
     EXPECT_TRUE(form.passesLeaveCheck());
     form.valid = false;
-    QTest::keyClicks(form.checked, QStringLiteral("x"));
+    QTest::keyClicks(form.checked, u"x"_s);
     QTest::keyClick(form.checked, Qt::Key_Tab);
     EXPECT_EQ(form.checks, 2);
     EXPECT_TRUE(form.checked->hasFocus());
@@ -201,8 +183,7 @@ TEST(FormLeaveCheck, StaysSilentWhenAnotherWindowComesToTheFront) {
 }
 
 TEST(FormKeys, EnterFollowsTheTabOrderAndPressesOnlyTheFocusedButton) {
-    EntryForm form;
-    form.valid = true;
+    EntryForm form(true);
     form.open();
     for (QWidget* next :
          std::initializer_list<QWidget*>{form.other, form.option, form.tick, form.list, form.work}) {
@@ -221,20 +202,18 @@ TEST(FormKeys, EnterFollowsTheTabOrderAndPressesOnlyTheFocusedButton) {
 }
 
 TEST(FormKeys, AFieldIsMarkedWholeOnEveryWayIn) {
-    EntryForm form;
-    form.valid = true;
-    form.other->setText(QStringLiteral("12,345"));
+    EntryForm form(true);
+    form.other->setText(u"12,345"_s);
+    EXPECT_EQ(form.other->accessibleName(), u"基準日"_s) << "its label's text without mnemonic and colon";
     form.open();
-    EXPECT_EQ(form.checked->selectedText(), QStringLiteral("2003/4/1")) << "first focus of the screen";
-    const std::function<void()> ways[] = {[&] { form.other->setFocus(); },
-                                          [&] { QTest::keyClick(form.checked, Qt::Key_Tab); },
-                                          [&] { QTest::keyClick(form.checked, Qt::Key_D, Qt::AltModifier); },
-                                          [&] { clickOnScreen(form.other); }};
-    for (const auto& way : ways) {
+    EXPECT_EQ(form.checked->selectedText(), u"2003/4/1"_s) << "first focus of the screen";
+    const Act ways[] = {[](F& f) { f.other->setFocus(); }, key(Qt::Key_Tab), key(Qt::Key_D, Qt::AltModifier),
+                        click(&F::other)};
+    for (const Act& way : ways) {
         form.checked->setFocus();
         form.other->deselect();
-        way();
-        EXPECT_EQ(form.other->selectedText(), QStringLiteral("12,345"));
+        way(form);
+        EXPECT_EQ(form.other->selectedText(), u"12,345"_s);
     }
     clickOnScreen(form.other);
     EXPECT_FALSE(form.other->hasSelectedText()) << "a second click sets the caret";
@@ -243,7 +222,7 @@ TEST(FormKeys, AFieldIsMarkedWholeOnEveryWayIn) {
 TEST(FormChild, GivesControlBackAndDeletesTheChild) {
     EntryForm form;
     form.open();
-    QPointer<Form> child = new Form(QStringLiteral("frmChild"), QStringLiteral("子画面"), &form);
+    QPointer<Form> child = new Form(u"frmChild"_s, u"子画面"_s, &form);
     Qt::CursorShape under = Qt::ArrowCursor;
     QTimer::singleShot(0, child, [&] {
         under = form.cursor().shape();
@@ -271,81 +250,62 @@ TEST(FormPlace, StandsAtOneThirdOfTheFreeScreen) {
     EXPECT_EQ(form.pos(), QPoint(5, 6)) << "where the user has put it";
 }
 
-TEST(FormNames, TheBuddySaysItsLabelWithoutMnemonicAndColon) {
-    EntryForm form;
-    EXPECT_EQ(form.other->accessibleName(), QStringLiteral("基準日"));
-    EXPECT_EQ(form.label->buddy(), form.other);
-    EXPECT_EQ(form.label->objectName(), QStringLiteral("Label1"));
-}
-
 TEST(CodeListChoice, ComesOncePerChoiceByMouseAndKeyboard) {
     EntryForm form;
     form.open();
     CodeList& list = *form.list;
     QSignalSpy chosen(&list, &CodeList::chosen);
-    const auto click = [&](int row) {
-        const QRect line = list.visualRect(list.model()->index(row, 0));
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, line.center());
+    const auto clickAt = [&](const QPoint& at) {
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
     };
+    const auto state = [&] { return u"%1%2 %3"_s.arg(list.boundText(), list.text()).arg(chosen.count()); };
+    const QPoint second = list.visualRect(list.model()->index(1, 0)).center();
     form.valid = true;
     list.setFocus(Qt::TabFocusReason);
-    EXPECT_TRUE(list.boundText().isEmpty());
+    EXPECT_EQ(state(), u" 0"_s);
     QTest::keyClick(&list, Qt::Key_Down);
-    EXPECT_EQ(list.boundText(), QStringLiteral("01"));
-    EXPECT_EQ(chosen.count(), 1);
-    click(1);
-    EXPECT_EQ(list.boundText() + list.text(), QStringLiteral("02冬季"));
-    EXPECT_EQ(chosen.count(), 2);
-    click(1);
-    EXPECT_EQ(chosen.count(), 3) << "the same line again";
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {5, list.viewport()->height() - 2});
+    EXPECT_EQ(state(), u"01夏季 1"_s);
+    clickAt(second);
+    EXPECT_EQ(state(), u"02冬季 2"_s);
+    clickAt(second);
+    EXPECT_EQ(state(), u"02冬季 3"_s) << "the same line again";
+    clickAt({5, list.viewport()->height() - 2});
     EXPECT_EQ(chosen.count(), 3) << "below the last line";
     QTest::keyClick(&list, Qt::Key_Home);
-    EXPECT_EQ(list.boundText(), QStringLiteral("01"));
-    EXPECT_EQ(chosen.count(), 4);
+    EXPECT_EQ(state(), u"01夏季 4"_s);
     list.choose(-1);
-    EXPECT_EQ(list.boundText() + list.text(), QString());
-    EXPECT_FALSE(list.chooseCode(QStringLiteral("2")));
-    EXPECT_EQ(chosen.count(), 4);
-    EXPECT_TRUE(list.chooseCode(QStringLiteral("02")));
-    EXPECT_EQ(chosen.count(), 5);
-    list.setItems(
-        {{QStringLiteral("A"), QStringLiteral("alpha")}, {QStringLiteral("B"), QStringLiteral("beta")}});
-    EXPECT_EQ(list.row(), -1);
-    EXPECT_EQ(chosen.count(), 5) << "new lines drop the choice silently";
+    EXPECT_FALSE(list.chooseCode(u"2"_s));
+    EXPECT_EQ(state(), u" 4"_s);
+    EXPECT_TRUE(list.chooseCode(u"02"_s));
+    EXPECT_EQ(state(), u"02冬季 5"_s);
+    list.setItems({{u"A"_s, u"alpha"_s}, {u"B"_s, u"beta"_s}});
+    EXPECT_EQ(state(), u" 5"_s) << "new lines drop the choice silently";
     QTest::keyClick(&list, Qt::Key_B);
-    EXPECT_EQ(list.boundText(), QStringLiteral("B")) << "typed first letter";
-    EXPECT_EQ(chosen.count(), 6);
+    EXPECT_EQ(state(), u"Bbeta 6"_s) << "typed first letter";
 }
 
 TEST(TableCopy, CopiesTheSelectionAsItStandsOnScreen) {
     Table table;
-    RowsModel model({{QStringLiteral("番号")},
-                     {QStringLiteral("氏名")},
-                     {QStringLiteral("住所")},
-                     {QStringLiteral("金額"), true}});
-    model.setRows(3, [](int row, int column) {
-        const QString cells[][4] = {
-            {QStringLiteral("1"), QStringLiteral("青木"), QStringLiteral("x"), QStringLiteral("10,000")},
-            {QStringLiteral("2"), QStringLiteral("石井\t一"), QStringLiteral("x"), QStringLiteral("20,000")},
-            {QStringLiteral("3"), QStringLiteral("上田"), QStringLiteral("x"), QStringLiteral("30,000")}};
-        return cells[row][column];
-    });
+    RowsModel model({{u"番号"_s}, {u"氏名"_s}, {u"住所"_s}, {u"金額"_s, true}});
+    const QStringList cells[] = {{u"1"_s, u"青木"_s, u"x"_s, u"10,000"_s},
+                                 {u"2"_s, u"石井\t一"_s, u"x"_s, u"20,000"_s},
+                                 {u"3"_s, u"上田"_s, u"x"_s, u"30,000"_s}};
+    model.setRows(3, [&](int row, int column) { return cells[row][column]; });
     table.setModel(&model);
     table.setSelectionMode(QAbstractItemView::ExtendedSelection);
     table.setColumnHidden(2, true);
     table.horizontalHeader()->moveSection(3, 0);
     table.show();
-    const auto pick = QItemSelectionModel::Select | QItemSelectionModel::Rows;
-    table.selectionModel()->select(model.index(1, 0), pick);
-    table.selectionModel()->select(model.index(0, 0), pick);
+    for (const int row : {1, 0})
+        table.selectionModel()->select(model.index(row, 0),
+                                       QItemSelectionModel::Select | QItemSelectionModel::Rows);
     QTest::keySequence(&table, QKeySequence::Copy);
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("10,000\t1\t青木\n20,000\t2\t石井 一"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"10,000\t1\t青木\n20,000\t2\t石井 一"_s);
 }
 
 TEST(TableFit, AsksOnlyForRowsInSightAndLeavesDraggedWidthsAlone) {
     Table table;
-    RowsModel model({{QStringLiteral("番号")}, {QStringLiteral("金額"), true}});
+    RowsModel model({{u"番号"_s}, {u"金額"_s, true}});
     int lowest = 0;
     model.setRows(30000, [&](int row, int) {
         lowest = std::max(lowest, row);
