@@ -1,6 +1,8 @@
 #include "main_screens.h"
 
 #include "calc/frmSHaibunjikkouK2.h"
+#include "calc/frmSJCheck.h"
+#include "calc/frmSNenkan.h"
 #include "prep/frmMenuSJikkou.h"
 #include "prep/frmSDatatorikomi.h"
 #include "prep/frmSJikkou01.h"
@@ -49,15 +51,22 @@ void addRun(shell::ScreenRegistry& screens) {
     add<prep::frmSJikkou03>(screens, "frmSJikkou03");
 }
 
+template <class Screen>
+void addSender(shell::ScreenRegistry& screens, const char* name,
+               const std::shared_ptr<reports::ExportSession>& session) {
+    screens.add(QString::fromLatin1(name), [session](shell::House& house, QWidget* parent) -> QDialog* {
+        return new Screen(house, *session, parent);
+    });
+}
+
 /// The sheets of one run of the program belong together: the session lives as long as the screens can be
 /// opened.
 void addCalculation(shell::ScreenRegistry& screens, const QString& sheetFolder) {
-    auto session = std::make_shared<reports::ExportSession>(reports::ExportSession::Options{
+    const auto session = std::make_shared<reports::ExportSession>(reports::ExportSession::Options{
         sheetFolder.isEmpty() ? reports::ExportSession::defaultFolder() : sheetFolder});
-    screens.add(QStringLiteral("frmSHaibunjikkouK2"),
-                [session](shell::House& house, QWidget* parent) -> QDialog* {
-                    return new calc::frmSHaibunjikkouK2(house, *session, parent);
-                });
+    addSender<calc::frmSHaibunjikkouK2>(screens, "frmSHaibunjikkouK2", session);
+    addSender<calc::frmSJCheck>(screens, "frmSJCheck", session);
+    addSender<calc::frmSNenkan>(screens, "frmSNenkan", session);
 }
 
 }  // namespace

@@ -41,24 +41,40 @@ std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKe
     return resultRows(cn, run);
 }
 
+reports::Report amountReport(const AmountList& list, const std::vector<ResultRow>& rows) {
+    reports::Report report = reports::makeReport(QStringLiteral("DataReportSHyou03"));
+    report.setTitle(list.title);
+    report.setData(list.columns, reportRows(rows));
+    for (int i = 0; i < list.columns.size(); ++i) {
+        report.bind(Section::Section1, QStringLiteral("Text%1").arg(i + 1), list.columns[i]);
+        report.setCaption(Section::Section2, kHeads[i], list.headings[i]);
+    }
+    for (int i = kFirstAmount; i < list.columns.size(); ++i) {
+        const int n = i - kFirstAmount + 1;
+        report.bind(Section::Section5, QStringLiteral("Function%1").arg(n), list.columns[i]);
+        report.bind(Section::Section5, QStringLiteral("Function%1").arg(n + 5), list.columns[i]);
+    }
+    report.setCaption(Section::Section4, QStringLiteral("Label4"), list.caption);
+    report.setCaption(Section::Section4, QStringLiteral("Label6"), list.subtitle);
+    return report;
+}
+
+QString sendLines(reports::ExportSession& session, const std::vector<QStringList>& lines,
+                  const std::vector<int>& numbers, const QString& sheetName) {
+    reports::SheetGrid grid;
+    for (std::size_t line = 0; line < lines.size(); ++line)
+        for (int column = 0; column < lines[line].size(); ++column)
+            grid.setText(static_cast<int>(line) + 1, column + 1, lines[line][column]);
+    for (int column : numbers) grid.setRightAligned(column);
+    const QString path = session.send(grid, sheetName);
+    reports::openDocument(path);
+    return path;
+}
+
 QDialog* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
                        const QString& coefficientLine, bool panelOpen, QWidget* parent) {
     const QString name = QStringLiteral("賞与支給額");
-    const QStringList& headings = resultHeadings();
-    reports::Report report = reports::makeReport(QStringLiteral("DataReportSHyou03"));
-    report.setTitle(name);
-    report.setData(headings, reportRows(rows));
-    for (int i = 0; i < headings.size(); ++i) {
-        report.bind(Section::Section1, QStringLiteral("Text%1").arg(i + 1), headings[i]);
-        report.setCaption(Section::Section2, kHeads[i], headings[i]);
-    }
-    for (int i = kFirstAmount; i < headings.size(); ++i) {
-        const int n = i - kFirstAmount + 1;
-        report.bind(Section::Section5, QStringLiteral("Function%1").arg(n), headings[i]);
-        report.bind(Section::Section5, QStringLiteral("Function%1").arg(n + 5), headings[i]);
-    }
-    report.setCaption(Section::Section4, QStringLiteral("Label4"), name);
-    report.setCaption(Section::Section4, QStringLiteral("Label6"), title);
+    reports::Report report = amountReport({name, name, title, resultHeadings(), resultHeadings()}, rows);
     if (panelOpen) {
         report.setCaption(Section::Section4, QStringLiteral("Label9"), coefficientLine);
         report.setVisible(Section::Section4, QStringLiteral("Label9"), true);
@@ -68,16 +84,8 @@ QDialog* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
 
 QString sendResultSheet(reports::ExportSession& session, const std::vector<ResultRow>& rows,
                         const QString& kubunMei, const QString& kijunMei, const QString& coefficientLine) {
-    reports::SheetGrid grid;
-    const auto lines = resultSheet(kubunMei, kijunMei, coefficientLine, rows);
-    for (std::size_t line = 0; line < lines.size(); ++line)
-        for (int column = 0; column < lines[line].size(); ++column)
-            grid.setText(static_cast<int>(line) + 1, column + 1, lines[line][column]);
-    for (int column = kFirstAmount; column < resultHeadings().size(); ++column)
-        grid.setRightAligned(column + 1);
-    const QString path = session.send(grid, kijunMei);
-    reports::openDocument(path);
-    return path;
+    return sendLines(session, resultSheet(kubunMei, kijunMei, coefficientLine, rows), kAmountColumns,
+                     kijunMei);
 }
 
 }  // namespace calc

@@ -1,7 +1,10 @@
 #pragma once
 #include <QString>
 
+#include <vector>
+
 #include "calc/result_list.h"
+#include "reports/report.h"
 #include "reports/workbook.h"
 
 class QDialog;
@@ -11,6 +14,24 @@ namespace calc {
 
 /// "◆正社員賞与／一般社員", the line under the title of the list and the first one of the sheet.
 QString resultTitle(const QString& kubunMei, const QString& kijunMei);
+
+/// What DataReportSHyou03 prints: code, name and five amounts with their sums and averages.
+struct AmountList {
+    QString title;         ///< of the report
+    QString caption;       ///< above the list
+    QString subtitle;      ///< under the caption; may be empty
+    QStringList columns;   ///< names of the seven columns
+    QStringList headings;  ///< above them; an empty one leaves its column without
+};
+reports::Report amountReport(const AmountList& list, const std::vector<ResultRow>& rows);
+
+/// Sends lines as the next file of the session and opens it where there is a desktop; columns `numbers` (from
+/// 1) stand at the right. Returns the file's path.
+QString sendLines(reports::ExportSession& session, const std::vector<QStringList>& lines,
+                  const std::vector<int>& numbers, const QString& sheetName);
+
+/// The columns of five amounts behind code and name.
+inline const std::vector<int> kAmountColumns{3, 4, 5, 6, 7};
 
 /// Brings the grand totals up to date and reads the list.
 std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKey& run);

@@ -129,9 +129,10 @@ class Form::Watch : public QObject {
 
 void Form::Watch::add(QLineEdit* edit, std::function<bool()> check, const QList<QPushButton*>& exempt) {
     auto entry = std::make_shared<Check>(Check{edit, std::move(check), exempt});
-    checks_.insert(edit, entry);
+    QWidget* const holder = edit->focusProxy() ? edit->focusProxy() : edit;
+    checks_.insert(holder, entry);
     connect(edit, &QLineEdit::textChanged, this, [entry] { entry->passed = false; });
-    connect(edit, &QObject::destroyed, this, [this, edit] { checks_.remove(edit); });
+    connect(edit, &QObject::destroyed, this, [this, holder] { checks_.remove(holder); });
 }
 
 bool Form::Watch::mayLeaveFor(QWidget* target) {

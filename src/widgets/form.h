@@ -50,7 +50,7 @@ class Form : public QDialog {
     /// focus in it (the routine has shown its box), and what the user wanted to press is not pressed. Buttons
     /// listed in `exempt` (close, cancel) may be pressed without passing it. It does not run when another
     /// window or program comes to the front, when the form closes, when code moves the focus, or while the
-    /// edit is read-only, disabled or hidden.
+    /// edit is read-only, disabled or hidden. The edit of a combo box counts while its box has the focus.
     void validateOnLeave(QLineEdit* edit, std::function<bool()> check, QList<QPushButton*> exempt = {});
     /// Runs the check of the edit that has the focus, if any: for actions that are reached by other ways
     /// (function keys).

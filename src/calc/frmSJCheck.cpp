@@ -1,0 +1,219 @@
+#include "calc/frmSJCheck.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "calc/input_check.h"
+#include "calc/ui_result_output.h"
+#include "criteria/ui_criterion_picker.h"
+#include "shell/global_record.h"
+#include "shell/ui_box.h"
+#include "shell/ui_guard.h"
+#include "widgets/layout.h"
+#include "widgets/theme.h"
+
+namespace calc {
+
+using criteria::Houshiki;
+
+namespace {
+
+void keepPlace(QWidget* widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+}  // namespace
+
+frmSJCheck::frmSJCheck(shell::House& house, reports::ExportSession& session, QWidget* parent)
+    : Form(QStringLiteral("frmSJCheck"), QStringLiteral("算定方式指定"), parent),
+      house_(house),
+      session_(session) {
+    makeControls();
+    shell::guarded(this, [this] { Form_Load(); });
+}
+
+// ---- The screen's parts
+// ------------------------------------------------------------------------------------------
+
+void frmSJCheck::makeControls() {
+    auto* title = make<QLabel>(QStringLiteral("Label5"),
+                               QStringLiteral("入力状況チェック　基準日 %1").arg(house_.global.kijunbi));
+    auto* guidance =
+        make<QLabel>(QStringLiteral("Label6"),
+                     QStringLiteral("使用する基礎額と係数だけを、社員ごとに１行の表にして送ります。"));
+    picker_ = new criteria::CriterionPicker(house_, this);
+    auto* first = make<QLabel>(QStringLiteral("Image0"), QStringLiteral("①"));
+    marker_ = {make<QLabel>(QStringLiteral("Image1"), QStringLiteral("②")),
+               make<QLabel>(QStringLiteral("Image2"), QStringLiteral("③"))};
+    for (QLabel* marker : {first, marker_[0], marker_[1]}) widgets::setTone(marker, widgets::Tone::Heading);
+    picker_->setMarkers(first, marker_[0]);
+    label3_ = make<QLabel>(QStringLiteral("Label3"));
+    label3_->setWordWrap(true);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(widgets::kGrid);
+    line->addWidget(marker_[1]);
+    line->addWidget(label3_, 1);
+
+    auto* column = widgets::columnOf(this);
+    column->addLayout(widgets::headerBlock(title, guidance));
+    column->addWidget(picker_, 1);
+    column->addLayout(line);
+    column->addWidget(makeOptions());
+    column->addWidget(makeButtons());
+    setMinimumSize(widgets::twips(7770), widgets::twips(4770));
+    for (QWidget* part : std::initializer_list<QWidget*>{marker_[0], marker_[1], label3_, frame1_})
+        keepPlace(part);
+
+    connect(picker_, &criteria::CriterionPicker::kubunChosen, this,
+            [this] { shell::guarded(this, [this] { DataList1_Click(); }); });
+    connect(picker_, &criteria::CriterionPicker::kijunChosen, this, [this] {
+        if (shell::guarded(this, [this] { DataList2_Click(); })) return;
+        picker_->kijunList()->choose(-1);
+        showMethod(false);
+    });
+}
+
+QWidget* frmSJCheck::makeOptions() {
+    frame1_ = make<QFrame>(QStringLiteral("Frame1"));
+    option_ = makeArray<QRadioButton, 2>(QStringLiteral("Option1"),
+                                         {QStringLiteral("個人別計算"), QStringLiteral("総額配分")});
+    auto* row = new QHBoxLayout(frame1_);
+    row->setContentsMargins(2 * widgets::kGrid, 0, 0, 0);
+    row->setSpacing(2 * widgets::kGrid);
+    for (QRadioButton* option : option_) {
+        option->setParent(frame1_);
+        row->addWidget(option);
+        connect(option, &QRadioButton::clicked, this, [this] { sentTo_->hide(); });
+    }
+    row->addStretch();
+    return frame1_;
+}
+
+/// The path of the last sheet above the row of buttons.
+QWidget* frmSJCheck::makeButtons() {
+    auto* holder = new QWidget(this);
+    sentTo_ = make<QLabel>(QStringLiteral("Label18"));
+    sentTo_->setWordWrap(true);
+    sentTo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto* send = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("Excelにデータを送る"));
+    auto* close = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
+    auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
+    widgets::setPrimary(send);
+    setCancelButton(close);
+    connect(send, &QPushButton::clicked, this,
+            [this] { shell::guarded(this, [this] { Command1_Click(); }); });
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
+    auto* column = new QVBoxLayout(holder);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(widgets::kGrid);
+    column->addWidget(sentTo_);
+    column->addLayout(widgets::buttonRow({help}, {close, send}));
+    return holder;
+}
+
+void frmSJCheck::Form_Load() {
+    showMethod(false);
+    marker_[0]->hide();
+    picker_->load();
+    picker_->kubunList()->setFocus();
+}
+
+// ---- Choosing
+// ----------------------------------------------------------------------------------------------------
+
+void frmSJCheck::showMethod(bool show) {
+    for (QWidget* part : std::initializer_list<QWidget*>{label3_, marker_[1], frame1_})
+        part->setVisible(show);
+    sentTo_->hide();
+    if (!show) nothingToDo_ = false;
+}
+
+void frmSJCheck::DataList1_Click() {
+    showMethod(false);
+    picker_->loadKijun();
+    marker_[0]->show();
+}
+
+void frmSJCheck::DataList2_Click() {
+    if (picker_->refuseEmptyKijun()) return;
+    showMethod(false);
+    picker_->takeSelection();
+    const shell::GlobalRecord& global = house_.global;
+    const auto kijun = criteria::kijunOf(*global.cn_main, global.haibun_kubun, global.haibun_kijun);
+    if (!kijun) return;
+    showOptions(*kijun);
+    tellEmployees(!global.haibun_jikkou_mode ||
+                  criteria::hasEmployees(*global.cn_main, criteria::currentRun(global)));
+    showMethod(true);
+}
+
+/// What the criterion does not use is hidden; the first of what is left is chosen. A criterion without any
+/// kind of payment counts as one with all.
+void frmSJCheck::showOptions(const criteria::Kijun& kijun) {
+    const bool none = std::none_of(kijun.uses.begin(), kijun.uses.end(), [](bool used) { return used; });
+    const std::array<bool, 2> offered{none || kijun.uses[0], none || kijun.uses[1]};
+    for (std::size_t i = 0; i < option_.size(); ++i) {
+        option_[i]->setVisible(offered[i]);
+        option_[i]->setAutoExclusive(false);
+        option_[i]->setChecked(offered[i] && (i == 0 || !offered[0]));
+        option_[i]->setAutoExclusive(true);
+    }
+}
+
+void frmSJCheck::tellEmployees(bool any) {
+    nothingToDo_ = !any;
+    label3_->setText(any ? QStringLiteral("算定方式を指定してください｡") : criteria::kNoEmployees);
+    widgets::setTone(label3_, any ? widgets::Tone::Normal : widgets::Tone::Warning);
+}
+
+// ---- Sending
+// -----------------------------------------------------------------------------------------------------
+
+/// A criterion of typed amounts alone has neither bases nor coefficients to look at.
+bool frmSJCheck::refused() {
+    if (!picker_->requireSelection()) return true;
+    const bool noMethod = std::none_of(option_.begin(), option_.end(),
+                                       [](const QRadioButton* option) { return option->isChecked(); });
+    if (!nothingToDo_ && !noMethod) return false;
+    shell::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
+                shell::BoxIcon::Critical);
+    picker_->kijunList()->setFocus();
+    return true;
+}
+
+void frmSJCheck::Command1_Click() {
+    if (refused()) return;
+    const auto method = option_[0]->isChecked() ? Houshiki::Kojinbetsu : Houshiki::Sougaku;
+    const QString caption = option_[static_cast<std::size_t>(method)]->text();
+    shell::tell(this, QStringLiteral("『%1』を指定します。").arg(caption),
+                QStringLiteral("算定方式指定の確認"));
+    house_.global.santei_houshiki = criteria::houshikiCode(method);
+    house_.global.santei_houshiki_mei = caption;
+    if (method == Houshiki::Kojinbetsu)
+        kojinbetsu();
+    else
+        sougaku();
+}
+
+void frmSJCheck::send(Houshiki method) {
+    setHourglass();
+    const shell::GlobalRecord& global = house_.global;
+    const CheckSheet sheet = inputCheckSheet(*global.cn_main, criteria::currentRun(global), method,
+                                             global.haibun_kubun_mei, global.haibun_kijun_mei);
+    const QString path = sendLines(session_, sheet.lines, sheet.numbers, global.haibun_kijun_mei);
+    setDefaultPointer();
+    sentTo_->setText(QStringLiteral("保存しました: %1").arg(path));
+    sentTo_->show();
+}
+
+}  // namespace calc

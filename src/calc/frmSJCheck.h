@@ -1,0 +1,59 @@
+#pragma once
+#include <array>
+#include <optional>
+
+#include "criteria/criteria.h"
+#include "shell/ui_screens.h"
+#include "widgets/form.h"
+
+class QFrame;
+class QLabel;
+class QRadioButton;
+
+namespace criteria {
+class CriterionPicker;
+}
+namespace reports {
+class ExportSession;
+}
+
+namespace calc {
+
+/// 基礎額・係数の入力状況チェック: one criterion and one 算定方式 of the current 基準日, sent as a sheet with
+/// every base amount and coefficient that the criterion uses.
+class frmSJCheck : public widgets::Form {
+    Q_OBJECT
+  public:
+    frmSJCheck(shell::House& house, reports::ExportSession& session, QWidget* parent);
+
+  private:
+    void makeControls();
+    QWidget* makeOptions();
+    QWidget* makeButtons();
+    void Form_Load();
+
+    void DataList1_Click();
+    void DataList2_Click();
+    void Command1_Click();
+
+    void kojinbetsu() { send(criteria::Houshiki::Kojinbetsu); }
+    void sougaku() { send(criteria::Houshiki::Sougaku); }
+    void send(criteria::Houshiki method);
+
+    void showOptions(const criteria::Kijun& kijun);
+    void showMethod(bool show);
+    void tellEmployees(bool any);
+    bool refused();
+
+    shell::House& house_;
+    reports::ExportSession& session_;
+    criteria::CriterionPicker* picker_ = nullptr;
+    std::array<QLabel*, 2> marker_{};  ///< Image1, Image2
+    QFrame* frame1_ = nullptr;
+    std::array<QRadioButton*, 2> option_{};
+    QLabel* label3_ = nullptr;
+    QLabel* sentTo_ = nullptr;
+    bool nothingToDo_ = false;
+};
+
+}  // namespace calc

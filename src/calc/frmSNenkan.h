@@ -1,0 +1,54 @@
+#pragma once
+#include <array>
+
+#include "calc/annual.h"
+#include "shell/ui_screens.h"
+#include "widgets/form.h"
+
+class QComboBox;
+class QLabel;
+
+namespace reports {
+class ExportSession;
+}
+
+namespace calc {
+
+/// 年間支給額: up to four 基準日, and what every employee received on them, as a printed list or a sheet.
+class frmSNenkan : public widgets::Form {
+    Q_OBJECT
+  public:
+    frmSNenkan(shell::House& house, reports::ExportSession& session, QWidget* parent);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void makeControls();
+    QWidget* makeDates();
+    QLayout* makeButtons();
+    void Form_Load();
+
+    /// Moves on to the first combo without a text; nowhere when all have one.
+    void Text入力();
+    /// On leaving a combo: a date that another combo has already is refused.
+    bool kijunbi_check(QComboBox* combo);
+    void DataCombo_Click(QComboBox* combo, bool picked);
+    void Command4_Click();
+    void Command5_Click();
+    void Command6_Click();
+
+    bool requireDates();
+    /// The date of the list that a combo's text names; invalid for an empty or an unknown text.
+    QDate boundDate(const QComboBox* combo) const;
+    NenkanDates dates() const;
+    NenkanHeads heads(QString (*format)(QDate), const QString& unused) const;
+
+    shell::House& house_;
+    reports::ExportSession& session_;
+    std::vector<QDate> choices_;
+    std::array<QComboBox*, kNenkanDates> combo_{};
+    QLabel* sentTo_ = nullptr;
+};
+
+}  // namespace calc

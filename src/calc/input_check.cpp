@@ -1,0 +1,211 @@
+#include "calc/input_check.h"
+
+#include <QHash>
+#include <QSet>
+#include <algorithm>
+
+#include "calc/run_rows.h"
+#include "calc/scratch_tables.h"
+#include "store/catalog.h"
+
+namespace calc {
+namespace {
+
+using criteria::Houshiki;
+namespace run_t = store::tables::S実行個人別計算;
+namespace pool_t = store::tables::S実行総額配分;
+namespace names_t = store::tables::S係数名称設定;
+
+static_assert(int{run_t::年齢係数} == int{pool_t::年齢係数} && int{run_t::基礎額Ａ} == int{pool_t::基礎額Ａ});
+
+const QString kCheck = QStringLiteral("SJCheck");
+const QString kHeadings = QString::fromUtf16(store::tables::SJCheck2::kName);
+constexpr int kBeside = 2;  ///< 社員Code and 氏名 stand before the columns in use
+
+/// What differs between the two methods.
+struct Source {
+    QString table;
+    QString factor;  ///< the coefficient column behind 評価
+    QString title;
+};
+Source sourceOf(Houshiki method) {
+    if (method == Houshiki::Kojinbetsu)
+        return {QString::fromUtf16(run_t::kName), QStringLiteral("支給係数"),
+                QStringLiteral("◆基礎額・係数の入力状況チェック【個人別計算】")};
+    return {QString::fromUtf16(pool_t::kName), QStringLiteral("賞与係数"),
+            QStringLiteral("◆基礎額・係数の入力状況チェック【総額配分】")};
+}
+
+/// Which base amounts and kinds of coefficient the set-up names.
+struct InUse {
+    bool a = false;
+    bool b = false;
+    QSet<QString> kinds;
+};
+InUse readInUse(store::Connection& cn, const shell::RunKey& run, Houshiki method) {
+    auto rows = cn.prepare(QStringLiteral(
+        "SELECT 設定名称, coalesce(基礎額Ａ, 0) <> 0, coalesce(基礎額Ｂ, 0) <> 0 FROM S係数設定"
+        " WHERE 配分区分Code = ? AND 配分基準Code = ? AND 算定方式 = ?"));
+    rows.bindAll({run.haibunKubun, run.haibunKijun, criteria::houshikiCode(method)});
+    InUse inUse;
+    while (rows.step()) {
+        inUse.kinds.insert(rows.toText(0));
+        inUse.a |= rows.toInteger(1) != 0;
+        inUse.b |= rows.toInteger(2) != 0;
+    }
+    return inUse;
+}
+
+QHash<QString, QString> readNames(store::Connection& cn) {
+    QHash<QString, QString> names;
+    const auto rows = cn.query(QStringLiteral("select * from S係数名称設定"));
+    for (int i = 0; i < rows.recordCount(); ++i)
+        names.insert(rows.valueAt(i, names_t::Code).toText(), rows.valueAt(i, names_t::係数名称).toText());
+    return names;
+}
+
+/// The twelfth kind's name in SJCheck. Names of columns differ in more than the case of a letter.
+void nameAfterCompany(std::vector<CheckColumn>& columns, const QString& ownName, const QString& factor) {
+    const auto column = std::find_if(columns.begin(), columns.end(),
+                                     [&](const CheckColumn& used) { return used.source == ownName; });
+    if (column == columns.end() || column->heading == ownName) return;
+    const QString wanted = column->heading + QStringLiteral("係数");
+    const auto same = [&](const QString& name) { return name.compare(wanted, Qt::CaseInsensitive) == 0; };
+    if (!same(factor) && std::none_of(columns.begin(), columns.end(),
+                                      [&](const CheckColumn& used) { return same(used.name); }))
+        column->name = wanted;
+}
+
+/// A column's name in a statement. It may come from the company's own names, so it is quoted.
+QString quoted(QString name) {
+    return u'"' + name.replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+void createCheck(store::Connection& cn, const std::vector<CheckColumn>& columns, const QString& factor) {
+    using store::TypeKind;
+    const auto column = [](const QString& name, store::ColumnType type) {
+        return quoted(name) + u' ' + store::declarationOf(type);
+    };
+    QStringList all{column(QStringLiteral("社員Code"), {TypeKind::Text, 6}),
+                    column(QStringLiteral("氏名"), {TypeKind::Text, 30})};
+    for (const CheckColumn& used : columns)
+        all << column(used.name, {used.amount ? TypeKind::Currency : TypeKind::Double, 0});
+    all << column(QStringLiteral("評価"), {TypeKind::Text, 2}) << column(factor, {TypeKind::Double, 0})
+        << column(QStringLiteral("合計"), {TypeKind::Currency, 0})
+        << column(QStringLiteral("ID"), {TypeKind::Counter, 0});
+    dropScratch(cn, kCheck);
+    cn.execute(QStringLiteral("CREATE TABLE %1(%2)").arg(kCheck, all.join(u',')));
+}
+
+void fillCheck(store::Connection& cn, const shell::RunKey& run, const Source& source,
+               const std::vector<CheckColumn>& columns) {
+    createCheck(cn, columns, source.factor);
+    QStringList into{QStringLiteral("社員Code"), QStringLiteral("氏名")};
+    QStringList from{source.table + QStringLiteral(".社員Code"), QStringLiteral("履歴書テーブル.氏名")};
+    for (const CheckColumn& column : columns) {
+        into << quoted(column.name);
+        from << source.table + u'.' + column.source;
+    }
+    for (const QString& last : {QStringLiteral("評価"), source.factor, QStringLiteral("合計")}) {
+        into << last;
+        from << source.table + u'.' + last;
+    }
+    cn.execute(
+        QStringLiteral("INSERT INTO %1(%2) SELECT %3 FROM %4 INNER JOIN 履歴書テーブル ON %4.社員Code = "
+                       "履歴書テーブル.社員Code WHERE %5 ORDER BY %4.ID")
+            .arg(kCheck, into.join(u','), from.join(u','), source.table, kRunFilter),
+        runBinds(run));
+}
+
+QStringList headingLine(store::Connection& cn, const std::vector<CheckColumn>& columns,
+                        const QString& factor) {
+    createScratch(cn, kHeadings);
+    auto insert = cn.prepare(QStringLiteral("INSERT INTO %1(係数名称) VALUES(?)").arg(kHeadings));
+    for (const CheckColumn& column : columns) insert.bind(1, column.heading).run();
+    QStringList line{QStringLiteral("社員Code"), QStringLiteral("氏名")};
+    auto rows = cn.prepare(QStringLiteral("SELECT 係数名称 FROM %1 ORDER BY ID").arg(kHeadings));
+    while (rows.step()) line << rows.toText(0);
+    return line << QStringLiteral("評価") << factor << QStringLiteral("合計");
+}
+
+QString amountCell(const store::Statement& row, int column) {
+    return row.isNull(column) ? QString() : store::formatGrouped(row.toMoney(column));
+}
+QString coefficientCell(const store::Statement& row, int column) {
+    return row.isNull(column) ? QString() : store::formatCoefficient(row.toDouble(column));
+}
+
+/// 支給係数 as the calculation used it, by employee.
+QHash<QString, QString> usedPaymentFactors(store::Connection& cn, const shell::RunKey& run) {
+    auto rows = cn.prepare(
+        QStringLiteral("SELECT 社員Code, 支給係数 FROM S実行個人別計算決定 WHERE %1 ORDER BY ID DESC")
+            .arg(kRunFilter));
+    rows.bindAll(runBinds(run));
+    QHash<QString, QString> factors;
+    while (rows.step()) factors.insert(rows.toText(0), coefficientCell(rows, 1));
+    return factors;
+}
+
+void addEmployees(store::Connection& cn, const shell::RunKey& run, Houshiki method,
+                  const std::vector<CheckColumn>& columns, std::vector<QStringList>& lines) {
+    QHash<QString, QString> decided;
+    if (method == Houshiki::Kojinbetsu) decided = usedPaymentFactors(cn, run);
+    auto row = cn.prepare(QStringLiteral("SELECT * FROM %1 ORDER BY Clng(社員Code), ID").arg(kCheck));
+    while (row.step()) {
+        QStringList line{row.toText(0), row.toText(1)};
+        int at = kBeside;
+        for (const CheckColumn& column : columns) {
+            line << (column.amount ? amountCell(row, at) : coefficientCell(row, at));
+            ++at;
+        }
+        line << row.toText(at);
+        line << (method == Houshiki::Kojinbetsu ? decided.value(line.first()) : coefficientCell(row, at + 1));
+        lines.push_back(line << amountCell(row, at + 2));
+    }
+}
+
+}  // namespace
+
+std::vector<CheckColumn> checkColumns(store::Connection& cn, const shell::RunKey& run, Houshiki method) {
+    const auto& columns = store::tableNamed(QString::fromUtf16(run_t::kName)).columns;
+    const InUse inUse = readInUse(cn, run, method);
+    const QHash<QString, QString> names = readNames(cn);
+    std::vector<CheckColumn> used;
+    const auto addBase = [&](std::size_t position) {
+        const QString& name = columns[position].name;
+        used.push_back({name, name, name, true});
+    };
+    if (inUse.a) addBase(run_t::基礎額Ａ);
+    if (inUse.b) addBase(run_t::基礎額Ｂ);
+    for (std::size_t k = 1; k <= kCoefficients; ++k) {
+        const QString code = QStringLiteral("%1").arg(k, 2, 10, QLatin1Char('0'));
+        if (!inUse.kinds.contains(code)) continue;
+        const QString& name = columns[run_t::年齢係数 + k - 1].name;
+        const QString ownName = names.value(code);
+        used.push_back({name, name, ownName.isEmpty() ? name : ownName, false});
+    }
+    nameAfterCompany(used, columns[run_t::自由2係数].name, sourceOf(method).factor);
+    return used;
+}
+
+CheckSheet inputCheckSheet(store::Connection& cn, const shell::RunKey& run, Houshiki method,
+                           const QString& kubunMei, const QString& kijunMei) {
+    const Source source = sourceOf(method);
+    const auto columns = checkColumns(cn, run, method);
+    store::Transaction transaction(cn);
+    fillCheck(cn, run, source, columns);
+    CheckSheet sheet;
+    sheet.lines = {{QStringLiteral("◆") + kubunMei + QStringLiteral("／") + kijunMei + source.title},
+                   {},
+                   headingLine(cn, columns, source.factor)};
+    addEmployees(cn, run, method, columns, sheet.lines);
+    for (const QString& table : {kCheck, kHeadings}) dropScratch(cn, table);
+    transaction.commit();
+
+    const int evaluation = kBeside + static_cast<int>(columns.size()) + 1;
+    for (int column = kBeside + 1; column < evaluation; ++column) sheet.numbers.push_back(column);
+    sheet.numbers.insert(sheet.numbers.end(), {evaluation + 1, evaluation + 2});
+    return sheet;
+}
+
+}  // namespace calc

@@ -1,0 +1,111 @@
+#include "calc/input_check.h"
+
+#include <gtest/gtest.h>
+
+#include "support/company_fixture.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using criteria::Houshiki;
+
+/// An empty company with one run in it.
+class InputCheck : public testing::Test {
+  protected:
+    InputCheck() {
+        folder_.makeEmpty();
+        cn_ = folder_.open();
+    }
+    void sql(const QString& statement, const store::Binds& binds = {}) { cn_->execute(statement, binds); }
+    /// Coefficient `kind` of the criterion acts on the bases named.
+    void coefficient(const QString& kind, const QString& bases, const QString& method = u"1"_s) {
+        sql(u"insert into S係数設定(配分区分Code,配分基準Code,設定名称,算定方式,基礎額Ａ,基礎額Ｂ) values('01','02',?,?,?,?)"_s,
+            {kind, method, bases.contains(u'A'), bases.contains(u'B')});
+    }
+    void ownName(const QString& kind, const QString& name) {
+        sql(u"delete from S係数名称設定 where Code = ?"_s, {kind});
+        sql(u"insert into S係数名称設定(Code,係数名称) values(?,?)"_s, {kind, name});
+    }
+    /// "column source heading", an amount marked by 円.
+    QStringList columns(Houshiki method) {
+        QStringList all;
+        for (const auto& column : calc::checkColumns(*cn_, run_, method))
+            all << QStringList{column.name, column.source,
+                               column.heading + (column.amount ? u"円"_s : QString())}
+                       .join(u' ');
+        return all;
+    }
+    QStringList sheet(Houshiki method) {
+        QStringList all;
+        for (const auto& line : calc::inputCheckSheet(*cn_, run_, method, u"正社員"_s, u"一般"_s).lines)
+            all << line.join(u'|');
+        return all;
+    }
+
+    const shell::RunKey run_{QDate(2026, 12, 10), u"01"_s, u"02"_s};
+    support::CompanyFolder folder_;
+    std::unique_ptr<store::Connection> cn_;
+};
+
+TEST_F(InputCheck, WhatIsInUseStandsInTheFixedOrderUnderItsOwnName) {
+    sql(u"delete from S係数名称設定"_s);
+    ownName(u"01"_s, u"年令"_s);
+    ownName(u"12"_s, u"語学"_s);
+    ownName(u"18"_s, u""_s);
+    coefficient(u"18"_s, u"B"_s);
+    coefficient(u"12"_s, u""_s);
+    coefficient(u"01"_s, u"A"_s);
+    coefficient(u"05"_s, u"AB"_s, u"2"_s);
+    EXPECT_EQ(columns(Houshiki::Kojinbetsu),
+              (QStringList{u"基礎額Ａ 基礎額Ａ 基礎額Ａ円"_s, u"基礎額Ｂ 基礎額Ｂ 基礎額Ｂ円"_s,
+                           u"年齢係数 年齢係数 年令"_s, u"語学係数 自由2係数 語学"_s,
+                           u"入力3係数 入力3係数 入力3係数"_s}));
+    EXPECT_EQ(columns(Houshiki::Sougaku).last(), u"出勤係数 出勤係数 出勤係数"_s);
+    // A name that would make two columns of one name stands in the sheet only.
+    for (const QString& taken : {u"年齢"_s, u"支給"_s}) {
+        ownName(u"12"_s, taken);
+        EXPECT_EQ(columns(Houshiki::Kojinbetsu)[3], u"自由2係数 自由2係数 "_s + taken);
+    }
+    ownName(u"12"_s, u"\"); DROP TABLE S係数設定; --"_s);
+    EXPECT_TRUE(sheet(Houshiki::Kojinbetsu)[2].contains(u"|\"); DROP TABLE S係数設定; --|"_s));
+    EXPECT_EQ(columns(Houshiki::Kojinbetsu).size(), 5);
+}
+
+TEST_F(InputCheck, TheSheetShowsWhatStandsInTheTablesAndLeavesNoTrace) {
+    coefficient(u"01"_s, u"A"_s);
+    coefficient(u"04"_s, u"A"_s, u"2"_s);
+    ownName(u"01"_s, u"年令"_s);
+    ownName(u"04"_s, u"考課"_s);
+    sql(u"insert into 履歴書テーブル(社員Code,氏名) values('000010','山'),('000009','川'),('000008','谷')"_s);
+    // One of another criterion, and one without personnel record.
+    for (const QString& table : {u"S実行個人別計算(支給係数,"_s, u"S実行総額配分(賞与係数,"_s})
+        sql(u"insert into %1社員Code,配分区分,配分基準,基準日,基礎額Ａ,年齢係数,評価係数,評価,合計) values"
+            "(2.0,'000010','01','02','2026-12-10',12345674999,1.0625,1234.5,'Ａ',65425000),"
+            "(null,'000009','01','02','2026-12-10',null,null,0,null,null),"
+            "(3.0,'000008','01','03','2026-12-10',1,1,1,'',1),"
+            "(4.0,'000007','01','02','2026-12-10',1,1,1,'',1)"_s.arg(table));
+    sql(u"insert into S実行個人別計算決定(社員Code,配分区分,配分基準,基準日,支給係数) values"
+        "('000010','01','02','2026-12-10',2.75),('000009','01','03','2026-12-10',9)"_s);
+    sql(u"create table SJCheck2(x)"_s);  // an older version may have left it
+    const QString head = u"◆正社員／一般◆基礎額・係数の入力状況チェック"_s;
+    EXPECT_EQ(sheet(Houshiki::Kojinbetsu),
+              (QStringList{head + u"【個人別計算】"_s, QString(),
+                           u"社員Code|氏名|基礎額Ａ|年令|評価|支給係数|合計"_s, u"000009|川|||||"_s,
+                           u"000010|山|1,234,567|1.063|Ａ|2.750|6,543"_s}));
+    EXPECT_FALSE(cn_->hasTable(u"SJCheck"_s) || cn_->hasTable(u"SJCheck2"_s));
+    const QByteArray before = support::dump(*cn_);
+    EXPECT_EQ(
+        sheet(Houshiki::Sougaku),
+        (QStringList{head + u"【総額配分】"_s, QString(), u"社員Code|氏名|基礎額Ａ|考課|評価|賞与係数|合計"_s,
+                     u"000009|川||0.000|||"_s, u"000010|山|1,234,567|1,234.500|Ａ|2.000|6,543"_s}));
+    EXPECT_EQ(support::firstDifference(before, support::dump(*cn_)).toStdString(), "");
+
+    sql(u"delete from S係数設定"_s);
+    EXPECT_EQ(sheet(Houshiki::Kojinbetsu)[4], u"000010|山|Ａ|2.750|6,543"_s);
+    sql(u"update 履歴書テーブル set 社員Code = '00001A' where 氏名 = '山'"_s);
+    sql(u"update S実行総額配分 set 社員Code = '00001A' where 社員Code = '000010'"_s);
+    EXPECT_THROW(sheet(Houshiki::Sougaku), store::Error);
+    EXPECT_FALSE(cn_->hasTable(u"SJCheck"_s) || cn_->inTransaction());
+}
+
+}  // namespace
