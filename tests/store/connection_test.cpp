@@ -40,15 +40,6 @@ class Store : public testing::Test {
         transaction.commit();
         return Connection(path(name), kKey);
     }
-    QByteArray bytes() const {
-        QFile file(path(u"t"_s));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    void write(const QByteArray& bytes) const {
-        QFile file(path(u"t"_s));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
     std::optional<Reason> openReason(const QString& name, const QString& key = kKey) const {
         const auto error =
             support::errorOf([&] { Connection(path(name), key).query(u"select * from "_s + name); });
@@ -66,7 +57,10 @@ TEST_F(Store, TellsWhyAFileDoesNotOpen) {
     EXPECT_EQ(openReason(u"missing"_s), Reason::NotOpen);
     EXPECT_FALSE(QFile::exists(path(u"missing"_s)));
     for (const QString& key : {u"別"_s, QString()}) EXPECT_EQ(openReason(u"t"_s, key), Reason::NotOpen);
-    const QByteArray whole = bytes();
+    QFile file(path(u"t"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    const QByteArray whole = file.readAll();
+    const auto write = [&](const QByteArray& bytes) { file.resize(0), file.seek(0), file.write(bytes); };
     ASSERT_GT(whole.size(), 4 * 4096);
     QByteArray flipped = whole;
     flipped[3 * 4096 + 77] = static_cast<char>(flipped[3 * 4096 + 77] ^ 1);

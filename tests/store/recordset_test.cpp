@@ -94,8 +94,7 @@ TEST_F(Snapshot, AddsChangesAndRemoves) {
 }
 
 TEST_F(Snapshot, RefusesRowsChangedElsewhere) {
-    Recordset rs = open();
-    Recordset other = open();
+    Recordset rs = open(), other = open();
     write(other, 1, u"他");
     rs.setValue(1, u"私");
     EXPECT_EQ(reasonOf([&] { rs.update(); }), Reason::Conflict);
