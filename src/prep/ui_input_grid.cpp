@@ -195,6 +195,7 @@ QWidget* InputGrid::makeTextCell(QWidget* parent, int row) {
     auto* edit = new QLineEdit(model_->shown(row), parent);
     edit->setObjectName(QStringLiteral("Text1_%1").arg(row));
     edit->setFrame(false);
+    edit->setTextMargins(0, 0, widgets::kGrid / 2, 0);  // where the cells without a cursor show their text
     edit->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     edit->setAttribute(Qt::WA_InputMethodEnabled, false);
     // What comes by the clipboard goes through the grid's paste, which judges it.
