@@ -17,14 +17,13 @@ class InputCheck : public testing::Test {
         cn_ = folder_.open();
     }
     void sql(const QString& statement, const store::Binds& binds = {}) { cn_->execute(statement, binds); }
-    /// Coefficient `kind` of the criterion acts on the bases named.
-    void coefficient(const QString& kind, const QString& bases, const QString& method = u"1"_s) {
-        sql(u"insert into S係数設定(配分区分Code,配分基準Code,設定名称,算定方式,基礎額Ａ,基礎額Ｂ) values('01','02',?,?,?,?)"_s,
-            {kind, method, bases.contains(u'A'), bases.contains(u'B')});
+    void coefficients(const QString& rows) {
+        sql(u"insert into S係数設定(設定名称,算定方式,基礎額Ａ,基礎額Ｂ) values "_s + rows);
+        sql(u"update S係数設定 set 配分区分Code='01', 配分基準Code='02'"_s);
     }
-    void ownName(const QString& kind, const QString& name) {
-        sql(u"delete from S係数名称設定 where Code = ?"_s, {kind});
-        sql(u"insert into S係数名称設定(Code,係数名称) values(?,?)"_s, {kind, name});
+    void ownNames(const QString& rows) {
+        sql(u"delete from S係数名称設定"_s);
+        sql(u"insert into S係数名称設定(Code,係数名称) values "_s + rows);
     }
     /// "column source heading", an amount marked by 円.
     QStringList columns(Houshiki method) {
@@ -48,14 +47,8 @@ class InputCheck : public testing::Test {
 };
 
 TEST_F(InputCheck, WhatIsInUseStandsInTheFixedOrderUnderItsOwnName) {
-    sql(u"delete from S係数名称設定"_s);
-    ownName(u"01"_s, u"年令"_s);
-    ownName(u"12"_s, u"語学"_s);
-    ownName(u"18"_s, u""_s);
-    coefficient(u"18"_s, u"B"_s);
-    coefficient(u"12"_s, u""_s);
-    coefficient(u"01"_s, u"A"_s);
-    coefficient(u"05"_s, u"AB"_s, u"2"_s);
+    ownNames(u"('01','年令'),('12','語学'),('18','')"_s);
+    coefficients(u"('18','1',0,-1),('12','1',0,0),('01','1',-1,0),('05','2',-1,-1)"_s);
     EXPECT_EQ(columns(Houshiki::Kojinbetsu),
               (QStringList{u"基礎額Ａ 基礎額Ａ 基礎額Ａ円"_s, u"基礎額Ｂ 基礎額Ｂ 基礎額Ｂ円"_s,
                            u"年齢係数 年齢係数 年令"_s, u"語学係数 自由2係数 語学"_s,
@@ -63,19 +56,17 @@ TEST_F(InputCheck, WhatIsInUseStandsInTheFixedOrderUnderItsOwnName) {
     EXPECT_EQ(columns(Houshiki::Sougaku).last(), u"出勤係数 出勤係数 出勤係数"_s);
     // A name that would make two columns of one name stands in the sheet only.
     for (const QString& taken : {u"年齢"_s, u"支給"_s}) {
-        ownName(u"12"_s, taken);
+        sql(u"update S係数名称設定 set 係数名称 = ? where Code = '12'"_s, {taken});
         EXPECT_EQ(columns(Houshiki::Kojinbetsu)[3], u"自由2係数 自由2係数 "_s + taken);
     }
-    ownName(u"12"_s, u"\"); DROP TABLE S係数設定; --"_s);
+    ownNames(u"('12','\"); DROP TABLE S係数設定; --')"_s);
     EXPECT_TRUE(sheet(Houshiki::Kojinbetsu)[2].contains(u"|\"); DROP TABLE S係数設定; --|"_s));
     EXPECT_EQ(columns(Houshiki::Kojinbetsu).size(), 5);
 }
 
 TEST_F(InputCheck, TheSheetShowsWhatStandsInTheTablesAndLeavesNoTrace) {
-    coefficient(u"01"_s, u"A"_s);
-    coefficient(u"04"_s, u"A"_s, u"2"_s);
-    ownName(u"01"_s, u"年令"_s);
-    ownName(u"04"_s, u"考課"_s);
+    coefficients(u"('01','1',-1,0),('04','2',-1,0)"_s);
+    ownNames(u"('01','年令'),('04','考課')"_s);
     sql(u"insert into 履歴書テーブル(社員Code,氏名) values('000010','山'),('000009','川'),('000008','谷')"_s);
     // One of another criterion, and one without personnel record.
     for (const QString& table : {u"S実行個人別計算(支給係数,"_s, u"S実行総額配分(賞与係数,"_s})
