@@ -1,13 +1,13 @@
 #pragma once
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
 
 #include "shell/run_key.h"
 #include "store/catalog.h"
 #include "store/error.h"
 #include "support/company_fixture.h"
+#include "support/store_probe.h"
 
 namespace store {
 /// How a failed comparison shows a cell.
@@ -20,7 +20,6 @@ namespace calctest {
 
 using namespace Qt::StringLiterals;
 using Reason = store::Error::Reason;
-using Cells = std::map<std::string, store::Value>;  ///< of a row, by column
 
 inline store::Money yen(qint64 amount) {
     return store::Money::fromYen(amount);
@@ -77,26 +76,24 @@ class RunCompany {
             " 特別加算金, 合計) VALUES('2026-12-10', '01', '02', ?, ?, ?, 70000, 80000, 90000)",
             {code, individual, pool});
     }
-    /// Inputs of employee 1, bases of 10,000 yen and coefficients of 1, but for the given cells.
-    void runRow(const char* table, Cells cells = {}, const char16_t* kijun = u"02") {
-        const auto& columns = store::tableNamed(QString::fromUtf8(table)).columns;
-        cells.merge(
-            Cells{{"基準日", run.kijunbi}, {"配分区分", u"01"}, {"配分基準", kijun}, {"社員Code", u"1"}});
-        cells.merge(Cells{{"基礎額Ａ", yen(10000)}, {"基礎額Ｂ", yen(10000)}, {"評価", u""}});
-        for (std::size_t i = 7; i <= 26; ++i) cells.try_emplace(columns[i].name.toStdString(), 1.0);
-        std::string names, marks;
-        store::Binds binds;
-        for (const auto& [name, value] : cells) {
-            names += (names.empty() ? "" : ", ") + name;
-            marks += marks.empty() ? "?" : ", ?";
-            binds.push_back(value);
-        }
-        sql(("INSERT INTO " + std::string(table) + "(" + names + ") VALUES(" + marks + ")").c_str(), binds);
+    /// Inputs of employee 1, bases of 10,000 yen and coefficients of 1, but for the changes (of an UPDATE).
+    void runRow(const char* table, const std::string& changes = "ID = ID") {
+        const QString name = QString::fromUtf8(table), last = u" WHERE ID = last_insert_rowid()"_s;
+        const auto& columns = store::tableNamed(name).columns;
+        QString factors = columns[26].name;
+        for (std::size_t i = 7; i <= 24; ++i) factors += u", "_s + columns[i].name;
+        cn_->execute(
+            u"INSERT INTO %1(基準日, 配分区分, 配分基準, 社員Code, 基礎額Ａ, 基礎額Ｂ, 評価, %2)"
+            " VALUES('2026-12-10', '01', '02', '1', 10000 * 10000, 10000 * 10000, ''%3)"_s.arg(
+                name, factors, u", 1"_s.repeated(19)));
+        cn_->execute(u"UPDATE %1 SET "_s.arg(name) + QString::fromStdString(changes) + last);
     }
     /// The employee's inputs and the row of S配分基準対応社員.
-    void person(const char* table, const Cells& cells = {}) {
-        runRow(table, cells);
-        assignee(cells.contains("社員Code") ? cells.at("社員Code") : u"1");
+    void person(const char* table, const std::string& changes = "ID = ID") {
+        runRow(table, changes);
+        const QString query =
+            u"SELECT 社員Code FROM %1 ORDER BY ID DESC LIMIT 1"_s.arg(QString::fromUtf8(table));
+        assignee(QString::fromStdString(rowsOf(*cn_, query)));
     }
 
     /// Runs a calculation as the screen does.
@@ -112,15 +109,14 @@ class RunCompany {
     void expectRefusal(Reason reason, const char* damage, Calculation&& calculation) {
         SCOPED_TRACE(damage);
         const QByteArray before = support::dump(*cn_);
-        try {
+        const auto failure = support::errorOf([&] {
             store::Transaction transaction(*cn_);
             sql(damage);
             calculation();
             transaction.commit();
-            ADD_FAILURE() << "no failure";
-        } catch (const store::Error& error) {
-            EXPECT_EQ(error.reason(), reason) << error.what();
-        }
+        });
+        ASSERT_TRUE(failure);
+        EXPECT_EQ(failure->reason(), reason) << failure->what();
         EXPECT_EQ(support::firstDifference(before, support::dump(*cn_)).toStdString(), "");
     }
 

@@ -48,7 +48,7 @@ TEST_F(RunTablesTest, TheBudgetRowIsMadeOnceAndItsSumsFollowTheirSources) {
     sql("UPDATE S実行予算 SET 個人別計算合計 = 990000, 総額配分合計 = 990000");
     EXPECT_EQ(opened(), "5000 3000 99 99 14 16") << "without inputs of a method its sum stays";
     runRow("S実行個人別計算");
-    runRow("S実行総額配分", {}, u"03");
+    runRow("S実行総額配分", "配分基準 = '03'");
     EXPECT_EQ(opened(), "5000 3000 30 99 14 16");
     const auto totals = calc::refreshTotals(calc::readRunBudget(cn(), run));
     EXPECT_EQ(totals.haibunYotei, yen(5000 - 30 - 14 - 16));

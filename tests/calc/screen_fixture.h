@@ -54,18 +54,19 @@ class Calculation : public ::testing::Test {
     std::string stored(const QString& column, int criterion) {
         return read(u"社員Code,"_s + column, u"S配分基準対応社員"_s, criterion, kByCode);
     }
-    /// A column of S配分基準対応社員, summed, as a label shows it.
-    QString sum(const QString& column, int criterion) {
-        auto row = global_.cn_main->prepare(u"select sum(%1) from S配分基準対応社員"_s.arg(column) + kOfRun);
-        row.bindAll(runOf(criterion));
-        return row.step() ? store::formatGrouped(row.toMoney(0)) : QString();
+    /// A column of S配分基準対応社員, summed, in yen.
+    qint64 sum(const QString& column, int criterion) {
+        const std::string yen = read(u"sum(%1) / 10000"_s.arg(column), u"S配分基準対応社員"_s, criterion);
+        return QString::fromStdString(yen).toLongLong();
     }
     QByteArray everything() { return dump(*global_.cn_main); }
     void expectUnchanged(const QByteArray& before) {
         EXPECT_EQ(firstDifference(before, everything()).toStdString(), "");
         EXPECT_FALSE(global_.cn_main->inTransaction());
     }
-    static qint64 yen(QString label) { return label.remove(u',').toLongLong(); }
+    static qint64 yen(QDialog& form, const QString& name) {
+        return text(form, name).remove(u',').toLongLong();
+    }
 
     // ---- The screen
 

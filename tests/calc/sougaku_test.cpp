@@ -24,15 +24,11 @@ class SougakuTest : public testing::Test, public RunCompany {
         coefficient(18, false, true, u"2");
         coefficient(1, true, true, u"1");  // of the individual calculation
         budgetRow();
-        for (const auto& [code, points] :
-             {std::pair(u"3", 400000), std::pair(u"1", 100000), std::pair(u"2", 200000)})
-            person("S実行総額配分", {{"社員Code", code},
-                                     {"基礎額Ａ", yen(points / 4)},
-                                     {"基礎額Ｂ", yen(points / 2)},
-                                     {"年齢係数", 9.0},
-                                     {"出勤係数", 2.0},
-                                     {"評価", u"B"},
-                                     {"賞与係数", 77.0}});
+        for (const char* who : {"社員Code = '3', 基礎額Ａ = 100000 * 10000, 基礎額Ｂ = 200000 * 10000",
+                                "社員Code = '1', 基礎額Ａ = 25000 * 10000, 基礎額Ｂ = 50000 * 10000",
+                                "社員Code = '2', 基礎額Ａ = 50000 * 10000, 基礎額Ｂ = 100000 * 10000"})
+            person("S実行総額配分",
+                   std::string(who) + ", 年齢係数 = 9, 出勤係数 = 2, 評価 = 'B', 賞与係数 = 77");
     }
 };
 
@@ -69,9 +65,8 @@ TEST_F(SougakuTest, PointsPassThroughMoneyAndTheRatioIsOneForAll) {
     coefficient(1, true, false, u"2");
     rounding(u"0", u"2");
     budgetRow();
-    // A third of 10,000 yen is 3,333.3333 as money, and the ratio 10,000 ÷ that = 3.00000003 and no third
-    // more
-    person("S実行総額配分", {{"年齢係数", 1.0 / 3}});
+    // A third of 10,000 yen is 3,333.3333 as money: 10,000 ÷ 3,333.3333 = 3.00000003.
+    person("S実行総額配分", "年齢係数 = 1.0 / 3");
     EXPECT_EQ(commit(yen(10000)).total, yen(10000));
     EXPECT_EQ(read("SELECT 支給対象額計, 賞与係数, Ａ計算額 FROM S実行総額配分"),
               "3333.3333 3.00000003 3333.33333333333");
