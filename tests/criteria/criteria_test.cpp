@@ -1,56 +1,44 @@
 #include "criteria/criteria.h"
 
-#include <gtest/gtest.h>
-
-#include "support/company_fixture.h"
+#include "prep/run_company.h"
 
 namespace {
 
-using namespace Qt::StringLiterals;
+using namespace preptest;
 
-struct Criteria : testing::Test {
-    Criteria() {
-        folder.makeEmpty();
-        cn = folder.open();
-        cn->execute(
-            u"insert into S配分区分(Code,配分区分,表示) values('10','十',-1),('2','二',-1),('03','三',0)"_s);
-        cn->execute(
-            u"insert into S配分基準(配分区分,Code,配分基準,表示,個人別計算,総額配分,金一封,特別加算金) values"
-            "('2','11','乙',-1,-1,0,0,-1),('2','09','甲',-1,0,-1,null,0),('2','01','休止',0,-1,-1,-1,-1),"
-            "('10','01','他',-1,-1,-1,-1,-1)"_s);
-    }
-    support::CompanyFolder folder;
-    std::unique_ptr<store::Connection> cn;
+struct Criteria : RunCompany {
+    Criteria() : RunCompany(Content::Empty) {}
 };
 
-TEST_F(Criteria, OffersWhatIsShownInTheOrderOfTheNumbers) {
+TEST_F(Criteria, AreOfferedIfShownInTheOrderOfTheNumbers) {
+    sql(u"insert into S配分区分(Code,配分区分,表示) values('10','十',-1),('2','二',-1),('03','三',0)"_s);
+    sql(u"insert into S配分基準(配分区分,Code,配分基準,表示,個人別計算,総額配分,金一封,特別加算金) values"
+        "('2','11','乙',-1,-1,0,0,-1),('2','09','甲',-1,0,-1,null,0),('2','01','休止',0,-1,-1,-1,-1),"
+        "('10','01','他',-1,-1,-1,-1,-1)"_s);
     QStringList lines;
-    for (const auto& kubun : criteria::kubunList(*cn)) {
+    for (const auto& kubun : criteria::kubunList(cn_)) {
         lines << kubun.code + kubun.name;
-        for (const auto& kijun : criteria::kijunList(*cn, kubun.code)) {
+        for (const auto& kijun : criteria::kijunList(cn_, kubun.code)) {
             lines << u'-' + kijun.code + kijun.name;
             for (bool uses : kijun.uses) lines.last() += uses ? u'x' : u'.';
         }
     }
     EXPECT_EQ(lines, (QStringList{u"2二"_s, u"-09甲.x.."_s, u"-11乙x..x"_s, u"10十"_s, u"-01他xxxx"_s}));
-    EXPECT_EQ(criteria::kijunOf(*cn, u"2"_s, u"09"_s)->name, u"甲"_s);
-    EXPECT_FALSE(criteria::kijunOf(*cn, u"2"_s, u"01"_s));
-    EXPECT_FALSE(criteria::kijunOf(*cn, u"2' or '1'='1"_s, u"09"_s));
+    EXPECT_EQ(criteria::kijunOf(cn_, u"2"_s, u"09"_s)->name, u"甲"_s);
+    EXPECT_FALSE(criteria::kijunOf(cn_, u"2"_s, u"01"_s));
+    EXPECT_FALSE(criteria::kijunOf(cn_, u"2' or '1'='1"_s, u"09"_s));
 }
 
 TEST_F(Criteria, EmployeesCountForTheirRunOnly) {
     const shell::RunKey run{QDate(2026, 12, 10), u"2"_s, u"09"_s};
-    EXPECT_FALSE(criteria::hasEmployees(*cn, run));
-    cn->execute(u"insert into S配分基準対応社員(社員Code,基準日,配分区分,配分基準) values('000001',?,?,?)"_s,
-                {run.kijunbi, run.haibunKubun, run.haibunKijun});
-    EXPECT_TRUE(criteria::hasEmployees(*cn, run));
+    EXPECT_FALSE(criteria::hasEmployees(cn_, run));
+    sql(u"insert into S配分基準対応社員(社員Code,基準日,配分区分,配分基準) values('000001',?,'2','09')"_s,
+        {run.kijunbi});
+    EXPECT_TRUE(criteria::hasEmployees(cn_, run));
     for (const shell::RunKey& other : {shell::RunKey{run.kijunbi.addDays(1), u"2"_s, u"09"_s},
                                        {run.kijunbi, u"10"_s, u"09"_s},
                                        {run.kijunbi, u"2"_s, u"11"_s}})
-        EXPECT_FALSE(criteria::hasEmployees(*cn, other));
-    EXPECT_EQ(criteria::houshikiCode(criteria::Houshiki::Kojinbetsu) +
-                  criteria::houshikiCode(criteria::Houshiki::Tokubetsu),
-              u"14"_s);
+        EXPECT_FALSE(criteria::hasEmployees(cn_, other));
 }
 
 }  // namespace

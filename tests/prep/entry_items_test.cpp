@@ -1,76 +1,54 @@
 #include "prep/entry_items.h"
 
-#include <gtest/gtest.h>
-
-#include "support/company_fixture.h"
-
-using prep::EntryPurpose;
+#include "prep/run_company.h"
 
 namespace {
 
-struct EntryItemsTest : testing::Test {
-    EntryItemsTest() {
-        folder.makeEmpty();
-        cn = folder.open();
-    }
-    void coefficient(const char16_t* kind, const char16_t* method, const char16_t* input, bool a, bool b) {
-        cn->execute(
-            QStringLiteral(
-                "insert into "
-                "S係数設定(配分区分Code,配分基準Code,設定名称,算定方式,入力区分Code,基礎額Ａ,基礎額Ｂ) "
-                "values('01','02',?,?,?,?,?)"),
-            {kind, method, input, a, b});
-    }
-    void base(const char16_t* method, const char16_t* which, const char16_t* how) {
-        cn->execute(QStringLiteral("insert into S基礎額設定(配分区分,配分基準,算定方式,処理区分,設定方法) "
-                                   "values('01','02',?,?,?)"),
-                    {method, which, how});
-    }
-    void payment(const char16_t* how) {
-        cn->execute(
-            QStringLiteral("insert into S支給係数設定(配分区分,配分基準,設定方法) values('01','02',?)"),
-            {how});
-    }
-    std::string offered(const char16_t* method, EntryPurpose purpose) {
+using namespace preptest;
+using prep::EntryPurpose;
+
+struct EntryItemsTest : RunCompany {
+    EntryItemsTest() : RunCompany(Content::Empty) {}
+    std::string offered(const QString& method, EntryPurpose purpose) {
         std::string text;
-        for (bool item : prep::offeredItems(*cn, run, QString::fromUtf16(method), purpose))
+        for (bool item : prep::offeredItems(cn_, {d(u"2026/12/10"_s), u"01"_s, u"02"_s}, method, purpose))
             text += item ? 'x' : '-';
         return text;
     }
-    const shell::RunKey run{QDate(2026, 12, 10), QStringLiteral("01"), QStringLiteral("02")};
-    support::CompanyFolder folder;
-    std::unique_ptr<store::Connection> cn;
 };
 
-}  // namespace
-
 TEST_F(EntryItemsTest, EntryAndCorrectionOfferOppositeItems) {
-    base(u"1", u"1", u"1");
-    payment(u"1");
-    EXPECT_EQ(offered(u"1", EntryPurpose::RunTimeInput), "----") << "no coefficient at all offers nothing";
-    coefficient(u"05", u"1", u"1", true, false);
-    base(u"1", u"2", u"3");
-    EXPECT_EQ(offered(u"1", EntryPurpose::RunTimeInput), "x-xx");
-    EXPECT_EQ(offered(u"1", EntryPurpose::Correction), "-x--");
-    coefficient(u"01", u"1", u"3", true, false);
-    EXPECT_EQ(offered(u"1", EntryPurpose::Correction), "-x--") << "only 入力区分 2 counts for a correction";
-    coefficient(u"02", u"1", u"2", true, false);
-    EXPECT_EQ(offered(u"1", EntryPurpose::Correction), "-xx-");
-    // The pool never has a payment coefficient, and the set-up of one method does not count for the other.
-    coefficient(u"02", u"2", u"2", true, false);
-    EXPECT_EQ(offered(u"2", EntryPurpose::RunTimeInput), "----");
-    EXPECT_EQ(offered(u"2", EntryPurpose::Correction), "--x-");
+    const QString coefficient =
+        u"insert into S係数設定(配分区分Code,配分基準Code,算定方式,入力区分Code) values"_s;
+    const QString base = u"insert into S基礎額設定(配分区分,配分基準,算定方式,処理区分,設定方法) values"_s;
+    const QString payment = u"insert into S支給係数設定(配分区分,配分基準,設定方法) values"_s;
+    // Other criteria never count, whatever is set up for them.
+    for (const QString& other : {u"'01','03'"_s, u"'02','02'"_s}) {
+        sql(coefficient + u"(%1,'1','1'),(%1,'1','2'),(%1,'2','1'),(%1,'2','2')"_s.arg(other));
+        sql(base + u"(%1,'1','1','1'),(%1,'1','2','1'),(%1,'1','1','2'),(%1,'1','2','2')"_s.arg(other));
+        sql(payment + u"(%1,'1'),(%1,'2')"_s.arg(other));
+    }
+    const struct {
+        QString addition, method;
+        const char *entry, *correction;
+    } steps[] = {
+        {base + u"('01','02','1','1','1')"_s, u"1"_s, "----", "----"},
+        {payment + u"('01','02','1')"_s, u"1"_s, "----", "----"},  // no coefficient at all offers nothing
+        {coefficient + u"('01','02','1','1')"_s, u"1"_s, "x-xx", "----"},
+        {base + u"('01','02','1','2','3')"_s, u"1"_s, "x-xx", "-x--"},
+        {coefficient + u"('01','02','1','3')"_s, u"1"_s, "x-xx", "-x--"},  // 3 is corrected nowhere
+        {coefficient + u"('01','02','1','2')"_s, u"1"_s, "x-xx", "-xx-"},
+        {u"update S支給係数設定 set 設定方法 = '2'"_s, u"1"_s, "x-x-", "-xxx"},
+        // The pool has no payment coefficient, and the set-up of the other method does not count for it.
+        {coefficient + u"('01','02','2','2')"_s, u"2"_s, "----", "--x-"},
+    };
+    for (const auto& step : steps) {
+        sql(step.addition);
+        EXPECT_EQ(offered(step.method, EntryPurpose::RunTimeInput), step.entry)
+            << step.addition.toStdString();
+        EXPECT_EQ(offered(step.method, EntryPurpose::Correction), step.correction)
+            << step.addition.toStdString();
+    }
 }
 
-TEST_F(EntryItemsTest, OrphanedBaseSetupIsRemovedAlone) {
-    base(u"1", u"1", u"1");
-    base(u"1", u"2", u"2");
-    base(u"2", u"2", u"2");
-    coefficient(u"05", u"1", u"1", true, false);
-    const QString one = QStringLiteral("1");
-    EXPECT_FALSE(prep::baseIsOrphaned(*cn, run, one, prep::Base::A));
-    ASSERT_TRUE(prep::baseIsOrphaned(*cn, run, one, prep::Base::B));
-    prep::removeBaseSetup(*cn, run, one, prep::Base::B);
-    EXPECT_FALSE(prep::baseIsOrphaned(*cn, run, one, prep::Base::B));
-    EXPECT_EQ(cn->query(QStringLiteral("select * from S基礎額設定")).recordCount(), 2);
-}
+}  // namespace

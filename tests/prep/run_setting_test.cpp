@@ -1,40 +1,33 @@
 #include "prep/run_setting.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-
-#include "support/company_fixture.h"
+#include "prep/run_company.h"
 
 namespace {
 
-using namespace Qt::StringLiterals;
+using namespace preptest;
 
-TEST(RunSetting, KeepsOneRowADateAndKnowsItsDigitsOnly) {
-    support::CompanyFolder folder;
-    folder.makeEmpty();
-    const auto cn = folder.open();
+struct RunSettingTest : RunCompany {
+    RunSettingTest() : RunCompany(Content::Empty) {}
+    std::pair<int, int> stored(QDate kijunbi) {
+        const prep::RunSetting setting(cn_, kijunbi);
+        return {setting.unit(), setting.rounding()};
+    }
+};
+
+TEST_F(RunSettingTest, KeepsOneRowADateAndKnowsItsDigitsOnly) {
     const QDate summer(2003, 7, 10), winter(2003, 12, 10);
-    prep::RunSetting(*cn, summer).save(1, 1);
-    prep::RunSetting setting(*cn, winter);
+    prep::RunSetting(cn_, summer).save(1, 1);
+    prep::RunSetting setting(cn_, winter);
     setting.save(4, 2);
     setting.save(-1, 0);  // no unit chosen: what is stored stands
-    const prep::RunSetting again(*cn, summer), winterAgain(*cn, winter);
-    EXPECT_EQ((std::array{again.unit(), again.rounding(), winterAgain.unit(), winterAgain.rounding()}),
-              (std::array{1, 1, 4, 0}));
-    EXPECT_EQ(cn->query(u"SELECT ID FROM Tanka_hasuu"_s).recordCount(), 2);
-
-    struct Case {
-        store::Value unit, rounding;
-        int expectedUnit, expectedRounding;
-    };
-    for (const Case& c : {Case{u"3"_s, u"2"_s, 3, 2}, Case{u"5"_s, u"3"_s, -1, -1},
-                          Case{u""_s, u"0"_s, -1, 0}, Case{{}, u"あ"_s, -1, -1}}) {
-        cn->execute(u"UPDATE Tanka_hasuu SET 単価 = ?, 端数処理 = ? WHERE 基準日 = ?"_s,
-                    {c.unit, c.rounding, winter});
-        const prep::RunSetting read(*cn, winter);
-        EXPECT_EQ(read.unit(), c.expectedUnit);
-        EXPECT_EQ(read.rounding(), c.expectedRounding);
+    EXPECT_EQ(stored(summer), std::pair(1, 1));
+    EXPECT_EQ(stored(winter), std::pair(4, 0));
+    EXPECT_EQ(read(u"SELECT ID FROM Tanka_hasuu"_s).size(), 2);
+    const std::tuple<store::Value, store::Value, std::pair<int, int>> cases[] = {
+        {u"3", u"2", {3, 2}}, {u"5", u"3", {-1, -1}}, {u"", u"0", {-1, 0}}, {{}, u"あ", {-1, -1}}};
+    for (const auto& [unit, rounding, read] : cases) {
+        sql(u"UPDATE Tanka_hasuu SET 単価 = ?, 端数処理 = ? WHERE 基準日 = ?"_s, {unit, rounding, winter});
+        EXPECT_EQ(stored(winter), read);
     }
 }
 

@@ -1,0 +1,68 @@
+#pragma once
+#include "prep/run_company.h"
+#include "shell/global_record.h"
+#include "shell/ui_screens.h"
+#include "support/screen_driver.h"
+#include "widgets/form.h"
+
+namespace preptest {
+
+using namespace support;
+using shell::BoxAnswer;
+using shell::BoxIcon;
+
+/// Screens of a run over a company, without a main window.
+class RunScreens : public RunCompany {
+  protected:
+    explicit RunScreens(Content content) : RunCompany(content), house_{global_, screens_} {
+        global_.cn_main = std::move(owner_);
+        global_.haibun_jikkou_mode = true;
+        house_.help = [this](const QString& screen) { help_ = screen; };
+    }
+    template <class Screen>
+    void addScreen(const QString& name) {
+        screens_.add(name, [](shell::House& house, QWidget* parent) { return new Screen(house, parent); });
+    }
+    /// Screens of a next step that only tell that they were there.
+    void addPlain(const QStringList& names) {
+        for (const QString& name : names)
+            screens_.add(name, [name](shell::House&, QWidget* parent) {
+                return new widgets::Form(name, name, parent);
+            });
+    }
+    /// Operates a screen and closes it if the step left it open.
+    template <class Screen>
+    void open(const ScreenDriver::Step& step) {
+        Screen form(house_, nullptr);
+        driver_.run(form, closing(step));
+    }
+    /// The screen `name` comes next; it is looked at and left.
+    void expectScreen(
+        const QString& name, const ScreenDriver::Step& look = [](QDialog&) {}) {
+        driver_.onScreen(name, closing(look));
+    }
+    void expectRollback() {
+        driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s);
+    }
+    /// From now on writes of this kind fail ("INSERT ON S実行総額配分").
+    void breakWrites(const QString& event) {
+        sql(u"CREATE TEMP TRIGGER 故障 BEFORE %1 BEGIN SELECT RAISE(ABORT, 'fault'); END"_s.arg(event));
+    }
+    void repairWrites() { sql(u"DROP TRIGGER 故障"_s); }
+
+    shell::GlobalRecord global_;
+    shell::ScreenRegistry screens_;
+    shell::House house_;
+    ScreenDriver driver_;
+    QString help_;
+
+  private:
+    static ScreenDriver::Step closing(const ScreenDriver::Step& step) {
+        return [step](QDialog& form) {
+            step(form);
+            if (form.isVisible()) form.reject();
+        };
+    }
+};
+
+}  // namespace preptest
