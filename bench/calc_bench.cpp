@@ -248,11 +248,10 @@ class SetBased {
                         columnNames(decision, 1, static_cast<int>(tableNamed(decision).columns.size()) - 1)
                             .join(u','),
                         a.join(u','), b.join(u','), columnNames(table, 25, end).join(u','), table, kRunFilter)
-            << u(u"UPDATE S配分基準対応社員 SET %1 = 計.合計 FROM"
-                 u" (SELECT ID, row_number() OVER (ORDER BY Clng(社員Code)) AS 番 FROM S配分基準対応社員 "
-                 u"WHERE %3) AS 対,"
-                 u" (SELECT 合計, row_number() OVER (ORDER BY Clng(社員Code)) AS 番 FROM %2 WHERE %3) AS 計"
-                 u" WHERE S配分基準対応社員.ID = 対.ID AND 対.番 = 計.番")
+            // The limit keeps the engine from a nested walk over both tables.
+            << u(u"UPDATE S配分基準対応社員 SET %1 = (SELECT 合計 FROM (SELECT 社員Code, 合計 FROM %2 WHERE "
+                 u"%3 LIMIT -1) AS 計"
+                 u" WHERE 計.社員Code = S配分基準対応社員.社員Code) WHERE %3")
                    .arg(u(method.payColumn), table, kRunFilter)
             << u(u"UPDATE S実行予算 SET %1 = (SELECT Sum(%2) FROM S配分基準対応社員 WHERE %3) WHERE %3")
                    .arg(u(method.budgetColumn), u(method.payColumn), kRunFilter)

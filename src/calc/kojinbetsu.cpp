@@ -17,16 +17,16 @@ Kojinbetsu::Kojinbetsu(store::Connection& connection, const shell::RunKey& run, 
     : connection_(connection), run_(run), simulation_(std::move(simulation)) {}
 
 void Kojinbetsu::keisan1_kojinbetsu() {
-    const auto active = readActiveCoefficients(connection_, run_, kSanteiHoushiki);
-    rows_ = freezeRunRows(connection_, kRunTable, run_, active);
+    active_ = readActiveCoefficients(connection_, run_, kSanteiHoushiki);
+    rows_ = freezeRunRows(connection_, kRunTable, run_, active_);
     deleteRunRows(connection_, kDecisionTable, run_);
 
     EffectiveCoefficient effective(connection_, run_, simulation_);
     payment_.clear();
     payment_.reserve(rows_.size());
     for (const FrozenRow& row : rows_) {
-        if (!row.stored26) store::throwNull();
-        payment_.push_back(effective.of(row.hyouka.value_or(QString()), *row.stored26));
+        if (!row.payment) store::throwNull();
+        payment_.push_back(effective.of(row.hyouka.value_or(QString()), *row.payment));
     }
 }
 
@@ -68,9 +68,9 @@ void Kojinbetsu::writeRows(const std::vector<Result>& results) {
             .bind(4, rows_[row].id)
             .run();
 
-    auto insert = connection_.prepare(insertStatement(kDecisionTable));
+    DecisionInsert decisions(connection_, kDecisionTable, run_, active_);
     for (std::size_t row = 0; row < rows_.size(); ++row) {
-        bindFrozen(insert, run_, rows_[row]);
+        store::Statement& insert = decisions.bind(rows_[row]);
         insert.bind(decision_t::支給係数, payment_[row])
             .bind(decision_t::Ａ計算額, results[row].a)
             .bind(decision_t::Ｂ計算額, results[row].b)

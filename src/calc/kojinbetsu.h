@@ -40,6 +40,7 @@ class Kojinbetsu {
     store::Connection& connection_;
     shell::RunKey run_;
     PaymentSimulation simulation_;
+    ActiveCoefficients active_;
     std::vector<FrozenRow> rows_;
     std::vector<double> payment_;  ///< position 44 of each row
 };

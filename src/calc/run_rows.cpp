@@ -1,7 +1,9 @@
 #include "calc/run_rows.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 #include "calc/rounding.h"
 #include "store/catalog.h"
@@ -24,32 +26,73 @@ static_assert(int{decision_t::年齢係数Ａ} == int{pool_decision_t::年齢係
 static_assert(run_t::入力3係数 - run_t::年齢係数 + 1 == kCoefficients);
 static_assert(decision_t::入力3係数Ｂ - decision_t::年齢係数Ｂ + 1 == kCoefficients);
 
-Factors readFactors(const store::Statement& row, const std::array<bool, kCoefficients>& active) {
-    Factors factors;
-    for (int k = 0; k < kCoefficients; ++k) {
-        const auto i = static_cast<std::size_t>(k);
-        factors[i] = active[i] ? row.toDouble(run_t::年齢係数 + k) : 1.0;
+/// Parameter or column at a coefficient's place.
+int at(int first, std::size_t k) {
+    return first + static_cast<int>(k);
+}
+
+/// Reads the rows of a run: the coefficients that act nowhere are not even looked at.
+class RunReader {
+  public:
+    RunReader(store::Connection& connection, const QString& table, const shell::RunKey& run,
+              const ActiveCoefficients& active)
+        : active_(active), rows_(connection.prepare(select(table, active))) {
+        rows_.bindAll(runBinds(run));
     }
-    return factors;
+    bool next() { return rows_.step(); }
+    FrozenRow freeze() const {
+        FrozenRow frozen;
+        frozen.id = rows_.toInteger(0);
+        frozen.number = rows_.toInteger(1);
+        frozen.syainCode = rows_.toText(2);
+        if (active_.useKisoA) frozen.kisoA = rows_.toMoney(3);
+        if (active_.useKisoB) frozen.kisoB = rows_.toMoney(4);
+        if (!rows_.isNull(5)) frozen.hyouka = rows_.toText(5);
+        if (!rows_.isNull(6)) frozen.payment = rows_.toDouble(6);
+        if (!rows_.isNull(7)) frozen.earlierTotal = rows_.toMoney(7);
+        int column = 8;
+        for (std::size_t k = 0; k < kCoefficients; ++k) {
+            const bool acts = active_.a[k] || active_.b[k];
+            const double factor = acts ? rows_.toDouble(column++) : 1.0;
+            frozen.keisuuA[k] = active_.a[k] ? factor : 1.0;
+            frozen.keisuuB[k] = active_.b[k] ? factor : 1.0;
+        }
+        return frozen;
+    }
+
+  private:
+    static QString select(const QString& table, const ActiveCoefficients& active) {
+        const auto& columns = store::tableNamed(table).columns;
+        QStringList names{QStringLiteral("ID, Clng(社員Code), 社員Code, 基礎額Ａ, 基礎額Ｂ, 評価"),
+                          columns[run_t::支給係数].name, QStringLiteral("合計")};
+        for (std::size_t k = 0; k < kCoefficients; ++k)
+            if (active.a[k] || active.b[k]) names << columns[run_t::年齢係数 + k].name;
+        return QStringLiteral("SELECT %1 FROM %2 WHERE %3").arg(names.join(u','), table, kRunFilter);
+    }
+
+    const ActiveCoefficients& active_;
+    store::Statement rows_;
+};
+
+/// The order of the employees' numbers; rows with the same number keep the order of the table.
+template <typename Row>
+void sortByNumber(std::vector<Row>& rows) {
+    const auto before = [](const Row& left, const Row& right) {
+        return std::tie(left.number, left.id) < std::tie(right.number, right.id);
+    };
+    if (!std::is_sorted(rows.begin(), rows.end(), before)) std::sort(rows.begin(), rows.end(), before);
 }
 
-FrozenRow freeze(const store::Statement& row, const ActiveCoefficients& active) {
-    FrozenRow frozen;
-    frozen.id = row.toInteger(run_t::ID);
-    frozen.syainCode = row.toText(run_t::社員Code);
-    if (!row.isNull(run_t::評価)) frozen.hyouka = row.toText(run_t::評価);
-    if (active.useKisoA) frozen.kisoA = row.toMoney(run_t::基礎額Ａ);
-    if (active.useKisoB) frozen.kisoB = row.toMoney(run_t::基礎額Ｂ);
-    frozen.keisuuA = readFactors(row, active.a);
-    frozen.keisuuB = readFactors(row, active.b);
-    if (!row.isNull(run_t::支給係数)) frozen.stored26 = row.toDouble(run_t::支給係数);
-    if (row.columnCount() > pool_t::合計 && !row.isNull(pool_t::合計))
-        frozen.stored30 = row.toMoney(pool_t::合計);
-    return frozen;
-}
-
-void bindFactors(store::Statement& insert, int first, const Factors& factors) {
-    for (double factor : factors) insert.bind(first++, factor);
+/// "INSERT INTO <table>(…) VALUES(?,…)" over all columns but the counter: parameter p is position p.
+QString insertStatement(const QString& table) {
+    QStringList names;
+    QStringList marks;
+    const auto& columns = store::tableNamed(table).columns;
+    for (std::size_t position = 1; position < columns.size(); ++position) {
+        names << columns[position].name;
+        marks << QStringLiteral("?");
+    }
+    return QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(table, names.join(u','), marks.join(u','));
 }
 
 }  // namespace
@@ -91,27 +134,28 @@ ActiveCoefficients readActiveCoefficients(store::Connection& connection, const s
 
 std::vector<FrozenRow> freezeRunRows(store::Connection& connection, const QString& runTable,
                                      const shell::RunKey& run, const ActiveCoefficients& active) {
-    auto rows = connection.prepare(
-        QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY Clng(社員Code), ID").arg(runTable, kRunFilter));
-    rows.bindAll(runBinds(run));
+    RunReader reader(connection, runTable, run, active);
     std::vector<FrozenRow> frozen;
-    while (rows.step()) {
+    while (reader.next()) {
         // The row counter is a 16-bit integer.
         if (frozen.size() == std::numeric_limits<qint16>::max()) store::throwOverflow();
-        frozen.push_back(freeze(rows, active));
+        frozen.push_back(reader.freeze());
     }
+    sortByNumber(frozen);
     return frozen;
 }
 
 Assignees::Assignees(store::Connection& connection, const shell::RunKey& run, const QString& column,
                      std::size_t needed)
     : connection_(connection), column_(column) {
-    auto rows = connection.prepare(
-        QStringLiteral("SELECT ID, %1 FROM S配分基準対応社員 WHERE %2 ORDER BY Clng(社員Code), ID")
-            .arg(column, kRunFilter));
+    auto rows =
+        connection.prepare(QStringLiteral("SELECT ID, Clng(社員Code), %1 FROM S配分基準対応社員 WHERE %2")
+                               .arg(column, kRunFilter));
     rows.bindAll(runBinds(run));
     while (rows.step())
-        rows_.push_back({rows.toInteger(0), rows.isNull(1) ? std::nullopt : std::optional(rows.toMoney(1))});
+        rows_.push_back({rows.toInteger(0), rows.toInteger(1),
+                         rows.isNull(2) ? std::nullopt : std::optional(rows.toMoney(2))});
+    sortByNumber(rows_);
     if (rows_.size() < needed) throwNoCurrentRow();
 }
 
@@ -145,17 +189,6 @@ void deleteRunRows(store::Connection& connection, const QString& table, const sh
     connection.execute(QStringLiteral("DELETE FROM %1 WHERE %2").arg(table, kRunFilter), runBinds(run));
 }
 
-QString insertStatement(const QString& table) {
-    QStringList names;
-    QStringList marks;
-    const auto& columns = store::tableNamed(table).columns;
-    for (std::size_t position = 1; position < columns.size(); ++position) {
-        names << columns[position].name;
-        marks << QStringLiteral("?");
-    }
-    return QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(table, names.join(u','), marks.join(u','));
-}
-
 void bindOptional(store::Statement& statement, int parameter, const std::optional<store::Money>& amount) {
     if (amount)
         statement.bind(parameter, *amount);
@@ -163,16 +196,26 @@ void bindOptional(store::Statement& statement, int parameter, const std::optiona
         statement.bindNull(parameter);
 }
 
-void bindFrozen(store::Statement& insert, const shell::RunKey& run, const FrozenRow& row) {
-    insert.bind(decision_t::社員Code, store::Value(row.syainCode));
-    insert.bind(decision_t::配分区分, store::Value(run.haibunKubun));
-    insert.bind(decision_t::配分基準, store::Value(run.haibunKijun));
-    insert.bind(decision_t::基準日, store::Value(run.kijunbi));
-    insert.bind(decision_t::基礎額Ａ, row.kisoA);
-    bindFactors(insert, decision_t::年齢係数Ａ, row.keisuuA);
-    insert.bind(decision_t::基礎額Ｂ, row.kisoB);
-    bindFactors(insert, decision_t::年齢係数Ｂ, row.keisuuB);
-    insert.bind(decision_t::評価, row.hyouka ? store::Value(*row.hyouka) : store::Value());
+DecisionInsert::DecisionInsert(store::Connection& connection, const QString& table, const shell::RunKey& run,
+                               const ActiveCoefficients& active)
+    : active_(active), insert_(connection.prepare(insertStatement(table))) {
+    // A parameter keeps its value from row to row until it is bound anew.
+    insert_.bind(decision_t::配分区分, run.haibunKubun)
+        .bind(decision_t::配分基準, run.haibunKijun)
+        .bind(decision_t::基準日, run.kijunbi);
+    for (std::size_t k = 0; k < kCoefficients; ++k)
+        insert_.bind(at(decision_t::年齢係数Ａ, k), 1.0).bind(at(decision_t::年齢係数Ｂ, k), 1.0);
+}
+
+store::Statement& DecisionInsert::bind(const FrozenRow& row) {
+    insert_.bind(decision_t::社員Code, row.syainCode)
+        .bind(decision_t::基礎額Ａ, row.kisoA)
+        .bind(decision_t::基礎額Ｂ, row.kisoB);
+    for (std::size_t k = 0; k < kCoefficients; ++k) {
+        if (active_.a[k]) insert_.bind(at(decision_t::年齢係数Ａ, k), row.keisuuA[k]);
+        if (active_.b[k]) insert_.bind(at(decision_t::年齢係数Ｂ, k), row.keisuuB[k]);
+    }
+    return row.hyouka ? insert_.bind(decision_t::評価, *row.hyouka) : insert_.bindNull(decision_t::評価);
 }
 
 void writeBudgetTotal(store::Connection& connection, const shell::RunKey& run, const QString& column,

@@ -32,13 +32,14 @@ ActiveCoefficients readActiveCoefficients(store::Connection& connection, const s
 /// One employee's row of a run as the arithmetic sees it: what does not apply is neutral (a base 0, a factor
 /// 1).
 struct FrozenRow {
-    qint64 id = 0;  ///< the row of the run table
+    qint64 id = 0;      ///< the row of the run table
+    qint64 number = 0;  ///< Clng(社員Code)
     QString syainCode;
     std::optional<QString> hyouka;
     store::Money kisoA, kisoB;
     Factors keisuuA{}, keisuuB{};
-    std::optional<double> stored26;        ///< 支給係数 as stored (the pool calculation does not use it)
-    std::optional<store::Money> stored30;  ///< the pool's earlier 合計
+    std::optional<double> payment;  ///< position 26 as stored: 支給係数 (the pool's 賞与係数 is not used)
+    std::optional<store::Money> earlierTotal;  ///< 合計 of an earlier calculation
 
     /// Base × 18 factors, strictly left to right. Not checked for overflow.
     double productA() const { return product(kisoA, keisuuA); }
@@ -58,7 +59,8 @@ struct FrozenRow {
 std::vector<FrozenRow> freezeRunRows(store::Connection& connection, const QString& runTable,
                                      const shell::RunKey& run, const ActiveCoefficients& active);
 
-/// The sum of two products as it goes on, checked: Error(Overflow) for an infinity or NaN.
+/// The value itself; Error(Overflow) for an infinity or NaN. Both survive every further product, so that the
+/// end of a chain tells about all of it.
 double checkedFinite(double value);
 
 /// The rows of S配分基準対応社員 of a run with one of their money columns, in the order of Clng(社員Code).
@@ -75,6 +77,7 @@ class Assignees {
   private:
     struct Row {
         qint64 id;
+        qint64 number;
         std::optional<store::Money> amount;
     };
     store::Connection& connection_;
@@ -94,13 +97,21 @@ Rounding readRounding(store::Connection& connection, const shell::RunKey& run);
 /// Removes a run's rows of a table.
 void deleteRunRows(store::Connection& connection, const QString& table, const shell::RunKey& run);
 
-/// "INSERT INTO <table>(…) VALUES(?,…)" over all columns but the counter: parameter p is position p.
-QString insertStatement(const QString& table);
-
 void bindOptional(store::Statement& statement, int parameter, const std::optional<store::Money>& amount);
 
-/// Binds positions 1 to 43 of a decision row.
-void bindFrozen(store::Statement& insert, const shell::RunKey& run, const FrozenRow& row);
+/// Inserts decision rows. What is the same for the whole run is bound once.
+class DecisionInsert {
+  public:
+    DecisionInsert(store::Connection& connection, const QString& table, const shell::RunKey& run,
+                   const ActiveCoefficients& active);
+    /// Binds positions 1 to 43 of a row. The caller binds the rest, parameter p being position p, and runs
+    /// it.
+    store::Statement& bind(const FrozenRow& row);
+
+  private:
+    const ActiveCoefficients active_;
+    store::Statement insert_;
+};
 
 /// Writes a total into the run's row of S実行予算. Throws Error(Type) when the run has none.
 void writeBudgetTotal(store::Connection& connection, const shell::RunKey& run, const QString& column,

@@ -17,8 +17,8 @@ Sougaku::Sougaku(store::Connection& connection, const shell::RunKey& run)
     : connection_(connection), run_(run) {}
 
 void Sougaku::keisan1_sougaku() {
-    const auto active = readActiveCoefficients(connection_, run_, kSanteiHoushiki);
-    rows_ = freezeRunRows(connection_, kRunTable, run_, active);
+    active_ = readActiveCoefficients(connection_, run_, kSanteiHoushiki);
+    rows_ = freezeRunRows(connection_, kRunTable, run_, active_);
     deleteRunRows(connection_, kDecisionTable, run_);
 }
 
@@ -46,7 +46,7 @@ CalculationResult Sougaku::keisan3_sougaku(store::Money budget) {
         const auto rounded = rounding(ratio * points_[row].total.toDouble());
         shares.push_back(rounded ? std::optional(store::Money::fromDouble(*rounded)) : std::nullopt);
         // Without a matching setting the run row keeps the 合計 of an earlier run, and that is what is paid.
-        amounts.push_back(shares.back() ? shares.back() : rows_[row].stored30);
+        amounts.push_back(shares.back() ? shares.back() : rows_[row].earlierTotal);
     }
     writeRows(ratio, shares, amounts);
     const store::Value total = assignees.write(amounts);
@@ -66,9 +66,9 @@ void Sougaku::writeRows(double ratio, const std::vector<std::optional<store::Mon
         update.bind(6, rows_[row].id).run();
     }
 
-    auto insert = connection_.prepare(insertStatement(kDecisionTable));
+    DecisionInsert decisions(connection_, kDecisionTable, run_, active_);
     for (std::size_t row = 0; row < rows_.size(); ++row) {
-        bindFrozen(insert, run_, rows_[row]);
+        store::Statement& insert = decisions.bind(rows_[row]);
         insert.bind(decision_t::賞与係数, ratio)
             .bind(decision_t::Ａ計算額, points_[row].a)
             .bind(decision_t::Ｂ計算額, points_[row].b)

@@ -34,6 +34,7 @@ class Sougaku {
 
     store::Connection& connection_;
     shell::RunKey run_;
+    ActiveCoefficients active_;
     std::vector<FrozenRow> rows_;
     std::vector<Points> points_;
 };
