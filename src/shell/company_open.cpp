@@ -22,10 +22,8 @@ bool refreshPass(store::Connection& dao_db, const QString& target, store::LinkPa
     return store::refresh_links(dao_db, target, pass, opened.link_error_text);
 }
 
-bool refreshAllLinks(const Place& place, OpenedCompany& opened) {
+bool refreshAllLinks(store::Connection& dao_db, const Place& place, OpenedCompany& opened) {
     opened.syouyo_db_name = store::fileName(place.company, store::File::Syouyo);
-    // One connection for both passes: opening a keyed file is what costs most here.
-    store::Connection dao_db(place.path(store::File::Syouyo), store::databasePassword());
     const QString chingin = place.path(store::File::Chingin);
     if (QFileInfo::exists(chingin)) {
         if (!refreshPass(dao_db, chingin, store::LinkPass::Chingin, opened)) return false;
@@ -43,9 +41,14 @@ bool usesWageCompanion(store::Connection& cnMain) {
 OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
     using Outcome = OpenedCompany::Outcome;
     opened.companion_present = QFileInfo::exists(place.programDir + QStringLiteral("/zukanzen.exe"));
-    if (!refreshAllLinks(place, opened)) return Outcome::LinkFailed;
-    opened.cn_main = store::openMainConnection(place.dataDir, place.company);
-    store::createMissingTables(*opened.cn_main);
+    // The connection that refreshes the links becomes the main one, with the files it has attached: opening a
+    // keyed file is what costs most here, and so each is opened once.
+    auto dao_db =
+        std::make_unique<store::Connection>(place.path(store::File::Syouyo), store::databasePassword());
+    if (!refreshAllLinks(*dao_db, place, opened)) return Outcome::LinkFailed;
+    store::makeMain(*dao_db, place.company);
+    store::createMissingTables(*dao_db);
+    opened.cn_main = std::move(dao_db);
     if (!opened.companion_present && usesWageCompanion(*opened.cn_main)) return Outcome::CompanionMissing;
     return Outcome::Opened;
 }
@@ -55,14 +58,15 @@ OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
 QStringList companyFolders(const QString& dataDir) {
     if (!QFileInfo(dataDir).isDir()) {
         throw store::Error(store::Error::Reason::NotOpen,
-                           QStringLiteral("会社のデータを置くフォルダーが見つかりません。\n") +
+                           QStringLiteral("会社のデータを置くフォルダが見つかりません。\n") +
                                QDir::toNativeSeparators(dataDir));
     }
     QStringList names;
     QDirIterator folders(dataDir, QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
     while (folders.hasNext()) {
         folders.next();
-        names.append(folders.fileName());
+        // A company's name never begins with a dot: that is a company whose creation was cut off.
+        if (!folders.fileName().startsWith(u'.')) names.append(folders.fileName());
     }
     return names;
 }

@@ -9,7 +9,7 @@
 namespace shell {
 
 /// The companies are the subfolders of `dataDir`, in the order in which the file system gives them; files do
-/// not count. Throws store::Error when the folder is not there.
+/// not count, nor what a creation that was cut off left. Throws store::Error when the folder is not there.
 QStringList companyFolders(const QString& dataDir);
 
 /// What opening a company came to.

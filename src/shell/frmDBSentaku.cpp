@@ -70,11 +70,13 @@ void frmDBSentaku::build() {
 void frmDBSentaku::loadCompanies() {
     const QString folder = house_.global.dataDir();
     List1_->setPlaceholder(
-        QStringLiteral("Data フォルダーに会社がありません。\n会社のフォルダーを次の場所に置いてから、"
+        QStringLiteral("Data フォルダに会社がありません。\n会社のフォルダを次の場所に置いてから、"
                        "もう一度「会社指定」を選んでください。\n") +
         QDir::toNativeSeparators(folder));
+    const QStringList companies = companyFolders(folder);
+    QDir::setCurrent(folder);
     std::vector<widgets::CodeList::Item> items;
-    for (const QString& name : companyFolders(folder)) items.push_back({name, name});
+    for (const QString& name : companies) items.push_back({name, name});
     List1_->setItems(items);
 }
 
@@ -89,8 +91,10 @@ void frmDBSentaku::Command2_Click() {
         setHourglass();
         auto& global = house_.global;
         global.setFolderPanel(name);
+        QDir::setCurrent(global.dataDir() + u'/' + name);
         OpenedCompany opened = openCompany(global.app_dir, name, global.company_lock);
         const auto outcome = opened.outcome;
+        if (outcome != OpenedCompany::Outcome::LinkFailed) QDir::setCurrent(global.dataDir());
         if (outcome != OpenedCompany::Outcome::Opened) tellFailure(opened, name);
         keep(std::move(opened));
         if (outcome == OpenedCompany::Outcome::LinkFailed) endProcess(house_);

@@ -8,10 +8,12 @@
 #include <QDir>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QSessionManager>
 #include <QStatusBar>
+#include <QStyle>
 #include <cstdlib>
 
 #include "shell/frmHelp.h"
@@ -59,6 +61,26 @@ class Hourglass {
 
   private:
     QWidget* window_;
+};
+
+/// A panel of the status bar: text that does not fit ends in dots and is told in full by a tool tip.
+class Panel : public QLabel {
+  public:
+    explicit Panel(QWidget* parent) : QLabel(parent) {
+        setTextFormat(Qt::PlainText);
+        setContentsMargins(kGrid, kGrid / 2, kGrid, kGrid / 2);
+    }
+    QSize minimumSizeHint() const override { return {8 * kGrid, QLabel::minimumSizeHint().height()}; }
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        const QRect room = contentsRect();
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, room.width());
+        setToolTip(shown == text() ? QString() : text());
+        QPainter painter(this);
+        style()->drawItemText(&painter, room, Qt::AlignVCenter | Qt::AlignLeft, palette(), isEnabled(), shown,
+                              foregroundRole());
+    }
 };
 
 }  // namespace
@@ -113,12 +135,11 @@ void frmMain::buildStatusBar() {
     statusBar()->setObjectName(QStringLiteral("StatusBar1"));
     statusBar()->setSizeGripEnabled(false);
     for (size_t i = 0; i < panels_.size(); ++i) {
-        panels_[i] = new QLabel(statusBar());
+        panels_[i] = new Panel(statusBar());
         panels_[i]->setObjectName(QStringLiteral("Panels_%1").arg(i + 1));
-        panels_[i]->setTextFormat(Qt::PlainText);
-        panels_[i]->setContentsMargins(kGrid, kGrid / 2, kGrid, kGrid / 2);
         statusBar()->addWidget(panels_[i], i == 2 ? 1 : 2);
     }
+    panels_[1]->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);  // the run's date is never cut
 }
 
 /// The area behind the menus: MENUの表示 at the right, and in the middle what to do next.
@@ -150,9 +171,9 @@ QWidget* frmMain::buildArea() {
     top->addStretch();
     top->addWidget(Command1_);
     auto* middle = new QHBoxLayout;
-    middle->addStretch();
-    middle->addWidget(card);
-    middle->addStretch();
+    middle->addStretch(1);
+    middle->addWidget(card, 3);
+    middle->addStretch(1);
     auto* column = widgets::columnOf(area);
     column->addLayout(top);
     column->addStretch(1);
@@ -160,6 +181,7 @@ QWidget* frmMain::buildArea() {
     column->addStretch(2);
     connect(open_, &QPushButton::clicked, this, [this] { mnuFileNo_Click(1); });
     connect(Command1_, &QPushButton::clicked, this, [this] { openScreen(QStringLiteral("frmMenu000")); });
+    for (QPushButton* button : {Command1_, open_}) button->setAutoDefault(true);  // Enter presses it
     open_->setFocus();
     return area;
 }
@@ -183,6 +205,8 @@ void frmMain::openScreen(const QString& name) {
     const Hourglass pointer(this);
     screen->exec();
     delete screen.data();
+    // Control is back: the way on has the focus, not a button that was hidden meanwhile.
+    (open_->isVisible() ? open_ : Command1_)->setFocus();
 }
 
 void frmMain::mnuFileNo_Click(int index) {

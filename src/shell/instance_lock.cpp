@@ -46,7 +46,7 @@ std::unique_ptr<CompanyLock> CompanyLock::acquire(const QString& folder) {
     if (!info.isFile() || !info.isWritable()) {
         throw store::Error(
             store::Error::Reason::ReadOnly,
-            QStringLiteral("会社のフォルダーに書き込めません。\n") + QDir::toNativeSeparators(folder));
+            QStringLiteral("会社のフォルダに書き込めません。\n") + QDir::toNativeSeparators(folder));
     }
     try {
         // Nothing is ever written into the file: no key, and the mode that accepts an empty file.

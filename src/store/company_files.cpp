@@ -205,16 +205,10 @@ void removeStaleJournals(Connection& connection, const QString& company) {
     }
 }
 
-void attachLinked(Connection& connection) {
-    int others = 0;
-    for (const QString& path : linkedFiles(connection)) {
-        if (!QFileInfo(path).isFile()) continue;
-        const std::optional<File> file = fileOf(path);
-        QString schema = QStringLiteral("link%1").arg(++others);
-        if (file == File::Kihon) schema = QStringLiteral("kihon");
-        if (file == File::Chingin) schema = QStringLiteral("chingin");
-        connection.attach(path, schema, databasePassword());
-    }
+QString schemaOf(std::optional<File> file) {
+    if (file == File::Kihon) return QStringLiteral("kihon");
+    if (file == File::Chingin) return QStringLiteral("chingin");
+    return {};
 }
 
 }  // namespace
@@ -258,12 +252,28 @@ void createCompany(const QString& dataDir, const QString& company, CompanionFile
     cleanUp.dismiss();
 }
 
+QString attachFile(Connection& connection, const QString& path) {
+    const QStringList taken = connection.schemas();
+    for (const QString& schema : taken)
+        if (QFileInfo(connection.filePath(schema)) == QFileInfo(path)) return schema;
+    QString schema = schemaOf(fileOf(path));
+    // A link that is never refreshed may name a second file of the same kind.
+    if (schema.isEmpty() || taken.contains(schema)) schema = QStringLiteral("link%1").arg(taken.size());
+    connection.attach(path, schema, databasePassword());
+    return schema;
+}
+
+void makeMain(Connection& connection, const QString& company) {
+    for (const QString& path : linkedFiles(connection))
+        if (QFileInfo(path).isFile()) attachFile(connection, path);
+    removeStaleJournals(connection, company);
+    upgradeSchema(connection);
+}
+
 std::unique_ptr<Connection> openMainConnection(const QString& dataDir, const QString& company) {
     auto connection =
         std::make_unique<Connection>(filePath(dataDir, company, File::Syouyo), databasePassword());
-    attachLinked(*connection);
-    removeStaleJournals(*connection, company);
-    upgradeSchema(*connection);
+    makeMain(*connection, company);
     return connection;
 }
 

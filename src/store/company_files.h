@@ -25,7 +25,14 @@ struct CompanionFiles {
 /// exists; leaves nothing behind when it fails.
 void createCompany(const QString& dataDir, const QString& company, CompanionFiles companions);
 
-/// Opens the main connection on <会社>賞与db.mdb and attaches every file that its links name and that exists.
+/// Attaches a file of a company, unless it is attached already: as "kihon" or "chingin", or under a name of
+/// its own. The schema's name.
+QString attachFile(Connection& connection, const QString& path);
+
+/// Makes a connection on <会社>賞与db.mdb the main one: attaches every file that its links name and that
+/// exists, clears away what a crash left, and brings older layouts up.
+void makeMain(Connection& connection, const QString& company);
+/// Opens <会社>賞与db.mdb and makes it the main connection.
 std::unique_ptr<Connection> openMainConnection(const QString& dataDir, const QString& company);
 
 /// At each open, in this order: Sshikyuukeisuu, SshikyuukeisuuHA, Tanka_hasuu are created where they are

@@ -37,23 +37,22 @@ QString pathOf(const QString& connection) {
     return end >= from ? connection.mid(from, end - from) : connection.mid(from);
 }
 
-/// The tables of the link targets; each file is opened once a pass.
+/// The tables of the link targets, which the connection keeps attached: opening a keyed file is dear, and the
+/// main connection needs them all.
 class Targets {
   public:
+    explicit Targets(Connection& dao_db) : dao_db_(dao_db) {}
     void requireTable(const QString& path, const QString& table) {
         auto found = tables_.find(path);
-        if (found == tables_.end()) found = tables_.emplace(path, read(path)).first;
+        if (found == tables_.end())
+            found = tables_.emplace(path, dao_db_.tables(attachFile(dao_db_, path))).first;
         if (!found->second.contains(table, Qt::CaseInsensitive))
             throw Error(Error::Reason::Engine,
                         QStringLiteral("リンク先にテーブル「%1」が見つかりません。").arg(table));
     }
 
   private:
-    static QStringList read(const QString& path) {
-        // Writable, so that a file that a crash left in the middle of a transaction is rolled back here.
-        const Connection target(path, databasePassword());
-        return target.tables(QStringLiteral("main"));
-    }
+    Connection& dao_db_;
     std::map<QString, QStringList> tables_;
 };
 
@@ -124,7 +123,7 @@ void writeLinks(Connection& dao_db, const std::vector<Link>& changed) {
 bool refresh_links(Connection& dao_db, const QString& link_saki_path, LinkPass pass,
                    QString& link_error_text) {
     const QStringList& names = pass == LinkPass::Chingin ? chinginLinks() : kihonLinks();
-    Targets targets;
+    Targets targets(dao_db);
     std::vector<Link> changed;
     QString failed;
     for (Link& link : readLinks(dao_db)) {

@@ -79,6 +79,18 @@ TEST_F(CompanyOpen, WithoutAWageFileOnlyTheBasicLinksAreRewritten) {
     EXPECT_EQ(opened.cn_main->query(QStringLiteral("select * from 会社テーブル")).recordCount(), 1);
 }
 
+TEST_F(CompanyOpen, ALinkThatIsNeverRefreshedDoesNotStandInTheWay) {
+    store::createCompany(company_.dataDir(), QStringLiteral("乙社"), {});
+    const QString other = store::filePath(company_.dataDir(), QStringLiteral("乙社"), File::Kihon);
+    changeBonus(
+        QStringLiteral("INSERT INTO Sリンクテーブル (ID, テーブル名, 接続, 元テーブル) VALUES (0, ?, ?, ?)"),
+        {u"余分", store::linkText(other), u"会社テーブル"});
+    const OpenedCompany opened = open();
+    ASSERT_EQ(opened.outcome, Outcome::Opened) << opened.link_error_text.toStdString();
+    EXPECT_EQ(opened.cn_main->filePath(QStringLiteral("kihon")), company_.file(File::Kihon));
+    EXPECT_EQ(opened.cn_main->schemas().size(), 4);
+}
+
 TEST_F(CompanyOpen, AMissingBasicFileIsALinkFailureThatNamesTheTable) {
     ASSERT_TRUE(QFile::remove(company_.file(File::Kihon)));
     const OpenedCompany opened = open();
@@ -238,7 +250,8 @@ TEST(CompanyFolders, SubfoldersOnly) {
     EXPECT_THROW(companyFolders(place.programDir() + QStringLiteral("/none")), store::Error);
     ASSERT_TRUE(QDir(place.dataDir()).isEmpty());
     EXPECT_TRUE(companyFolders(place.dataDir()).isEmpty());
-    for (const QString& name : {QStringLiteral("乙社"), QStringLiteral("甲 社")})
+    // The last one is a company whose creation was cut off.
+    for (const QString& name : {QStringLiteral("乙社"), QStringLiteral("甲 社"), QStringLiteral(".0b5f")})
         ASSERT_TRUE(QDir(place.dataDir()).mkdir(name));
     ASSERT_TRUE(QFile(place.dataDir() + QStringLiteral("/memo.txt")).open(QIODevice::WriteOnly));
     QStringList names = companyFolders(place.dataDir());

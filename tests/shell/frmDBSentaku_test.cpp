@@ -46,6 +46,8 @@ class DBSentaku : public testing::Test {
         main_.show();
     }
 
+    ~DBSentaku() override { QDir::setCurrent(QDir::rootPath()); }
+
     int show(ScreenDriver::Step step) {
         frmDBSentaku form(house_, &main_);
         return driver_.run(form, std::move(step));
@@ -83,6 +85,7 @@ TEST_F(DBSentaku, ShowsItsTextsAndCancels) {
         EXPECT_EQ(text(form, QStringLiteral("Command3")), QStringLiteral("キャンセル(&C)"));
         EXPECT_EQ(rows(form, QStringLiteral("List1")), QStringList(QStringLiteral("甲社")));
         EXPECT_EQ(focused(form), QStringLiteral("List1"));
+        EXPECT_EQ(QDir::current(), QDir(company_.dataDir()));
         click(form, QStringLiteral("Command4"));
         EXPECT_EQ(helped_, QStringList(kName));
         driver_.expectBox(QStringLiteral("処理する会社を指定してください。"), kTitle);
@@ -105,6 +108,7 @@ TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
             EXPECT_FALSE(command1_->isVisible());
             EXPECT_TRUE(global_.link_kihon_pass);
             EXPECT_FALSE(form.isVisible()) << "unloaded before the menu shows";
+            EXPECT_EQ(QDir::current(), QDir(company_.dataDir()));
             menu.accept();
         });
         press(form, Qt::Key_Down);
@@ -178,6 +182,7 @@ TEST_F(DBSentaku, RefusesACompanyInUseAndADamagedOne) {
         driver_.expectBox(expected, QString());
         assign(form);
         EXPECT_EQ(global_.panels.folder, QStringLiteral("甲社")) << "nothing already done is undone";
+        EXPECT_EQ(QDir::current(), QDir(company_.companyDir()));
         cancel(form);
     });
     EXPECT_EQ(global_.cn_main, nullptr);
@@ -186,7 +191,7 @@ TEST_F(DBSentaku, RefusesACompanyInUseAndADamagedOne) {
 
 TEST_F(DBSentaku, AMissingDataFolderIsToldAndTheListIsEmpty) {
     ASSERT_TRUE(QDir(company_.dataDir()).removeRecursively());
-    driver_.expectBox(QStringLiteral("会社のデータを置くフォルダーが見つかりません。\n") +
+    driver_.expectBox(QStringLiteral("会社のデータを置くフォルダが見つかりません。\n") +
                           QDir::toNativeSeparators(company_.dataDir()),
                       QString());
     show([&](QDialog& form) {

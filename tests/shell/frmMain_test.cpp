@@ -74,6 +74,7 @@ class MainWindow : public testing::Test {
             click(menu, u"Command9"_s);
         });
         driver_.attempt([&] { click(main(), by); });
+        EXPECT_EQ(main().focusWidget()->objectName(), u"Command1"_s) << "the keyboard's way back to the menu";
     }
     void expectExitBox(BoxAnswer answer) {
         driver_.expectBox(kExitText, kExitTitle, answer, BoxIcon::Question);
@@ -178,7 +179,9 @@ TEST_F(MainWindow, AnotherCompanyIsChosenOnlyAfterTheOpenOneMayBeClosed) {
     EXPECT_EQ(text(main(), u"Panels_3"_s), u"甲社"_s);
     EXPECT_FALSE(visible(main(), u"StartOpen"_s));
     driver_.onScreen(u"frmMenu000"_s, [](QDialog& menu) { menu.reject(); });
-    click(main(), u"Command1"_s);
+    main().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main()));
+    driver_.attempt([&] { QTest::keyClick(main().focusWidget(), Qt::Key_Return); });
 
     driver_.expectBox(kReopenText, kReopenTitle, BoxAnswer::No, BoxIcon::Question);
     click(main(), u"mnuFileNo_1"_s);
