@@ -26,7 +26,7 @@ class Calculation : public ::testing::Test {
     Calculation()
         : house_{global_, screens_},
           session_({folder_.programDir() + u"/out"_s, u"賞与"_s, [] { return kDate.startOfDay(); },
-                    [this](const QString&, const auto& sheets) { sent_.push_back(sheets); }}) {
+                    [this](const QString&, const auto& sheets) { sent_.push_back(sheets.front()); }}) {
         folder_.makeSample();
         global_.cn_main = folder_.open();
         global_.kijunbi = u"2026/12/10"_s;
@@ -119,7 +119,7 @@ class Calculation : public ::testing::Test {
     reports::ExportSession session_;
     ScreenDriver driver_;
     QString help_;
-    std::vector<std::vector<reports::NamedSheet>> sent_;  ///< what went to the writer of workbooks
+    std::vector<reports::NamedSheet> sent_;  ///< the sheets that went to the writer of workbooks
 };
 
 }  // namespace calctest
