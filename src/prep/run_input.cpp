@@ -1,5 +1,6 @@
 #include "prep/run_input.h"
 
+#include <QHash>
 #include <QMap>
 #include <cmath>
 
@@ -79,6 +80,16 @@ store::Value stored(const QString& text, store::TypeKind kind) {
     return store::Value(text).toDouble();
 }
 
+/// The list of the criterion by 社員Code. Joined in memory: the engine has no index there to join by.
+QHash<QString, InputRow> readPeople(store::Connection& cn) {
+    store::Statement row =
+        cn.prepare(QStringLiteral("SELECT 氏名, 所属大名, 役職名, 社員Code FROM IdoChuusyutsuMax3"));
+    QHash<QString, InputRow> people;
+    while (row.step())
+        people.insert(row.toText(3), {{}, row.toText(0), row.toText(1), row.toText(2), row.toText(3)});
+    return people;
+}
+
 // ---- Cells -----------------------------------------------------------------------------------------------
 
 double numberOf(const QString& text) {
@@ -148,16 +159,18 @@ std::optional<Refusal> saveCoefficient(const QString& text) {
 std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& run,
                                     const InputTarget& target) {
     SelectIntoX3(cn, run, target.table);
-    store::Statement row = cn.prepare(
-        QStringLiteral(
-            "SELECT 行.%1, 列.氏名, 列.所属大名, 列.役職名, 列.社員Code FROM IdoChuusyutsuMax3 AS 列 "
-            "INNER JOIN %2 AS 行 ON 列.社員Code = 行.社員Code WHERE %3 "
-            "ORDER BY Clng(行.社員Code), 行.ID")
-            .arg(target.column, runTableName(target.table), kOfRun));
+    const QHash<QString, InputRow> people = readPeople(cn);
+    store::Statement row =
+        cn.prepare(QStringLiteral("SELECT 社員Code, %1 FROM %2 WHERE %3 ORDER BY Clng(社員Code), ID")
+                       .arg(target.column, runTableName(target.table), kOfRun));
     row.bindAll(runBinds(run));
     std::vector<InputRow> rows;
-    while (row.step())
-        rows.push_back({row.value(0).toText(), row.toText(1), row.toText(2), row.toText(3), row.toText(4)});
+    while (row.step()) {
+        const auto person = people.constFind(row.toText(0));
+        if (person == people.cend()) continue;
+        rows.push_back(*person);
+        rows.back().text = row.value(1).toText();
+    }
     return rows;
 }
 

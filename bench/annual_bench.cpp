@@ -1,0 +1,138 @@
+#include <benchmark/benchmark.h>
+
+#include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
+#include <map>
+
+#include "calc/annual.h"
+#include "calc/input_check.h"
+#include "store/company_files.h"
+
+// The year's payments over four dates and the status check, in turns with the floor: the same answer by bare
+// set-based statements into and out of one scratch table.
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const shell::RunKey kRun{QDate(2026, 12, 10), u"01"_s, u"01"_s};
+const calc::NenkanDates kDates{QDate(2025, 7, 10), QDate(2025, 12, 10), QDate(2026, 7, 10), kRun.kijunbi};
+
+/// People with two paid rows on each date, and with inputs and a decision of the last one.
+class Company {
+  public:
+    explicit Company(int employees) {
+        store::createCompany(folder_.path(), u"計測"_s, {});
+        cn_ = store::openMainConnection(folder_.path(), u"計測"_s);
+        store::Transaction transaction(*cn_);
+        const auto fill = [&](const QString& insert, const store::Binds& more = {}) {
+            store::Binds binds{employees};
+            binds.insert(binds.end(), more.begin(), more.end());
+            cn_->execute(kNumbers + insert + u" FROM 番"_s, binds);
+        };
+        fill(u"INSERT INTO 履歴書テーブル(社員Code,氏名) SELECT printf('%06d', n), '社員' || n"_s);
+        for (QDate date : kDates)
+            for (const QString& criterion : {u"01"_s, u"02"_s})
+                fill(
+                    u"INSERT INTO S配分基準対応社員(社員Code,配分区分,配分基準,基準日,個人別計算,総額配分,"
+                    "金一封,特別加算金) SELECT printf('%06d', n), '01', ?, ?, n * 1000000, n * 10000, 0, 0"_s,
+                    {criterion, date});
+        for (const QString& table : {u"S実行個人別計算"_s, u"S実行個人別計算決定"_s})
+            fill(
+                u"INSERT INTO %1(社員Code,配分区分,配分基準,基準日,基礎額Ａ,支給係数,評価,合計) "
+                "SELECT printf('%06d', n), '01', '01', ?, n * 10000, 2.5, 'A', n * 25000"_s.arg(table),
+                {kRun.kijunbi});
+        for (int kind = 1; kind <= 18; ++kind)
+            cn_->execute(
+                u"INSERT INTO S係数設定(配分区分Code,配分基準Code,算定方式,設定名称,基礎額Ａ) "
+                "VALUES('01','01','1',printf('%02d', ?),-1)"_s,
+                {kind});
+        transaction.commit();
+    }
+    store::Connection& cn() { return *cn_; }
+    /// Into a table of its own, read to the end, gone again; values travel as binds.
+    void bare(const QString& answer, const store::Binds& binds) {
+        store::Transaction transaction(*cn_);
+        cn_->execute(u"CREATE TABLE 下限(a,b,c,d,e,f,g,h)"_s);
+        cn_->execute(u"INSERT INTO 下限 "_s + answer, binds);
+        auto rows = cn_->prepare(u"SELECT * FROM 下限"_s);
+        while (rows.step()) benchmark::DoNotOptimize(rows.toText(0));
+        cn_->execute(u"DROP TABLE 下限"_s);
+        transaction.commit();
+    }
+
+  private:
+    inline static const QString kNumbers =
+        u"WITH RECURSIVE 番(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM 番 WHERE n < ?) "_s;
+    QTemporaryDir folder_;
+    std::unique_ptr<store::Connection> cn_;
+};
+
+Company& company(int employees) {
+    static std::map<int, std::unique_ptr<Company>> made;
+    auto& entry = made[employees];
+    if (!entry) entry = std::make_unique<Company>(employees);
+    return *entry;
+}
+
+template <typename Work>
+double seconds(const Work& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double median(std::vector<double> samples) {
+    const auto middle = samples.begin() + std::ptrdiff_t(samples.size() / 2);
+    std::nth_element(samples.begin(), middle, samples.end());
+    return *middle;
+}
+
+template <typename Own, typename Bare>
+void measure(benchmark::State& state, const Own& ownWork, const Bare& bareWork) {
+    std::vector<double> own, bare;
+    for (auto _ : state) {
+        own.push_back(seconds(ownWork));
+        bare.push_back(seconds(bareWork));
+        state.SetIterationTime(own.back());
+    }
+    state.counters["per_employee_us"] = median(own) * 1e6 / double(state.range(0));
+    state.counters["floor_ms"] = median(bare) * 1e3;
+    state.counters["times_floor"] = median(own) / median(bare);
+}
+
+void BM_Annual(benchmark::State& state) {
+    Company& c = company(int(state.range(0)));
+    QStringList sums;
+    for (int n = 1; n <= 4; ++n)
+        sums << u"sum(CASE 基準日 WHEN ?%1 THEN 個人別計算+総額配分+金一封+特別加算金 END)"_s.arg(n);
+    const QString answer =
+        u"SELECT p.社員Code, p.氏名, %1, 0, 0 FROM 履歴書テーブル p INNER JOIN S配分基準対応社員 s ON "
+        "s.社員Code = p.社員Code WHERE 基準日 IN (?1,?2,?3,?4) GROUP BY p.社員Code"_s.arg(sums.join(u','));
+    measure(
+        state, [&] { benchmark::DoNotOptimize(calc::nenkanRows(c.cn(), kDates).data()); },
+        [&] {
+            c.bare(answer, {kDates[0], kDates[1], kDates[2], kDates[3]});
+        });
+}
+
+void BM_InputCheck(benchmark::State& state) {
+    Company& c = company(int(state.range(0)));
+    const QString answer =
+        u"WITH d AS MATERIALIZED (SELECT 社員Code, 支給係数 FROM S実行個人別計算決定 WHERE 基準日 = ?1 AND "
+        "配分区分 = ?2 AND 配分基準 = ?3) SELECT p.社員Code, p.氏名, r.基礎額Ａ, r.年齢係数, r.評価, "
+        "d.支給係数, r.合計, 0 FROM S実行個人別計算 r INNER JOIN 履歴書テーブル p ON p.社員Code = r.社員Code "
+        "LEFT JOIN d ON d.社員Code = r.社員Code WHERE r.基準日 = ?1 AND r.配分区分 = ?2 AND r.配分基準 = ?3"_s;
+    measure(
+        state,
+        [&] { calc::inputCheckSheet(c.cn(), kRun, criteria::Houshiki::Kojinbetsu, u"計測"_s, u"計測"_s); },
+        [&] {
+            c.bare(answer, {kRun.kijunbi, kRun.haibunKubun, kRun.haibunKijun});
+        });
+}
+
+#define SIZES Arg(100)->Arg(1000)->Arg(10000)->Arg(32767)->UseManualTime()->Unit(benchmark::kMillisecond)
+BENCHMARK(BM_Annual)->SIZES;
+BENCHMARK(BM_InputCheck)->SIZES;
+
+}  // namespace
