@@ -18,8 +18,8 @@ struct BoxRequest {
     BoxButtons buttons = BoxButtons::Ok;
 };
 
-/// Shows a modal box and waits. An empty title is the program's name. Escape on a Yes/No box is No; No is the default
-/// button of a question that deletes.
+/// Shows a modal box and waits. An empty title is the program's name. Escape on a Yes/No box is No; No is the
+/// default button of a question that deletes.
 BoxAnswer showBox(QWidget* parent, const BoxRequest& request);
 
 inline void tell(QWidget* parent, const QString& text, const QString& title, BoxIcon icon = BoxIcon::None) {
@@ -29,7 +29,8 @@ inline bool ask(QWidget* parent, const QString& text, const QString& title) {
     return showBox(parent, {text, title, BoxIcon::Question, BoxButtons::YesNo}) == BoxAnswer::Yes;
 }
 
-/// Tests take the boxes over: the handler answers in place of the user. An empty function gives the boxes back.
+/// Tests take the boxes over: the handler answers in place of the user. An empty function gives the boxes
+/// back.
 using BoxHandler = std::function<BoxAnswer(const BoxRequest&)>;
 void setBoxHandler(BoxHandler handler);
 

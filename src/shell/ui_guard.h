@@ -6,8 +6,8 @@
 
 namespace shell {
 
-/// The form's private flag: a transaction on cn_main that a failure must roll back. Where a screen below has a
-/// transaction open already, this one nests in it: a rollback takes back this form's own work only.
+/// The form's private flag: a transaction on cn_main that a failure must roll back. Where a screen below has
+/// a transaction open already, this one nests in it: a rollback takes back this form's own work only.
 class FormTransaction {
   public:
     explicit FormTransaction(store::Connection& cn) : cn_(cn) {}
@@ -23,9 +23,10 @@ class FormTransaction {
 };
 
 /// Every event procedure that touches data runs in here: the program's one failure style.
-/// A failure (store::Error or another exception) is told once: with its plain description, or, with `transaction` open,
-/// with "処理中にエラーが発生しました。処理を取り消します。" under the title "取消" and a rollback. Then the form's pointer goes back to
-/// default. True when the work ended without failure. Never throws.
+/// A failure (store::Error or another exception) is told once: with its plain description, or, with
+/// `transaction` open, with "処理中にエラーが発生しました。処理を取り消します。" under the title "取消" and a
+/// rollback. Then the form's pointer goes back to default. True when the work ended without failure. Never
+/// throws.
 bool guarded(widgets::Form* form, const std::function<void()>& work);
 bool guarded(widgets::Form* form, FormTransaction& transaction, const std::function<void()>& work);
 
