@@ -130,4 +130,11 @@ void CodeList::selectionChanged(const QItemSelection& selected, const QItemSelec
     if (!silent_ && !pressed_ && !selected.isEmpty()) Q_EMIT chosen();
 }
 
+// A choice is replaced by another line and never dropped by the user: not by a click beside the lines, not by
+// Ctrl+click.
+QItemSelectionModel::SelectionFlags CodeList::selectionCommand(const QModelIndex& index,
+                                                               const QEvent*) const {
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}
+
 }  // namespace widgets

@@ -10,9 +10,9 @@
 #include "calc/frmSJCheck.h"
 #include "reports/frmReport.h"
 #include "reports/workbook.h"
+#include "screen_driver.h"
 #include "shell/global_record.h"
 #include "support/company_fixture.h"
-#include "support/screen_driver.h"
 
 namespace {
 

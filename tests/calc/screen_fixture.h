@@ -5,8 +5,8 @@
 #include "reports/frmReport.h"
 #include "reports/workbook.h"
 #include "run_fixture.h"
+#include "screen_driver.h"
 #include "shell/global_record.h"
-#include "support/screen_driver.h"
 
 namespace calctest {
 

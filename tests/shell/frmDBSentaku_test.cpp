@@ -9,11 +9,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "screen_driver.h"
 #include "shell/global_record.h"
 #include "shell/ui_menu_form.h"
 #include "store/company_files.h"
 #include "support/company_fixture.h"
-#include "support/screen_driver.h"
 
 namespace shell {
 namespace {

@@ -12,8 +12,8 @@
 #include <QTextBrowser>
 #include <QWindow>
 
+#include "screen_driver.h"
 #include "shell/global_record.h"
-#include "support/screen_driver.h"
 #include "widgets/form.h"
 
 namespace shell {

@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "screen_driver.h"
 #include "shell/frmAbout.h"
 #include "shell/frmDBSentaku.h"
 #include "shell/frmHelp.h"
@@ -21,7 +22,6 @@
 #include "shell/global_record.h"
 #include "shell/ui_program.h"
 #include "support/company_fixture.h"
-#include "support/screen_driver.h"
 
 namespace shell {
 namespace {

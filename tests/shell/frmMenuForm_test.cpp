@@ -5,13 +5,13 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "screen_driver.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "shell/ui_field_rules.h"
 #include "shell/ui_guard.h"
 #include "shell/ui_menu_form.h"
 #include "support/company_fixture.h"
-#include "support/screen_driver.h"
 
 // What all screens of the house share: menus, boxes, the failure style.
 namespace shell {

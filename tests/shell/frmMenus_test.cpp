@@ -6,10 +6,10 @@
 #include <QMainWindow>
 #include <QPushButton>
 
+#include "screen_driver.h"
 #include "shell/frmMenu000.h"
 #include "shell/global_record.h"
 #include "support/company_fixture.h"
-#include "support/screen_driver.h"
 
 namespace shell {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "support/screen_driver.h"
+#include "screen_driver.h"
 #include "widgets/theme.h"
 
 int main(int argc, char** argv) {

@@ -270,7 +270,7 @@ TEST(CodeListChoice, ComesOncePerChoiceByMouseAndKeyboard) {
     clickAt(second);
     EXPECT_EQ(state(), u"02冬季 3"_s) << "the same line again";
     clickAt({5, list.viewport()->height() - 2});
-    EXPECT_EQ(chosen.count(), 3) << "below the last line";
+    EXPECT_EQ(state(), u"02冬季 3"_s) << "below the last line";
     QTest::keyClick(&list, Qt::Key_Home);
     EXPECT_EQ(state(), u"01夏季 4"_s);
     list.choose(-1);

@@ -11,9 +11,9 @@
 
 #include "main_screens.h"
 #include "reports/frmReport.h"
+#include "screen_driver.h"
 #include "shell/frmMain.h"
 #include "shell/ui_program.h"
-#include "support/screen_driver.h"
 #include "widgets/theme.h"
 
 namespace {

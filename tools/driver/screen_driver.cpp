@@ -1,4 +1,4 @@
-#include "support/screen_driver.h"
+#include "screen_driver.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
