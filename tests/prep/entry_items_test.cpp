@@ -28,27 +28,21 @@ TEST_F(EntryItemsTest, EntryAndCorrectionOfferOppositeItems) {
         sql(base + u"(%1,'1','1','1'),(%1,'1','2','1'),(%1,'1','1','2'),(%1,'1','2','2')"_s.arg(other));
         sql(payment + u"(%1,'1'),(%1,'2')"_s.arg(other));
     }
-    const struct {
-        QString addition, method;
-        const char *entry, *correction;
-    } steps[] = {
-        {base + u"('01','02','1','1','1')"_s, u"1"_s, "----", "----"},
-        {payment + u"('01','02','1')"_s, u"1"_s, "----", "----"},  // no coefficient at all offers nothing
-        {coefficient + u"('01','02','1','1')"_s, u"1"_s, "x-xx", "----"},
-        {base + u"('01','02','1','2','3')"_s, u"1"_s, "x-xx", "-x--"},
-        {coefficient + u"('01','02','1','3')"_s, u"1"_s, "x-xx", "-x--"},  // 3 is corrected nowhere
-        {coefficient + u"('01','02','1','2')"_s, u"1"_s, "x-xx", "-xx-"},
-        {u"update S支給係数設定 set 設定方法 = '2'"_s, u"1"_s, "x-x-", "-xxx"},
-        // The pool has no payment coefficient, and the set-up of the other method does not count for it.
-        {coefficient + u"('01','02','2','2')"_s, u"2"_s, "----", "--x-"},
+    const auto step = [&](const QString& addition, const QString& method, const char* entry,
+                          const char* correction) {
+        sql(addition);
+        EXPECT_EQ(offered(method, EntryPurpose::RunTimeInput), entry) << addition.toStdString();
+        EXPECT_EQ(offered(method, EntryPurpose::Correction), correction) << addition.toStdString();
     };
-    for (const auto& step : steps) {
-        sql(step.addition);
-        EXPECT_EQ(offered(step.method, EntryPurpose::RunTimeInput), step.entry)
-            << step.addition.toStdString();
-        EXPECT_EQ(offered(step.method, EntryPurpose::Correction), step.correction)
-            << step.addition.toStdString();
-    }
+    step(base + u"('01','02','1','1','1')"_s, u"1"_s, "----", "----");
+    step(payment + u"('01','02','1')"_s, u"1"_s, "----", "----");  // no coefficient at all offers nothing
+    step(coefficient + u"('01','02','1','1')"_s, u"1"_s, "x-xx", "----");
+    step(base + u"('01','02','1','2','3')"_s, u"1"_s, "x-xx", "-x--");
+    step(coefficient + u"('01','02','1','3')"_s, u"1"_s, "x-xx", "-x--");  // 3 is corrected nowhere
+    step(coefficient + u"('01','02','1','2')"_s, u"1"_s, "x-xx", "-xx-");
+    step(u"update S支給係数設定 set 設定方法 = '2'"_s, u"1"_s, "x-x-", "-xxx");
+    // The pool has no payment coefficient, and the set-up of the other method does not count for it.
+    step(coefficient + u"('01','02','2','2')"_s, u"2"_s, "----", "--x-");
 }
 
 }  // namespace

@@ -8,87 +8,91 @@ using namespace preptest;
 
 class RunMenu : public RunScreens {
   protected:
-    RunMenu() : RunScreens(Content::Empty) { global_.kijunbi = u"2003/4/1"_s; }
-    QStringList stored() { return read(u"SELECT 単価,端数処理,基準日 FROM Tanka_hasuu"_s); }
+    RunMenu() : RunScreens(Content::Empty) {
+        global_.kijunbi = u"2003/4/1"_s;
+        addPlain({u"frmSTaisyousya"_s, u"frmSHaibunjikkouK"_s, u"frmSJCheck"_s, u"frmSHaibunjikkouK2"_s,
+                  u"frmSSanteishikiSub"_s, u"frmSSanteishitei"_s});
+    }
+    void open(const ScreenDriver::Step& step) { RunScreens::open<prep::frmMenuSJikkou>(step); }
+    QString stored() { return read(u"SELECT 単価,端数処理 FROM Tanka_hasuu ORDER BY 基準日"_s).join(u' '); }
+    static QString chosen(QDialog& menu) {
+        QStringList names =
+            u"Option1_0 Option1_1 Option1_2 Option1_3 Option1_4 Option2_0 Option2_1 Option2_2"_s.split(u' ');
+        names.removeIf([&](const QString& name) { return !checked(menu, name); });
+        return names.join(u' ');
+    }
 };
 
-TEST_F(RunMenu, StoresTheRoundingWithTheCalculationOnly) {
-    const QStringList fresh{u"0|0|2003/4/1"_s}, chosen{u"3|2|2003/4/1"_s};
-    addPlain({u"frmSHaibunjikkouK2"_s, u"frmSTaisyousya"_s});
+TEST_F(RunMenu, StoresTheRoundingOfItsDateWithTheCalculationOnly) {
+    QString help;
+    house_.help = [&](const QString& screen) { help = screen; };
+    sql(u"INSERT INTO Tanka_hasuu(単価,端数処理,基準日) VALUES('1','1','2002-12-10')"_s);
     global_.setRunPanel(u"配分実行基準日: 2003年4月1日"_s);
-    open<prep::frmMenuSJikkou>([&](QDialog& menu) {
-        EXPECT_EQ(stored(), fresh);  // at once, before anything is computed
-        EXPECT_TRUE(checked(menu, u"Option1_0"_s) && checked(menu, u"Option2_0"_s));
+    open([&](QDialog& menu) {
+        EXPECT_EQ(stored(), u"1|1 0|0"_s);  // at once, before anything is computed
+        EXPECT_EQ(chosen(menu), u"Option1_0 Option2_0"_s);
         click(menu, u"Option1_3"_s);
         click(menu, u"Option2_2"_s);
         expectScreen(u"frmSTaisyousya"_s);
         click(menu, u"Command1"_s);
-        EXPECT_EQ(stored(), fresh);
-        EXPECT_TRUE(checked(menu, u"Option1_3"_s) && checked(menu, u"Option2_2"_s));
-        expectScreen(u"frmSHaibunjikkouK2"_s, [&](QDialog&) { EXPECT_EQ(stored(), chosen); });
+        EXPECT_EQ(stored(), u"1|1 0|0"_s);
+        EXPECT_EQ(chosen(menu), u"Option1_3 Option2_2"_s);
+        expectScreen(u"frmSHaibunjikkouK2"_s, [&](QDialog&) { EXPECT_EQ(stored(), u"1|1 3|2"_s); });
         press(menu, Qt::Key_K, Qt::AltModifier);
         click(menu, u"Option1_4"_s);  // a choice without the calculation is lost
         click(menu, u"Command11"_s);
-        EXPECT_EQ(help_, u"frmMenuSJikkou"_s);
+        EXPECT_EQ(help, u"frmMenuSJikkou"_s);
         press(menu, Qt::Key_B, Qt::AltModifier);
         EXPECT_FALSE(menu.isVisible());
     });
     EXPECT_EQ(global_.panels.run, QString());
-    EXPECT_EQ(stored(), chosen);
-    sql(u"UPDATE Tanka_hasuu SET 端数処理 = '7'"_s);
-    open<prep::frmMenuSJikkou>([&](QDialog& menu) {
-        EXPECT_TRUE(checked(menu, u"Option1_3"_s));
-        for (const QString& rounding : {u"Option2_0"_s, u"Option2_1"_s, u"Option2_2"_s})
-            EXPECT_FALSE(checked(menu, rounding));
+    sql(u"UPDATE Tanka_hasuu SET 端数処理 = '3' WHERE 単価 = '3'"_s);  // nothing that the menu knows
+    open([&](QDialog& menu) {
+        EXPECT_EQ(chosen(menu), u"Option1_3"_s);
+        expectScreen(u"frmSHaibunjikkouK2"_s);
+        click(menu, u"Command7"_s);
         press(menu, Qt::Key_Escape);
         EXPECT_FALSE(menu.isVisible());
     });
+    EXPECT_EQ(stored(), u"1|1 3|3"_s);  // nothing chosen: what is stored stands
+    sql(u"UPDATE Tanka_hasuu SET 単価 = '5', 端数処理 = NULL"_s);
+    open([&](QDialog& menu) { EXPECT_EQ(chosen(menu), QString()); });
 }
 
-TEST_F(RunMenu, OpensTheStepsThatAreBuiltInTheirModes) {
-    const struct {
-        QString button, screen, flags;  ///< 設計, 実行, 修正 after the click
-    } steps[] = {
-        {u"Command1"_s, u"frmSTaisyousya"_s, u"101"_s},
-        {u"Command3"_s, u"frmSHaibunjikkouK"_s, u"101"_s},
-        {u"Command6"_s, u"frmSJCheck"_s, u"101"_s},
-        {u"Command7"_s, u"frmSHaibunjikkouK2"_s, u"101"_s},
-        {u"Command2"_s, u"frmSSanteishikiSub"_s, u"011"_s},
-        {u"Command5"_s, u"frmSSanteishitei"_s, u"010"_s},
-        {u"Command4"_s, u"frmSSanteishitei"_s, u"011"_s},
-    };
+TEST_F(RunMenu, OpensTheStepsInTheirModes) {
     global_.haibun_sekkei_mode = global_.jikkou_syuusei_mode = true;
     global_.haibun_jikkou_mode = false;
-    open<prep::frmMenuSJikkou>([&](QDialog& menu) {
-        for (const auto& step : steps) EXPECT_FALSE(enabled(menu, step.button)) << step.button.toStdString();
-    });
-    for (const auto& step : steps) addPlain({step.screen});
-    open<prep::frmMenuSJikkou>([&](QDialog& menu) {
-        for (const auto& step : steps) {
-            expectScreen(step.screen, [&](QDialog&) {
-                QString flags;
-                for (bool flag :
-                     {global_.haibun_sekkei_mode, global_.haibun_jikkou_mode, global_.jikkou_syuusei_mode})
-                    flags += flag ? u'1' : u'0';
-                EXPECT_EQ(flags, step.flags) << step.button.toStdString();
+    open([&](QDialog& menu) {
+        const auto opens = [&](const QString& button, const QString& screen, int design, int run,
+                               int correct) {
+            expectScreen(screen, [&](QDialog&) {
+                EXPECT_EQ(global_.haibun_sekkei_mode, design) << button.toStdString();
+                EXPECT_EQ(global_.haibun_jikkou_mode, run) << button.toStdString();
+                EXPECT_EQ(global_.jikkou_syuusei_mode, correct) << button.toStdString();
             });
-            click(menu, step.button);
-        }
+            click(menu, button);
+        };
+        opens(u"Command1"_s, u"frmSTaisyousya"_s, 1, 0, 1);
+        opens(u"Command3"_s, u"frmSHaibunjikkouK"_s, 1, 0, 1);
+        opens(u"Command6"_s, u"frmSJCheck"_s, 1, 0, 1);
+        opens(u"Command7"_s, u"frmSHaibunjikkouK2"_s, 1, 0, 1);
+        opens(u"Command2"_s, u"frmSSanteishikiSub"_s, 0, 1, 1);
+        opens(u"Command5"_s, u"frmSSanteishitei"_s, 0, 1, 0);
+        opens(u"Command4"_s, u"frmSSanteishitei"_s, 0, 1, 1);
     });
 }
 
 TEST_F(RunMenu, TellsAFailureAndStaysUsable) {
-    addPlain({u"frmSHaibunjikkouK2"_s});
     breakWrites(u"INSERT ON Tanka_hasuu"_s);
     driver_.answerFreely([](const shell::BoxRequest&) { return BoxAnswer::Ok; });
-    open<prep::frmMenuSJikkou>([&](QDialog& menu) {
+    open([&](QDialog& menu) {
         click(menu, u"Command7"_s);  // without its row the calculation must not start
         click(menu, u"Command10"_s);
         EXPECT_FALSE(menu.isVisible());
     });
     EXPECT_EQ(driver_.boxes().size(), 2U);
     EXPECT_EQ(driver_.screens(), QStringList{u"frmMenuSJikkou"_s});
-    EXPECT_EQ(stored(), QStringList());
+    EXPECT_EQ(stored(), QString());
 }
 
 }  // namespace

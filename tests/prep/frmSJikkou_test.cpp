@@ -11,9 +11,9 @@
 #include "prep/frmSJikkou03.h"
 #include "prep/frmSJikkou03Sub.h"
 #include "prep/snapshot.h"
+#include "screen_driver.h"
 #include "shell/global_record.h"
 #include "support/company_fixture.h"
-#include "support/screen_driver.h"
 
 namespace {
 

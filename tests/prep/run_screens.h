@@ -1,8 +1,10 @@
 #pragma once
+#include <QPushButton>
+
 #include "prep/run_company.h"
+#include "screen_driver.h"
 #include "shell/global_record.h"
 #include "shell/ui_screens.h"
-#include "support/screen_driver.h"
 #include "widgets/form.h"
 
 namespace preptest {
@@ -17,7 +19,6 @@ class RunScreens : public RunCompany {
     explicit RunScreens(Content content) : RunCompany(content), house_{global_, screens_} {
         global_.cn_main = std::move(owner_);
         global_.haibun_jikkou_mode = true;
-        house_.help = [this](const QString& screen) { help_ = screen; };
     }
     template <class Screen>
     void addScreen(const QString& name) {
@@ -41,6 +42,19 @@ class RunScreens : public RunCompany {
         const QString& name, const ScreenDriver::Step& look = [](QDialog&) {}) {
         driver_.onScreen(name, closing(look));
     }
+    /// The click is answered by this box and nothing else.
+    void clickTold(QDialog& form, const QString& button, const QString& text, const QString& title,
+                   BoxAnswer answer = BoxAnswer::Ok, std::optional<BoxIcon> icon = {}) {
+        driver_.expectBox(text, title, answer, icon);
+        click(form, button);
+    }
+    /// The buttons that can be pressed.
+    static QString offered(const QDialog& form) {
+        QStringList names;
+        for (const auto* button : form.findChildren<QPushButton*>())
+            if (button->isVisible() && button->isEnabled()) names << button->objectName();
+        return names.join(u' ');
+    }
     void expectRollback() {
         driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s);
     }
@@ -54,7 +68,6 @@ class RunScreens : public RunCompany {
     shell::ScreenRegistry screens_;
     shell::House house_;
     ScreenDriver driver_;
-    QString help_;
 
   private:
     static ScreenDriver::Step closing(const ScreenDriver::Step& step) {
