@@ -44,7 +44,8 @@ Control rule(const QString& name, int top, int width, Style style) {
 }
 
 /// Title, subtitle and notice; the page's number. The same for every list.
-void addFrame(Design& design, const QString& noticeLabel) {
+void addFrame(Design& design, const QString& noticeLabel,
+              const QString& pageLabel = QStringLiteral("Label5")) {
     Band& header = design.band(Section::Section4);
     header.height = 1300;
     header.canShrink = true;
@@ -59,8 +60,7 @@ void addFrame(Design& design, const QString& noticeLabel) {
     }
     Band& footer = design.band(Section::Section3);
     footer.height = kFooterHeight;
-    Control number =
-        label(QStringLiteral("Label5"), QStringLiteral("- %p -"), 180, 300, design.width, Style::Footer);
+    Control number = label(pageLabel, QStringLiteral("- %p -"), 180, 300, design.width, Style::Footer);
     number.align = Align::Center;
     footer.controls = {number};
 }
@@ -146,6 +146,65 @@ Design dataReportSHyou03() {
     return design;
 }
 
+/// A spare list of six columns: the print that takes it sets headings and bindings.
+Design dataReportSHyou01() {
+    constexpr int kColumn = kFullWidth / 6;
+    Design design;
+    design.width = kFullWidth;
+    addFrame(design, QStringLiteral("Label9"));
+    std::vector<ListColumn> columns;
+    for (const char16_t* name : {u"Label1", u"Label2", u"Label3", u"Label7", u"Label8", u"Label10"}) {
+        const QString field = QStringLiteral("Text%1").arg(columns.size() + 1);
+        columns.push_back({QString::fromUtf16(name), QString(), field, kColumn});
+    }
+    addColumns(design, columns, kFullWidth);
+    return design;
+}
+
+/// Headings wider than their columns: in two lines by turns, each centred over its column.
+void staggerHeadings(Design& design, std::size_t first, int columnWidth) {
+    constexpr int kLine = 300;
+    Band& headings = design.band(Section::Section2);
+    headings.height = 2 * kLine + 20;
+    for (std::size_t i = 0; i < headings.controls.size(); ++i) {
+        Control& control = headings.controls[i];
+        if (control.kind == ControlKind::Line) {
+            control.top = headings.height - 20;
+            continue;
+        }
+        control.height = kLine;
+        control.top = i < first || (i - first) % 2 == 1 ? kLine : 0;
+        if (i < first) continue;
+        control.left -= columnWidth / 2;
+        control.width = 2 * columnWidth;
+    }
+}
+
+/// The judgments of automatic input: code, name, a mark for each of the 17 items.
+Design dataReportSHyou02() {
+    constexpr int kCode = 900;
+    constexpr int kName = 1800;
+    constexpr int kMark = 710;
+    const char16_t* const captions[] = {
+        u"    基礎額Ａ", u"    基礎額Ｂ", u"    年齢係数", u"勤続年数係数", u"    等級係数", u"    評価係数",
+        u"社員区分係数", u"  所属大係数", u"    役職係数", u"    職種係数", u"  コース係数", u" 自由1係数",
+        u" 自由2係数",   u" 自由3係数",   u" 自由4係数",   u" 自由5係数",   u"    支給係数"};
+    constexpr int kMarks = static_cast<int>(std::size(captions));
+    Design design;
+    design.paper = Paper::A4Landscape;
+    design.width = kCode + kName + kMarks * kMark + kMark / 2;  // the last heading reaches beyond its column
+    addFrame(design, QStringLiteral("Label9"), QStringLiteral("Label3"));
+    std::vector<ListColumn> columns = {
+        {QStringLiteral("Label1"), QStringLiteral("社員Code"), QStringLiteral("Text1"), kCode},
+        {QStringLiteral("Label2"), QStringLiteral("氏名"), QStringLiteral("Text2"), kName}};
+    for (int i = 0; i < kMarks; ++i)
+        columns.push_back({headingOfSHyou02(3 + i), QString::fromUtf16(captions[i]),
+                           QStringLiteral("Text%1").arg(3 + i), kMark, Align::Center});
+    addColumns(design, columns, design.width);
+    staggerHeadings(design, 2, kMark);
+    return design;
+}
+
 /// The list of snapshots: three dates and, where the print uses it, a text.
 Design dataReportHData() {
     constexpr int kDate = 2000;
@@ -173,7 +232,9 @@ Design dataReportHData() {
 
 using Maker = Design (*)();
 const QHash<QString, Maker>& makers() {
-    static const QHash<QString, Maker> table = {{QStringLiteral("DataReportSHyou03"), dataReportSHyou03},
+    static const QHash<QString, Maker> table = {{QStringLiteral("DataReportSHyou01"), dataReportSHyou01},
+                                                {QStringLiteral("DataReportSHyou02"), dataReportSHyou02},
+                                                {QStringLiteral("DataReportSHyou03"), dataReportSHyou03},
                                                 {QStringLiteral("DataReportHData"), dataReportHData}};
     return table;
 }
@@ -186,6 +247,12 @@ Design designNamed(const QString& name) {
     Design design = maker();
     design.name = name;
     return design;
+}
+
+QString headingOfSHyou02(int number) {
+    // Label3 to Label6 and Label9 stand in other bands.
+    const int label = number < 3 ? number : number < 5 ? number + 4 : number + 5;
+    return QStringLiteral("Label%1").arg(label);
 }
 
 Report makeReport(const QString& designName) {

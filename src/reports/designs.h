@@ -13,4 +13,7 @@ Design designNamed(const QString& name);
 /// A report of that design, with no title, no rows and no binding yet.
 Report makeReport(const QString& designName);
 
+/// The heading in Section2 of DataReportSHyou02 over its field Text<number> (1 to 19).
+QString headingOfSHyou02(int number);
+
 }  // namespace reports

@@ -1,0 +1,44 @@
+#pragma once
+#include <QString>
+#include <variant>
+#include <vector>
+
+#include "shell/run_key.h"
+#include "store/connection.h"
+
+namespace prep {
+
+/// The filter that names one run in its tables, and the values of its three parameters.
+inline const QString kRunFilter = QStringLiteral("基準日 = ? AND 配分区分 = ? AND 配分基準 = ?");
+inline store::Binds runBinds(const shell::RunKey& run) {
+    return {run.kijunbi, run.haibunKubun, run.haibunKijun};
+}
+
+/// A run that automatic input fills: its rows in the order of Clng(社員Code).
+struct AutoRun {
+    struct Row {
+        qint64 id;
+        QString syainCode;
+        QString hyouka;  ///< the grade; empty for none
+    };
+    store::Connection& cn;
+    shell::RunKey key;
+    QString santeiHoushiki;  ///< "1" 個人別計算, "2" 総額配分
+    QString table;           ///< S実行個人別計算 or S実行総額配分
+    std::vector<Row> rows;
+};
+
+/// What one item gives one employee: the value (none keeps what stood there) and ○ or ×.
+struct AutoCell {
+    std::variant<std::monostate, double, store::Money> value;
+    bool found = false;
+};
+
+/// An item on automatic input: where it is written, and a cell for each row of the run.
+struct AutoItem {
+    int target;    ///< position in the run's table
+    int judgment;  ///< position in S実行自動入力判定
+    std::vector<AutoCell> cells;
+};
+
+}  // namespace prep

@@ -1,0 +1,243 @@
+#include "prep/frmSHaibunjikkouK.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "criteria/ui_criterion_picker.h"
+#include "prep/ui_judgment_report.h"
+#include "shell/global_record.h"
+#include "shell/ui_box.h"
+#include "shell/ui_guard.h"
+#include "widgets/layout.h"
+#include "widgets/theme.h"
+
+namespace prep {
+
+using criteria::Houshiki;
+
+namespace {
+
+void keepsItsPlace(QWidget* widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+}  // namespace
+
+frmSHaibunjikkouK::frmSHaibunjikkouK(shell::House& house, QWidget* parent)
+    : Form(QStringLiteral("frmSHaibunjikkouK"), QStringLiteral("自動入力"), parent),
+      house_(house),
+      picker_(new criteria::CriterionPicker(house, this)) {
+    makeControls();
+    connectEvents();
+    shell::guarded(this, [this] {
+        dropCriterion();
+        picker_->load();
+    });
+    picker_->kubunList()->setFocus();
+}
+
+store::Connection& frmSHaibunjikkouK::cn() const {
+    return *house_.global.cn_main;
+}
+
+// ---- The screen's parts
+// ------------------------------------------------------------------------------------
+
+void frmSHaibunjikkouK::makeControls() {
+    const auto marker = [this](const char16_t* name, const char16_t* step) {
+        auto* image = make<QLabel>(QString::fromUtf16(name), QString::fromUtf16(step));
+        widgets::setTone(image, widgets::Tone::Heading);
+        keepsItsPlace(image);
+        return image;
+    };
+    picker_->setMarkers(marker(u"Image0", u"①"), marker(u"Image1", u"②"));
+    image2_ = marker(u"Image2", u"③");
+    image3_ = marker(u"Image3", u"④");
+    auto* title = make<QLabel>(QStringLiteral("Label20"),
+                               QStringLiteral("自動入力　基準日 %1").arg(house_.global.kijunbi));
+    label3_ = make<QLabel>(QStringLiteral("Label3"));
+    label3_->setWordWrap(true);
+    auto* guidance = new QHBoxLayout;
+    guidance->setSpacing(widgets::kGrid);
+    guidance->addWidget(image2_);
+    guidance->addWidget(label3_, 1);
+
+    auto* column = widgets::columnOf(this);
+    column->addLayout(widgets::headerBlock(title, nullptr));
+    column->addWidget(picker_, 1);
+    column->addLayout(guidance);
+    column->addWidget(makeOptions());
+    column->addLayout(makeButtons());
+    setMinimumSize(widgets::twips(7770), widgets::twips(4770));
+}
+
+/// All four kinds of payment stand on the form; only the two that are computed are ever shown.
+QWidget* frmSHaibunjikkouK::makeOptions() {
+    frame1_ = make<QWidget>(QStringLiteral("Frame1"));
+    option_ = makeArray<QRadioButton, criteria::kHoushikiCount>(
+        QStringLiteral("Option1"), {QStringLiteral("個人別計算"), QStringLiteral("総額配分"),
+                                    QStringLiteral("金一封(実行時)"), QStringLiteral("特別加算金(実行時)")});
+    auto* row = new QHBoxLayout(frame1_);
+    row->setContentsMargins(2 * widgets::kGrid, 0, 0, 0);
+    row->setSpacing(2 * widgets::kGrid);
+    for (QRadioButton* option : option_) {
+        option->setParent(frame1_);
+        row->addWidget(option);
+        option->hide();
+    }
+    row->addStretch();
+    keepsItsPlace(frame1_);
+    return frame1_;
+}
+
+QHBoxLayout* frmSHaibunjikkouK::makeButtons() {
+    command1_ = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("自動入力(&A)"));
+    command4_ = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("一覧表"));
+    command2_ = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
+    auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
+    widgets::setPrimary(command1_);
+    setCancelButton(command2_);
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
+    return widgets::buttonRow({help}, {command2_, command1_, image3_, command4_});
+}
+
+void frmSHaibunjikkouK::connectEvents() {
+    connect(picker_, &criteria::CriterionPicker::kubunChosen, this,
+            [this] { shell::guarded(this, [this] { DataList1_Click(); }); });
+    connect(picker_, &criteria::CriterionPicker::kijunChosen, this, [this] {
+        if (shell::guarded(this, [this] { DataList2_Click(); })) return;
+        picker_->kijunList()->choose(-1);
+        dropCriterion();
+    });
+    connect(command1_, &QPushButton::clicked, this, &frmSHaibunjikkouK::Command1_Click);
+    connect(command2_, &QPushButton::clicked, this, &QDialog::reject);
+    connect(command4_, &QPushButton::clicked, this,
+            [this] { shell::guarded(this, [this] { Command4_Click(); }); });
+}
+
+// ---- Choosing
+// ----------------------------------------------------------------------------------------------
+
+void frmSHaibunjikkouK::allowList(bool allowed) {
+    command4_->setEnabled(allowed);
+    image3_->setVisible(allowed);
+}
+
+void frmSHaibunjikkouK::dropCriterion() {
+    state_ = State::NothingChosen;
+    label3_->clear();
+    image2_->hide();
+    frame1_->hide();
+    chooseOption(-1);
+    allowList(false);
+}
+
+void frmSHaibunjikkouK::DataList1_Click() {
+    dropCriterion();
+    picker_->loadKijun();
+}
+
+void frmSHaibunjikkouK::DataList2_Click() {
+    allowList(false);
+    if (picker_->refuseEmptyKijun()) return;
+    picker_->takeSelection();
+    const auto kijun = criteria::kijunOf(cn(), house_.global.haibun_kubun, house_.global.haibun_kijun);
+    if (!kijun) return;
+    showOptions(*kijun);
+    tellState(criteria::hasEmployees(cn(), criteria::currentRun(house_.global)),
+              kijun->uses[0] || kijun->uses[1]);
+}
+
+void frmSHaibunjikkouK::showOptions(const criteria::Kijun& kijun) {
+    frame1_->show();
+    for (std::size_t i : {0u, 1u}) option_[i]->setVisible(kijun.uses[i]);
+    chooseOption(kijun.uses[0] ? 0 : kijun.uses[1] ? 1 : -1);
+}
+
+void frmSHaibunjikkouK::chooseOption(int index) {
+    for (int i = 0; i < criteria::kHoushikiCount; ++i) {
+        QRadioButton* option = option_[static_cast<std::size_t>(i)];
+        option->setAutoExclusive(false);
+        option->setChecked(i == index);
+        option->setAutoExclusive(true);
+    }
+}
+
+void frmSHaibunjikkouK::tellState(bool employees, bool automatic) {
+    state_ = !employees ? State::NoEmployees : automatic ? State::Ready : State::NothingAutomatic;
+    label3_->setText(state_ == State::NoEmployees ? criteria::kNoEmployees
+                     : state_ == State::Ready ? QStringLiteral("算定方式を指定してください｡")
+                                              : QStringLiteral("自動入力はありません。"));
+    widgets::setTone(label3_, state_ == State::Ready ? widgets::Tone::Normal : widgets::Tone::Warning);
+    image2_->setVisible(state_ == State::Ready);
+}
+
+std::optional<Houshiki> frmSHaibunjikkouK::chosenHoushiki() const {
+    for (const Houshiki houshiki : {Houshiki::Kojinbetsu, Houshiki::Sougaku})
+        if (option_[static_cast<std::size_t>(houshiki)]->isChecked()) return houshiki;
+    return std::nullopt;
+}
+
+// ---- The run
+// -----------------------------------------------------------------------------------------------
+
+bool frmSHaibunjikkouK::refused() {
+    if (!picker_->requireSelection()) return true;
+    if (state_ != State::NoEmployees && state_ != State::NothingAutomatic) return false;
+    shell::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
+                shell::BoxIcon::Critical);
+    picker_->kijunList()->setFocus();
+    return true;
+}
+
+/// The run of the chosen 算定方式 inside the open transaction.
+void frmSHaibunjikkouK::fill(Houshiki houshiki) {
+    const QString caption = option_[static_cast<std::size_t>(houshiki)]->text();
+    shell::tell(this, QStringLiteral("『%1』を指定します。").arg(caption),
+                QStringLiteral("算定方式指定の確認"));
+    house_.global.santei_houshiki = criteria::houshikiCode(houshiki);
+    house_.global.santei_houshiki_mei = caption;
+    setHourglass();
+    items_ = autoInput(cn(), criteria::currentRun(house_.global), houshiki);
+    setDefaultPointer();
+    shell::tell(this, QStringLiteral("『%1』の処理を終了しました。").arg(caption),
+                QStringLiteral("処理終了の確認"));
+}
+
+void frmSHaibunjikkouK::Command1_Click() {
+    shell::FormTransaction jidou_trans(cn());
+    const AutoItems before = items_;
+    const bool done = shell::guarded(this, jidou_trans, [&] {
+        if (refused()) return;
+        items_.clear();
+        jidou_trans.begin();
+        if (const auto houshiki = chosenHoushiki()) fill(*houshiki);
+        jidou_trans.commit();
+        allowList(true);
+    });
+    // After a rollback the judgments of the run before stand again.
+    if (!done) items_ = before;
+}
+
+void frmSHaibunjikkouK::Command4_Click() {
+    setHourglass();
+    const auto rows = judgmentRows(cn());
+    if (rows.recordCount() == 0) {
+        shell::tell(this, QStringLiteral("データがありません。"), QStringLiteral("データなし"),
+                    shell::BoxIcon::Information);
+        return;
+    }
+    auto* preview = judgmentPreview(
+        rows, judgmentColumns(cn(), items_),
+        QStringLiteral("◆%1／%2").arg(house_.global.haibun_kubun_mei, house_.global.haibun_kijun_mei), this);
+    setDefaultPointer();
+    showChild(preview);
+}
+
+}  // namespace prep

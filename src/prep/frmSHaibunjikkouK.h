@@ -1,0 +1,64 @@
+#pragma once
+#include <array>
+#include <optional>
+
+#include "criteria/criteria.h"
+#include "prep/auto_input.h"
+#include "shell/ui_screens.h"
+#include "widgets/form.h"
+
+class QHBoxLayout;
+class QRadioButton;
+
+namespace criteria {
+class CriterionPicker;
+}
+
+namespace prep {
+
+/// 自動入力: fills what the design set-up of one criterion and 算定方式 declares automatic, for everybody of
+/// the current 基準日, and lists what was found.
+class frmSHaibunjikkouK : public widgets::Form {
+    Q_OBJECT
+  public:
+    frmSHaibunjikkouK(shell::House& house, QWidget* parent);
+
+  private:
+    void makeControls();
+    QWidget* makeOptions();
+    QHBoxLayout* makeButtons();
+    void connectEvents();
+
+    void DataList1_Click();
+    void DataList2_Click();
+    void Command1_Click();
+    void Command4_Click();
+
+    void dropCriterion();
+    void showOptions(const criteria::Kijun& kijun);
+    void chooseOption(int index);
+    void tellState(bool employees, bool automatic);
+    bool refused();
+    void fill(criteria::Houshiki houshiki);
+    void allowList(bool allowed);
+    std::optional<criteria::Houshiki> chosenHoushiki() const;
+    store::Connection& cn() const;
+
+    shell::House& house_;
+    criteria::CriterionPicker* picker_;
+    QWidget* frame1_ = nullptr;
+    std::array<QRadioButton*, criteria::kHoushikiCount> option_{};
+    QLabel* label3_ = nullptr;
+    QLabel* image2_ = nullptr;
+    QLabel* image3_ = nullptr;
+    QPushButton* command1_ = nullptr;
+    QPushButton* command2_ = nullptr;
+    QPushButton* command4_ = nullptr;
+
+    /// What the guidance line says; Command1 tests it.
+    enum class State { NothingChosen, Ready, NoEmployees, NothingAutomatic };
+    State state_ = State::NothingChosen;
+    AutoItems items_;  ///< what the last run filled: the list shows these columns
+};
+
+}  // namespace prep
