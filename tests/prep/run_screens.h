@@ -55,6 +55,15 @@ class RunScreens : public RunCompany {
             if (button->isVisible() && button->isEnabled()) names << button->objectName();
         return names.join(u' ');
     }
+    /// One sign for each radio button name_0, name_1, …: "X" is set, "x" is not, "-" is hidden.
+    static QString options(QDialog& form, const QString& name = u"Option1"_s, int count = 4) {
+        QString signs;
+        for (int i = 0; i < count; ++i) {
+            const QString option = u"%1_%2"_s.arg(name).arg(i);
+            signs += !visible(form, option) ? u'-' : checked(form, option) ? u'X' : u'x';
+        }
+        return signs;
+    }
     void expectRollback() {
         driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s);
     }
