@@ -1,110 +1,76 @@
 #include "shell/frmDBSentaku.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
 #include <QFile>
-#include <QLabel>
-#include <QMainWindow>
-#include <QPushButton>
-#include <QVBoxLayout>
 
-#include "screen_driver.h"
-#include "shell/global_record.h"
+#include "shell/house_screens.h"
 #include "shell/ui_menu_form.h"
 #include "store/company_files.h"
-#include "support/company_fixture.h"
 
 namespace shell {
 namespace {
 
-using namespace support;
 using store::File;
 
-const QString kName = QStringLiteral("frmDBSentaku");
-const QString kTitle = QStringLiteral("会社指定の確認");
-const QString kConfirm = QStringLiteral("『甲社』を指定します。");
+const QString kTitle = u"会社指定の確認"_s;
+const QString kConfirm = u"『甲社』を指定します。"_s;
 
-/// frmDBSentaku over a main window, with a menu that only notes how it was shown.
-class DBSentaku : public testing::Test {
+/// frmDBSentaku with a menu that only notes how it was shown.
+class DBSentaku : public OverMain {
   protected:
     DBSentaku() {
-        company_.makeEmpty(QStringLiteral("甲社"));
-        global_.app_dir = company_.programDir();
-        house_.help = [this](const QString& screen) { helped_ << screen; };
         house_.endProcess = [this] { ended_ = true; };
-        screens_.add(QStringLiteral("frmMenu000"), [this](House&, QWidget* parent) {
-            menuParent_ = parent;
-            auto* menu = new QDialog(parent);
-            menu->setObjectName(QStringLiteral("frmMenu000"));
-            return menu;
-        });
-        main_.setObjectName(QStringLiteral("frmMain"));
-        main_.setCentralWidget(new QWidget(&main_));
-        command1_ = new QPushButton(main_.centralWidget());
-        command1_->setObjectName(QStringLiteral("Command1"));
-        main_.show();
+        addScreen(u"frmMenu000"_s);
     }
-
-    ~DBSentaku() override { QDir::setCurrent(QDir::rootPath()); }
-
     int show(ScreenDriver::Step step) {
         frmDBSentaku form(house_, &main_);
         return driver_.run(form, std::move(step));
     }
-    static void assign(QDialog& form) {
-        choose(form, QStringLiteral("List1"), 0);
-        click(form, QStringLiteral("Command2"));
+    /// 指定 of the company, which is confirmed and refused with a box.
+    void assignTold(QDialog& form, const QString& text, const QString& title,
+                    std::optional<BoxIcon> icon = {}) {
+        driver_.expectBox(kConfirm, kTitle, BoxAnswer::Yes);
+        driver_.expectBox(text, title, BoxAnswer::Ok, icon);
+        choose(form, u"List1"_s, 0);
+        click(form, u"Command2"_s);
     }
-    static void cancel(QDialog& form) { click(form, QStringLiteral("Command3")); }
-    void changeBonus(const QString& sql, const store::Binds& binds = {}) {
-        store::Connection(company_.file(File::Syouyo), store::databasePassword()).execute(sql, binds);
+    static void cancel(QDialog& form) { click(form, u"Command3"_s); }
+    /// Why the company does not open, as the files tell it.
+    QString failure() {
+        std::unique_ptr<CompanyLock> none;
+        try {
+            return openCompany(global_.app_dir, u"甲社"_s, none).link_error_text;
+        } catch (const store::Error& error) {
+            return error.text();
+        }
     }
-
-    CompanyFolder company_;
-    GlobalRecord global_;
-    ScreenRegistry screens_;
-    House house_{global_, screens_};
-    QMainWindow main_;
-    QPushButton* command1_;
-    QWidget* menuParent_ = nullptr;
-    QStringList helped_;
     bool ended_ = false;
-    ScreenDriver driver_;
 };
 
-TEST_F(DBSentaku, ShowsItsTextsAndCancels) {
+TEST_F(DBSentaku, ListsTheCompaniesAndCancels) {
     const int result = show([&](QDialog& form) {
-        EXPECT_EQ(form.windowTitle(), QStringLiteral("会社指定"));
-        EXPECT_EQ(text(form, QStringLiteral("Label1")), QStringLiteral("処理する会社を指定します。"));
-        EXPECT_EQ(text(form, QStringLiteral("Label2")),
-                  QStringLiteral("会社名を選択し、［指定］を押してください。"));
-        EXPECT_EQ(text(form, QStringLiteral("Command1")), QStringLiteral("< 戻る(&B)"));
-        EXPECT_FALSE(visible(form, QStringLiteral("Command1")));
-        EXPECT_EQ(text(form, QStringLiteral("Command2")), QStringLiteral("指定(&S)"));
-        EXPECT_EQ(text(form, QStringLiteral("Command3")), QStringLiteral("キャンセル(&C)"));
-        EXPECT_EQ(rows(form, QStringLiteral("List1")), QStringList(QStringLiteral("甲社")));
-        EXPECT_EQ(focused(form), QStringLiteral("List1"));
+        EXPECT_FALSE(visible(form, u"Command1"_s));
+        EXPECT_EQ(rows(form, u"List1"_s), QStringList(u"甲社"_s));
+        EXPECT_EQ(focused(form), u"List1"_s);
         EXPECT_EQ(QDir::current(), QDir(company_.dataDir()));
-        click(form, QStringLiteral("Command4"));
-        EXPECT_EQ(helped_, QStringList(kName));
-        driver_.expectBox(QStringLiteral("処理する会社を指定してください。"), kTitle);
-        click(form, QStringLiteral("Command2"));
+        click(form, u"Command4"_s);
+        EXPECT_EQ(helped_, QStringList(u"frmDBSentaku"_s));
+        driver_.expectBox(u"処理する会社を指定してください。"_s, kTitle);
+        click(form, u"Command2"_s);
         driver_.expectBox(kConfirm, kTitle, BoxAnswer::No);
-        assign(form);
+        choose(form, u"List1"_s, 0);
+        click(form, u"Command2"_s);
         EXPECT_TRUE(global_.panels.folder.isEmpty());
         press(form, Qt::Key_C, Qt::AltModifier);
     });
     EXPECT_EQ(result, QDialog::Rejected);
     EXPECT_EQ(global_.cn_main, nullptr);
-    EXPECT_EQ(driver_.screens(), QStringList(kName));
 }
 
 TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
     const int result = show([&](QDialog& form) {
         driver_.expectBox(kConfirm, kTitle, BoxAnswer::Yes);
-        driver_.onScreen(QStringLiteral("frmMenu000"), [&](QDialog& menu) {
-            EXPECT_EQ(menuParent_, &main_);
+        driver_.onScreen(u"frmMenu000"_s, [&](QDialog& menu) {
+            EXPECT_EQ(menu.parent(), &main_);
             EXPECT_FALSE(command1_->isVisible());
             EXPECT_TRUE(global_.link_kihon_pass);
             EXPECT_FALSE(form.isVisible()) << "unloaded before the menu shows";
@@ -116,7 +82,7 @@ TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
     });
     EXPECT_EQ(result, QDialog::Accepted);
     ASSERT_NE(global_.cn_main, nullptr);
-    EXPECT_EQ(global_.panels.folder, QStringLiteral("甲社"));
+    EXPECT_EQ(global_.panels.folder, u"甲社"_s);
     EXPECT_FALSE(global_.companyOpen()) << "the menu's load counts the company as open";
     EXPECT_FALSE(global_.link_kihon_pass || global_.link_chingin_pass);
     EXPECT_EQ(CompanyLock::acquire(company_.companyDir()), nullptr);
@@ -126,13 +92,10 @@ TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
 
 TEST_F(DBSentaku, AFailedLinkIsToldAndEndsTheProcess) {
     ASSERT_TRUE(QFile::remove(company_.file(File::Kihon)));
+    const QString expected = failure();
     show([&](QDialog& form) {
-        std::unique_ptr<CompanyLock> none;
-        const QString expected = openCompany(global_.app_dir, QStringLiteral("甲社"), none).link_error_text;
-        driver_.expectBox(kConfirm, kTitle, BoxAnswer::Yes);
-        driver_.expectBox(QStringLiteral("リンク更新できませんでした。\n") + expected,
-                          QStringLiteral("リンク更新エラー"), BoxAnswer::Ok, BoxIcon::Critical);
-        assign(form);
+        assignTold(form, u"リンク更新できませんでした。\n"_s + expected, u"リンク更新エラー"_s,
+                   BoxIcon::Critical);
         EXPECT_TRUE(ended_);
         EXPECT_EQ(global_.link_error_text, expected);
         cancel(form);
@@ -140,14 +103,14 @@ TEST_F(DBSentaku, AFailedLinkIsToldAndEndsTheProcess) {
 }
 
 TEST_F(DBSentaku, WithoutTheCompanionTheScreenStaysAndTheConnectionToo) {
-    changeBonus(QStringLiteral("INSERT INTO S基礎額設定 (設定方法) VALUES (?)"), {u"3"});
+    store::Connection(company_.file(File::Syouyo), store::databasePassword())
+        .execute(u"INSERT INTO S基礎額設定 (設定方法) VALUES ('3')"_s);
     show([&](QDialog& form) {
         for (int i = 0; i < 2; ++i) {  // a further 指定 of the same company replaces the connection
-            driver_.expectBox(kConfirm, kTitle, BoxAnswer::Yes);
-            driver_.expectBox(QStringLiteral("「甲社」は『報酬図鑑ZEN』を利用しています。\n『報酬図鑑ZEN』を"
-                                             "インストールしないと処理できません。"),
-                              QStringLiteral("処理不能"), BoxAnswer::Ok, BoxIcon::Critical);
-            assign(form);
+            assignTold(form,
+                       u"「甲社」は『報酬図鑑ZEN』を利用しています。\n『報酬図鑑ZEN』を"
+                       "インストールしないと処理できません。"_s,
+                       u"処理不能"_s, BoxIcon::Critical);
             EXPECT_TRUE(form.isVisible());
             EXPECT_NE(global_.cn_main, nullptr);
         }
@@ -155,33 +118,21 @@ TEST_F(DBSentaku, WithoutTheCompanionTheScreenStaysAndTheConnectionToo) {
         cancel(form);
     });
     EXPECT_FALSE(global_.companyOpen());
-    EXPECT_EQ(driver_.screens(), QStringList(kName));
 }
 
 TEST_F(DBSentaku, RefusesACompanyInUseAndADamagedOne) {
     auto other = CompanyLock::acquire(company_.companyDir());
     ASSERT_NE(other, nullptr);
     show([&](QDialog& form) {
-        driver_.expectBox(kConfirm, kTitle, BoxAnswer::Yes);
-        driver_.expectBox(QStringLiteral("『甲社』は、ほかの人またはほかの画面が使用しています。\n使用が終わ"
-                                         "ってから、もう一度指定してください。"),
-                          kTitle, BoxAnswer::Ok, BoxIcon::Warning);
-        assign(form);
+        assignTold(form,
+                   u"『甲社』は、ほかの人またはほかの画面が使用しています。\n使用が終わ"
+                   "ってから、もう一度指定してください。"_s,
+                   kTitle, BoxIcon::Warning);
         other.reset();
-
         QFile file(company_.file(File::Syouyo));
         ASSERT_TRUE(file.resize(file.size() / 2));
-        QString expected;
-        try {
-            std::unique_ptr<CompanyLock> none;
-            openCompany(global_.app_dir, QStringLiteral("甲社"), none);
-        } catch (const store::Error& error) {
-            expected = error.text();
-        }
-        driver_.expectBox(kConfirm, kTitle, BoxAnswer::Yes);
-        driver_.expectBox(expected, QString());
-        assign(form);
-        EXPECT_EQ(global_.panels.folder, QStringLiteral("甲社")) << "nothing already done is undone";
+        assignTold(form, failure(), QString());
+        EXPECT_EQ(global_.panels.folder, u"甲社"_s) << "nothing already done is undone";
         EXPECT_EQ(QDir::current(), QDir(company_.companyDir()));
         cancel(form);
     });
@@ -191,13 +142,11 @@ TEST_F(DBSentaku, RefusesACompanyInUseAndADamagedOne) {
 
 TEST_F(DBSentaku, AMissingDataFolderIsToldAndTheListIsEmpty) {
     ASSERT_TRUE(QDir(company_.dataDir()).removeRecursively());
-    driver_.expectBox(QStringLiteral("会社のデータを置くフォルダが見つかりません。\n") +
-                          QDir::toNativeSeparators(company_.dataDir()),
-                      QString());
+    driver_.expectBox(
+        u"会社のデータを置くフォルダが見つかりません。\n"_s + QDir::toNativeSeparators(company_.dataDir()),
+        QString());
     show([&](QDialog& form) {
-        EXPECT_TRUE(rows(form, QStringLiteral("List1")).isEmpty());
-        driver_.expectBox(QStringLiteral("処理する会社を指定してください。"), kTitle);
-        click(form, QStringLiteral("Command2"));
+        EXPECT_TRUE(rows(form, u"List1"_s).isEmpty());
         cancel(form);
     });
 }

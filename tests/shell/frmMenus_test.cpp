@@ -1,21 +1,10 @@
 #include "shell/frmMenus.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QMainWindow>
-#include <QPushButton>
-
-#include "screen_driver.h"
 #include "shell/frmMenu000.h"
-#include "shell/global_record.h"
-#include "support/company_fixture.h"
+#include "shell/house_screens.h"
 
 namespace shell {
 namespace {
-
-using namespace Qt::StringLiterals;
-using namespace support;
 
 struct NamedFlag {
     const char* name;
@@ -38,200 +27,92 @@ constexpr NamedFlag kFlags[] = {
     {"jikkou", &GlobalRecord::haibun_jikkou_mode},
 };
 
-/// What a press does: the screen it opens, and the flags that stand then when all (or none) stood before.
-struct Press {
-    const char* control;
-    const char* caption;
-    const char* screen;
-    const char* flagsFromAll;
-    const char* flagsFromNone;
-};
-struct Menu {
-    const char* name;
-    const char* caption;
-    std::vector<Press> presses;
-    const char* back;
-    const char* backCaption;
-};
-
-constexpr const char* kAll =
-    "zenin joukenn daichou taisyoku fukkatsu taisyokusya yoteisya excel kazoku kazoku_excel shikaku "
-    "shikaku_excel sekkei jikkou";
-constexpr const char* kNotSekkei =
-    "zenin joukenn daichou taisyoku fukkatsu taisyokusya yoteisya excel kazoku kazoku_excel shikaku "
-    "shikaku_excel jikkou";
-constexpr const char* kNotJikkou =
-    "zenin joukenn daichou taisyoku fukkatsu taisyokusya yoteisya excel kazoku kazoku_excel shikaku "
-    "shikaku_excel sekkei";
-constexpr const char* kNotFukkatsu =
-    "zenin joukenn daichou taisyoku taisyokusya yoteisya excel kazoku kazoku_excel shikaku shikaku_excel "
-    "sekkei jikkou";
-constexpr const char* kNotTaisyokusya =
-    "zenin joukenn daichou taisyoku fukkatsu yoteisya excel kazoku kazoku_excel shikaku shikaku_excel sekkei "
-    "jikkou";
-
-const std::vector<Menu>& menus() {
-    static const std::vector<Menu> all = {
-        {"frmMenuSSyouyo",
-         "賞与配分メニュー",
-         {{"Command1", "配分設計(&S)", "frmSHaibunSekkei", kNotJikkou, "sekkei"},
-          {"Command2", "配分実行(&G)", "frmSDatatorikomi", kNotSekkei, "jikkou"},
-          {"Command4", "年間支給額(&N)", "frmSNenkan", kAll, ""}},
-         "Command5",
-         "メニューへ戻る(&B)"},
-        {"frmMenuJinji",
-         "人事情報メニュー",
-         {{"Command1", "入力項目設定(&J)", "frmJinjiCheck", kAll, ""},
-          {"Command2", "人事情報登録(&T)", "frmMenuJinjiSub", kAll, ""},
-          {"Command4", "退職処理(&T)", "frmMenuJinjiTaisyoku", kAll, ""}},
-         "Command3",
-         "メニューへ戻る(&B)"},
-        {"frmMenuJinjiSub",
-         "人事情報登録メニュー",
-         {{"Command1", "\u3000\u3000追加・編集\u3000\u3000全員表示(&A)", "frmRireki", kAll, "zenin"},
-          {"Command2", "\u3000\u3000追加・編集\u3000\u3000条件選択(&S)", "frmJinjiSiborikomi",
-           "joukenn sekkei jikkou", "joukenn"},
-          {"Command4", "社員台帳(&R)", "frmJinjiSiborikomi", "daichou sekkei jikkou", "daichou"},
-          {"Command5", "Excel\u3000にデータを送る", "frmJinjiSiborikomi", "excel sekkei jikkou", "excel"},
-          {"Command6", "家族情報の確認", "frmJinjiSiborikomi", "kazoku sekkei jikkou", "kazoku"},
-          {"Command7", "Excel\u3000にデータを送る", "frmJinjiSiborikomi", "kazoku_excel sekkei jikkou",
-           "kazoku_excel"},
-          {"Command8", "資格・免許保有状況の確認", "frmJinjiSiborikomi", "shikaku sekkei jikkou", "shikaku"},
-          {"Command9", "Excel\u3000にデータを送る", "frmJinjiSiborikomi", "shikaku_excel sekkei jikkou",
-           "shikaku_excel"}},
-         "Command3",
-         "人事情報ﾒﾆｭｰへ戻る(&B)"},
-        {"frmMenuJinjiTaisyoku",
-         "退職処理メニュー",
-         {{"Command1", "予定者一覧(&Y)", "frmJinjiSiborikomi", "zenin yoteisya sekkei jikkou", "yoteisya"},
-          {"Command2", "退職処理(&R)", "frmJinjiSiborikomi", "zenin taisyoku sekkei jikkou", "taisyoku"},
-          {"Command3", "退職者一覧(&G)", "frmJinjiSiborikomi2", kNotFukkatsu, "taisyokusya"},
-          {"Command5", "復活処理(&F)", "frmJinjiSiborikomi2", kNotTaisyokusya, "fukkatsu"}},
-         "Command4",
-         "人事情報ﾒﾆｭｰへ戻る(&B)"},
-    };
-    return all;
-}
-
-class Menus : public testing::Test {
-  protected:
-    void fillRegistry() {
-        for (const Menu& menu : menus())
-            for (const Press& press : menu.presses) addScreen(QString::fromLatin1(press.screen));
-    }
-    void addScreen(const QString& name) {
-        screens_.add(name, [name](House&, QWidget* parent) { return new widgets::Form(name, name, parent); });
-    }
-    void setFlags(bool on) {
-        for (const NamedFlag& flag : kFlags) global_.*flag.flag = on;
-    }
-    std::string flags() const {
-        QStringList names;
-        for (const NamedFlag& flag : kFlags)
-            if (global_.*flag.flag) names << QString::fromLatin1(flag.name);
-        return names.join(u' ').toStdString();
-    }
-    GlobalRecord global_;
-    ScreenRegistry screens_;
-    QStringList helped_;
-    House house_{
-        .global = global_, .screens = screens_, .help = [this](const QString& screen) { helped_ << screen; }};
-    ScreenDriver driver_;
+/// What a press does: the screen it opens, the flag that stands then, and the flags that it takes away:
+/// "modes" are those of the personnel selection but for the one set.
+const struct {
+    const char *menu, *control, *screen, *set, *cleared;
+} kPresses[] = {
+    {"frmMenuSSyouyo", "Command1", "frmSHaibunSekkei", "sekkei", "jikkou"},
+    {"frmMenuSSyouyo", "Command2", "frmSDatatorikomi", "jikkou", "sekkei"},
+    {"frmMenuSSyouyo", "Command4", "frmSNenkan", "", ""},
+    {"frmMenuJinji", "Command1", "frmJinjiCheck", "", ""},
+    {"frmMenuJinji", "Command2", "frmMenuJinjiSub", "", ""},
+    {"frmMenuJinji", "Command4", "frmMenuJinjiTaisyoku", "", ""},
+    {"frmMenuJinjiSub", "Command1", "frmRireki", "zenin", ""},
+    {"frmMenuJinjiSub", "Command2", "frmJinjiSiborikomi", "joukenn", "zenin modes"},
+    {"frmMenuJinjiSub", "Command4", "frmJinjiSiborikomi", "daichou", "zenin modes"},
+    {"frmMenuJinjiSub", "Command5", "frmJinjiSiborikomi", "excel", "zenin modes"},
+    {"frmMenuJinjiSub", "Command6", "frmJinjiSiborikomi", "kazoku", "zenin modes"},
+    {"frmMenuJinjiSub", "Command7", "frmJinjiSiborikomi", "kazoku_excel", "zenin modes"},
+    {"frmMenuJinjiSub", "Command8", "frmJinjiSiborikomi", "shikaku", "zenin modes"},
+    {"frmMenuJinjiSub", "Command9", "frmJinjiSiborikomi", "shikaku_excel", "zenin modes"},
+    {"frmMenuJinjiTaisyoku", "Command1", "frmJinjiSiborikomi", "yoteisya", "modes"},
+    {"frmMenuJinjiTaisyoku", "Command2", "frmJinjiSiborikomi", "taisyoku", "modes"},
+    {"frmMenuJinjiTaisyoku", "Command3", "frmJinjiSiborikomi2", "taisyokusya", "fukkatsu"},
+    {"frmMenuJinjiTaisyoku", "Command5", "frmJinjiSiborikomi2", "fukkatsu", "taisyokusya"},
 };
 
-TEST_F(Menus, EachButtonBearsItsCaptionSetsItsModesAndOpensItsScreen) {
-    fillRegistry();
-    for (const Menu& menu : menus()) {
-        frmMenus form(QString::fromLatin1(menu.name), house_, nullptr);
-        EXPECT_EQ(form.windowTitle(), QString::fromUtf8(menu.caption));
+using Menus = HouseScreens;
+
+TEST_F(Menus, EachButtonSetsItsModesAndOpensItsScreen) {
+    for (const auto& p : kPresses) addScreen(QString::fromLatin1(p.screen));
+    for (const auto& p : kPresses) {
+        SCOPED_TRACE(std::string(p.menu) + p.control);
+        const QStringList cleared = QString::fromLatin1(p.cleared).split(u' ');
+        frmMenus form(QString::fromLatin1(p.menu), house_, nullptr);
         driver_.run(form, [&](QDialog& shown) {
-            for (const Press& press : menu.presses) {
-                const QString control = QString::fromLatin1(press.control);
-                EXPECT_EQ(text(shown, control), QString::fromUtf8(press.caption));
-                for (const bool before : {true, false}) {
-                    setFlags(before);
-                    driver_.onScreen(QString::fromLatin1(press.screen), [&](QDialog& child) {
-                        EXPECT_EQ(flags(), before ? press.flagsFromAll : press.flagsFromNone)
-                            << menu.name << ' ' << press.control;
-                        child.reject();
-                    });
-                    click(shown, control);
-                }
+            for (const bool before : {true, false}) {
+                for (const NamedFlag& flag : kFlags) global_.*flag.flag = before;
+                driver_.onScreen(QString::fromLatin1(p.screen), [&](QDialog& child) {
+                    for (const NamedFlag& flag : kFlags) {
+                        const QString name = QString::fromLatin1(flag.name);
+                        const bool mode = name != u"zenin" && name != u"sekkei" && name != u"jikkou";
+                        const bool gone = cleared.contains(name) || (mode && cleared.contains(u"modes"_s));
+                        EXPECT_EQ(global_.*flag.flag, name == QLatin1String(p.set) || (before && !gone))
+                            << flag.name;
+                    }
+                    child.reject();
+                });
+                click(shown, QString::fromLatin1(p.control));
             }
             click(shown, u"Command11"_s);
-            EXPECT_EQ(text(shown, QString::fromLatin1(menu.back)), QString::fromUtf8(menu.backCaption));
-            click(shown, QString::fromLatin1(menu.back));
-        });
-        EXPECT_EQ(helped_.last(), QString::fromLatin1(menu.name));
-    }
-}
-
-TEST_F(Menus, EntriesWithoutAScreenAreDisabledAndTheWayBackIsNot) {
-    for (const Menu& menu : menus()) {
-        frmMenus form(QString::fromLatin1(menu.name), house_, nullptr);
-        driver_.run(form, [&](QDialog& shown) {
-            for (const Press& press : menu.presses)
-                EXPECT_FALSE(enabled(shown, QString::fromLatin1(press.control)))
-                    << menu.name << press.control;
-            EXPECT_TRUE(enabled(shown, u"Command11"_s));
             press(shown, Qt::Key_Escape);
         });
+        EXPECT_EQ(helped_.last(), QString::fromLatin1(p.menu));
     }
 }
 
-/// frmMenu000 over a main window, with the company 甲社 open as far as its load needs it.
-class Menu000 : public Menus {
+/// frmMenu000 with the company open as far as its load needs it.
+class Menu000 : public OverMain {
   protected:
-    Menu000() : main_(new QMainWindow) {
-        company_.makeEmpty(u"甲社"_s);
-        global_.app_dir = company_.programDir();
+    Menu000() {
         global_.setFolderPanel(u"甲社"_s);
         global_.cn_main = company_.open();
-        main_->setObjectName(u"frmMain"_s);
-        main_->setCentralWidget(new QWidget(main_.get()));
-        command1_ = new QPushButton(main_->centralWidget());
-        command1_->setObjectName(u"Command1"_s);
-        main_->show();
     }
     void open(ScreenDriver::Step step) {
-        frmMenu000 menu(house_, main_.get());
+        frmMenu000 menu(house_, &main_);
         driver_.run(menu, std::move(step));
     }
-    void registerName(const store::Value& name) {
-        global_.cn_main->execute(u"UPDATE 会社テーブル SET 会社名 = ?"_s, {name});
-    }
-    CompanyFolder company_;
-    std::unique_ptr<QMainWindow> main_;
-    QPushButton* command1_ = nullptr;
 };
 
 TEST_F(Menu000, TheCompanyCountsAsOpenUnderItsRegisteredNameOrItsFolder) {
-    const QString sql = u"DELETE FROM 会社テーブル"_s;
-    registerName(u"株式会社 甲"_s);
-    open([&](QDialog& menu) {
-        EXPECT_EQ(global_.panels.company, u"株式会社 甲"_s);
-        EXPECT_FALSE(command1_->isVisible());
-        click(menu, u"Command9"_s);
-    });
-    EXPECT_TRUE(command1_->isVisible());
-    EXPECT_TRUE(global_.cn_main);
-    EXPECT_EQ(QDir::current(), QDir(global_.dataDir()));
-
-    for (const store::Value& empty : {store::Value(u""_s), store::Value()}) {
-        registerName(empty);
+    const QString named = u"UPDATE 会社テーブル SET 会社名 = "_s;
+    const std::pair<QString, QString> cases[] = {{named + u"'株式会社 甲'"_s, u"株式会社 甲"_s},
+                                                 {named + u"''"_s, u"甲社"_s},
+                                                 {named + u"NULL"_s, u"甲社"_s},
+                                                 {u"DELETE FROM 会社テーブル"_s, u"甲社"_s}};
+    for (const auto& [sql, shown] : cases) {
+        global_.cn_main->execute(sql);
+        global_.setCompanyPanel(kNoCompanyPrompt);
         open([&](QDialog& menu) {
-            EXPECT_EQ(global_.panels.company, u"甲社"_s);
+            EXPECT_EQ(global_.panels.company, shown);
+            EXPECT_FALSE(command1_->isVisible());
             menu.close();  // the box of the window closes it as 終了 does
         });
         EXPECT_TRUE(command1_->isVisible());
+        EXPECT_TRUE(global_.cn_main);
+        EXPECT_EQ(QDir::current(), QDir(global_.dataDir()));
     }
-    global_.setCompanyPanel(kNoCompanyPrompt);
-    global_.cn_main->execute(sql);
-    open([&](QDialog& menu) {
-        EXPECT_EQ(global_.panels.company, u"甲社"_s);
-        press(menu, Qt::Key_Escape);
-    });
-    QDir::setCurrent(QDir::rootPath());
 }
 
 TEST_F(Menu000, ACompanyThatCannotBeReadIsToldAndDoesNotCountAsOpen) {
@@ -246,32 +127,19 @@ TEST_F(Menu000, ACompanyThatCannotBeReadIsToldAndDoesNotCountAsOpen) {
     EXPECT_FALSE(global_.companyOpen());
 }
 
-TEST_F(Menu000, ItsButtonsBearTheirCaptionsAndOpenWhatIsBuilt) {
-    for (const QString& name : {u"frmMenuJinji"_s, u"frmMenuSSyouyo"_s, u"frmHDataPrint"_s}) addScreen(name);
-    const struct {
-        const char* control;
-        const char* caption;
-        const char* screen;  ///< none: not built
-    } buttons[] = {{"Command1", "会社情報(&P)", nullptr},
-                   {"Command2", "各種マスタ(&M)", nullptr},
-                   {"Command3", "人事情報(&J)", "frmMenuJinji"},
-                   {"Command4", "賞与配分(&S)", "frmMenuSSyouyo"},
-                   {"Command6", "配分計算", "frmHDataPrint"}};
+TEST_F(Menu000, ItsButtonsOpenWhatIsBuilt) {
+    const std::pair<QString, QString> buttons[] = {{u"Command3"_s, u"frmMenuJinji"_s},
+                                                   {u"Command4"_s, u"frmMenuSSyouyo"_s},
+                                                   {u"Command6"_s, u"frmHDataPrint"_s}};
+    for (const auto& button : buttons) addScreen(button.second);
     open([&](QDialog& menu) {
-        EXPECT_EQ(menu.windowTitle(), u"メニュー"_s);
-        EXPECT_EQ(text(menu, u"Label3"_s), u"取込日付一覧表示"_s);
-        for (const auto& button : buttons) {
-            const QString control = QString::fromLatin1(button.control);
-            EXPECT_EQ(text(menu, control), QString::fromUtf8(button.caption));
-            EXPECT_EQ(enabled(menu, control), button.screen != nullptr);
-            if (!button.screen) continue;
-            driver_.onScreen(QString::fromLatin1(button.screen), [](QDialog& child) { child.reject(); });
+        EXPECT_FALSE(enabled(menu, u"Command1"_s) || enabled(menu, u"Command2"_s));
+        for (const auto& [control, screen] : buttons) {
+            driver_.onScreen(screen, [](QDialog& child) { child.reject(); });
             click(menu, control);
         }
-        click(menu, u"Command11"_s);
-        click(menu, u"Command9"_s);
+        press(menu, Qt::Key_Escape);
     });
-    EXPECT_EQ(helped_, QStringList{u"frmMenu000"_s});
 }
 
 }  // namespace
