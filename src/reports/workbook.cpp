@@ -96,7 +96,8 @@ QString safeSheetName(const QString& wanted, const QStringList& taken) {
     QString name;
     for (const QChar c : wanted) {
         const auto at = kForbidden.indexOf(c);
-        name += at >= 0 ? kInstead[at] : c.category() == QChar::Other_Control ? QChar(u' ') : c;
+        const bool unfit = c.category() == QChar::Other_Control || c.unicode() >= 0xFFFE;
+        name += at >= 0 ? kInstead[at] : unfit ? QChar(u' ') : c;
     }
     const auto cut = [](QString text, qsizetype length) {
         if (text.size() > length) text.truncate(text[length - 1].isHighSurrogate() ? length - 1 : length);

@@ -1,6 +1,7 @@
 #include <xlsxwriter.h>
 
 #include <QFile>
+#include <QRegularExpression>
 #include <utility>
 
 #include "reports/package.h"
@@ -26,6 +27,16 @@ void check(lxw_error code) {
                     ? QStringLiteral("Excel ファイルを書き込めません。ディスクの空き容量を確認してください。")
                     : QStringLiteral("Excel のシートに書き込めない値があります。(%1)")
                           .arg(QString::fromUtf8(lxw_strerror(code))));
+}
+
+/// A text as a workbook can carry it. The writer ends a text at a NUL, and two more characters make the whole
+/// file unreadable: they become the replacement character. "_x0041_" is a sheet's way to write "A", so the
+/// underscore of a text that looks like it is written in that way itself.
+QByteArray carried(QString text) {
+    static const QRegularExpression kEscape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
+    for (QChar& c : text)
+        if (c.isNull() || c.unicode() >= 0xFFFE) c = QChar::ReplacementCharacter;
+    return text.replace(kEscape, QStringLiteral("_x005F_")).toUtf8();
 }
 
 /// A workbook that is freed on every path. close() writes the file and frees it.
@@ -67,7 +78,7 @@ void Workbook::writeCell(lxw_worksheet* sheet, int row, int column, const SheetG
     const auto r = static_cast<lxw_row_t>(row - 1);
     const auto c = static_cast<lxw_col_t>(column - 1);
     if (const auto* text = std::get_if<QString>(&cell)) {
-        check(worksheet_write_string(sheet, r, c, text->toUtf8().constData(), look));
+        check(worksheet_write_string(sheet, r, c, carried(*text).constData(), look));
     } else if (const auto* date = std::get_if<QDate>(&cell); date && date->year() < kFirstYear) {
         check(worksheet_write_string(sheet, r, c, store::formatDate(*date).toUtf8().constData(), look));
     } else if (date) {

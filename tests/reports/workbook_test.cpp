@@ -29,7 +29,7 @@ TEST(SafeSheetName, FollowsTheRulesOfSheets) {
     } cases[] = {{u"一般社員／営業"_s, u"一般社員／営業"_s},
                  {u"[a]:b*c?d/e\\f"_s, u"［a］：b＊c？d／e＼f"_s},
                  {u"'賞与'"_s, u"＇賞与＇"_s},
-                 {u" \t\n "_s, u"一覧"_s},
+                 {u" \t\n "_s + QChar(0xFFFF), u"一覧"_s},
                  {u"hiSTory"_s, u"hiSTory_"_s},
                  {a31 + u'い', a31},
                  {x30 + u"𠮷"_s, x30},  // a pair is not torn
@@ -114,7 +114,8 @@ TEST(WriteXlsx, TheCellsStandInTheFile) {
     SheetGrid grid;
     grid.setText(1, 1, u"◆一般社員／営業 <&>"_s);
     grid.setText(4, 3, u"1,234"_s);
-    grid.setText(4, 4, u"=1+1"_s);
+    // A formula stays text; an escape, a NUL and a character that no file may hold neither change nor end it.
+    grid.setText(4, 4, u"=_x0041_"_s + QChar(u'\0') + u'B' + QChar(0xFFFF));
     grid.setNumber(4, 5, 1.5);
     grid.setValue(4, 6, store::Value(QDate(1899, 4, 1)));  // before the first date of a sheet
     grid.setValue(4, 7, store::Value(QDate(2026, 4, 1)));
@@ -123,7 +124,7 @@ TEST(WriteXlsx, TheCellsStandInTheFile) {
     EXPECT_TRUE(package.part("xl/workbook.xml").contains(u"name=\"営業\""_s.toUtf8()));
     EXPECT_TRUE(package.part("xl/sharedStrings.xml")
                     .contains(u"<t>◆一般社員／営業 &lt;&amp;&gt;</t></si><si><t>1,234</t></si>"
-                              "<si><t>=1+1</t></si><si><t>1899/4/1</t>"_s.toUtf8()));
+                              "<si><t>=_x005F_x0041_\uFFFDB\uFFFD</t></si><si><t>1899/4/1</t>"_s.toUtf8()));
     const QByteArray sheet = package.part("xl/worksheets/sheet1.xml");
     for (const char* cell :
          {"<c r=\"A1\" t=\"s\"><v>0</v>", "<c r=\"C4\" t=\"s\"><v>1</v>", "<c r=\"D4\" t=\"s\"><v>2</v>",
