@@ -47,7 +47,7 @@ Control rule(const QString& name, int top, int width, Style style) {
 void addFrame(Design& design, const QString& noticeLabel,
               const QString& pageLabel = QStringLiteral("Label5")) {
     Band& header = design.band(Section::Section4);
-    header.height = 1300;
+    header.height = noticeLabel.isEmpty() ? 920 : 1300;
     header.canShrink = true;
     header.controls = {
         label(QStringLiteral("Label4"), QStringLiteral("%i"), 0, 500, design.width, Style::Title),
@@ -207,24 +207,24 @@ Design dataReportSHyou02() {
 
 /// The list of snapshots: three dates and, where the print uses it, a text.
 Design dataReportHData() {
-    constexpr int kDate = 2000;
-    constexpr int kText = 3000;
-    constexpr int kRuleWithoutText = 3 * kDate;
+    constexpr int kDates[] = {1250, 1500, 1850};
+    constexpr int kText = 4400;
+    constexpr int kRuleWithoutText = kDates[0] + kDates[1] + kDates[2];
     Design design;
-    design.width = 3 * kDate + kText;
+    design.width = kRuleWithoutText + kText;
     addFrame(design, QString());
-    const auto date = [&](const char16_t* labelName, const char16_t* heading, const char16_t* field) {
-        return ListColumn{QString::fromUtf16(labelName),
+    const auto date = [&](int number, const char16_t* heading) {
+        return ListColumn{QStringLiteral("Label%1").arg(number),
                           QString::fromUtf16(heading),
-                          QString::fromUtf16(field),
-                          kDate,
+                          QStringLiteral("Text%1").arg(number),
+                          kDates[number - 1],
                           Align::Left,
                           Format::Date};
     };
     addColumns(design,
-               {date(u"Label1", u"基準日", u"Text1"),
-                date(u"Label2", u"年齢算出年月日", u"Text2"),
-                date(u"Label3", u"勤続年数算出年月日", u"Text3"),
+               {date(1, u"基準日"),
+                date(2, u"年齢算出年月日"),
+                date(3, u"勤続年数算出年月日"),
                 {QStringLiteral("Label8"), QString(), QStringLiteral("Text5"), kText}},
                kRuleWithoutText);
     return design;
