@@ -62,6 +62,18 @@ void paintRule(QPainter& painter, const Control& control, const QRectF& box) {
                      strong ? kStrongRule : kLightRule);
 }
 
+/// A text on its one line: what would break the line or show as an empty box leaves a blank.
+QString onOneLine(QString text) {
+    text.remove(u'\r');
+    for (QChar& c : text) {
+        const QChar::Category category = c.category();
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph)
+            c = u' ';
+    }
+    return text;
+}
+
 /// An amount must never lose a digit: it is narrowed as far as it takes, where a text may be cut.
 bool mayBeCut(const Control& control) {
     return control.format != Format::Grouped;
@@ -85,8 +97,7 @@ void ReportPainter::paintText(QPainter& painter, const Control& control, const Q
                               const QString& content) const {
     if (content.isEmpty()) return;
     const Look& look = looks_[static_cast<std::size_t>(control.style)];
-    QString text = content;
-    text.replace(u'\n', u' ').remove(u'\r');
+    QString text = onOneLine(content);
     QFont font = look.font;
     const double width = look.metrics.horizontalAdvance(text);
     if (width > box.width()) {

@@ -33,14 +33,14 @@ const QStringList kColumns{u"社員Code"_s, u"氏名"_s,       u"個人別計算
                            u"金一封"_s,   u"特別加算金"_s, u"合計"_s};
 
 /// A list of `rows` employees; the amounts of the first one are the longest that the type holds, his name
-/// longer than its column.
+/// longer than its column. A line separator has crept into the other names.
 Report amounts(int rows) {
     Report report = makeReport(u"DataReportSHyou03"_s);
     report.setTitle(u"賞与支給額"_s);
     std::vector<Report::Row> data;
     for (int i = 0; i < rows; ++i) {
         const Money amount = i == 0 ? Money::fromRaw(-9223372036854775807) : Money::fromYen(100000 + i);
-        const QString name = i == 0 ? QString(80, u'長') : u"社員%1"_s.arg(i);
+        const QString name = i == 0 ? QString(80, u'長') : u"社員\u2028%1"_s.arg(i);
         data.push_back(
             {u"%1"_s.arg(i + 1, 6, 10, QChar(u'0')), name, amount, amount, amount, amount, amount});
     }
@@ -116,6 +116,7 @@ TEST(ReportPainter, EveryRowIsDrawnOnceInsideThePageAndApart) {
         // Longest amounts stay whole, a longest name is cut visibly.
         EXPECT_EQ(all.count(u"-922,337,203,685,478"_s), number == 1 ? 5 : 0);
         EXPECT_EQ(all.contains(u'…'), number == 1);
+        EXPECT_TRUE(all.contains(u"社員 "_s)) << "a name is one text";
     }
     ASSERT_EQ(codes.size(), kRows);
     EXPECT_EQ(codes.front(), u"000001"_s);
