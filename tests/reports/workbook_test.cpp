@@ -98,16 +98,6 @@ TEST_F(Session, EachSendMakesTheNextFileWithTheNewSheetInFront) {
     EXPECT_EQ(files().size(), 4);
 }
 
-TEST(ExportSession, AFolderThatCannotBeMadeIsTold) {
-    QTemporaryDir folder;
-    QFile file(folder.filePath(u"file"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ExportSession session({file.fileName() + u"/sub"_s});
-    const auto error = support::errorOf([&] { session.send({}, u"営業"_s); });
-    ASSERT_TRUE(error);
-    EXPECT_TRUE(error->text().contains(u"フォルダを作成できません。"_s)) << error->what();
-}
-
 TEST(WriteXlsx, TheCellsStandInTheFile) {
     QTemporaryDir folder;
     ExportSession session({folder.path()});
