@@ -54,7 +54,9 @@ void frmSHaibunjikkouK::makeControls() {
         keepsItsPlace(image);
         return image;
     };
-    picker_->setMarkers(marker(u"Image0", u"①"), marker(u"Image1", u"②"));
+    image1_ = marker(u"Image1", u"②");
+    picker_->setMarkers(marker(u"Image0", u"①"), image1_);
+    image1_->hide();
     image2_ = marker(u"Image2", u"③");
     image3_ = marker(u"Image3", u"④");
     auto* title = make<QLabel>(QStringLiteral("Label20"),
@@ -90,6 +92,8 @@ QWidget* frmSHaibunjikkouK::makeOptions() {
         option->hide();
     }
     row->addStretch();
+    // The line keeps its height without an option, so that the lists above do not jump.
+    frame1_->setMinimumHeight(option_[0]->sizeHint().height());
     keepsItsPlace(frame1_);
     return frame1_;
 }
@@ -141,6 +145,7 @@ void frmSHaibunjikkouK::dropCriterion() {
 void frmSHaibunjikkouK::DataList1_Click() {
     dropCriterion();
     picker_->loadKijun();
+    image1_->show();
 }
 
 void frmSHaibunjikkouK::DataList2_Click() {
@@ -196,11 +201,18 @@ bool frmSHaibunjikkouK::refused() {
     return true;
 }
 
+QString frmSHaibunjikkouK::captionOf(Houshiki houshiki) const {
+    return option_[static_cast<std::size_t>(houshiki)]->text();
+}
+
+bool frmSHaibunjikkouK::confirmed(Houshiki houshiki) {
+    return shell::ask(this, QStringLiteral("『%1』を指定します。").arg(captionOf(houshiki)),
+                      QStringLiteral("算定方式指定の確認"));
+}
+
 /// The run of the chosen 算定方式 inside the open transaction.
 void frmSHaibunjikkouK::fill(Houshiki houshiki) {
-    const QString caption = option_[static_cast<std::size_t>(houshiki)]->text();
-    shell::tell(this, QStringLiteral("『%1』を指定します。").arg(caption),
-                QStringLiteral("算定方式指定の確認"));
+    const QString caption = captionOf(houshiki);
     house_.global.santei_houshiki = criteria::houshikiCode(houshiki);
     house_.global.santei_houshiki_mei = caption;
     setHourglass();
@@ -215,9 +227,11 @@ void frmSHaibunjikkouK::Command1_Click() {
     const AutoItems before = items_;
     const bool done = shell::guarded(this, jidou_trans, [&] {
         if (refused()) return;
+        const auto houshiki = chosenHoushiki();
+        if (houshiki && !confirmed(*houshiki)) return;
         items_.clear();
         jidou_trans.begin();
-        if (const auto houshiki = chosenHoushiki()) fill(*houshiki);
+        if (houshiki) fill(*houshiki);
         jidou_trans.commit();
         allowList(true);
     });

@@ -39,9 +39,11 @@ class frmSHaibunjikkouK : public widgets::Form {
     void chooseOption(int index);
     void tellState(bool employees, bool automatic);
     bool refused();
+    bool confirmed(criteria::Houshiki houshiki);
     void fill(criteria::Houshiki houshiki);
     void allowList(bool allowed);
     std::optional<criteria::Houshiki> chosenHoushiki() const;
+    QString captionOf(criteria::Houshiki houshiki) const;
     store::Connection& cn() const;
 
     shell::House& house_;
@@ -49,6 +51,7 @@ class frmSHaibunjikkouK : public widgets::Form {
     QWidget* frame1_ = nullptr;
     std::array<QRadioButton*, criteria::kHoushikiCount> option_{};
     QLabel* label3_ = nullptr;
+    QLabel* image1_ = nullptr;
     QLabel* image2_ = nullptr;
     QLabel* image3_ = nullptr;
     QPushButton* command1_ = nullptr;

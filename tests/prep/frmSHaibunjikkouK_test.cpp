@@ -37,16 +37,8 @@ class AutoInputScreen : public RunScreens {
         return names;
     }
     void run(QDialog& form, const QString& caption) {
-        driver_.expectBox(u"『%1』を指定します。"_s.arg(caption), kChosen);
+        driver_.expectBox(u"『%1』を指定します。"_s.arg(caption), kChosen, BoxAnswer::Yes);
         clickTold(form, u"Command1"_s, u"『%1』の処理を終了しました。"_s.arg(caption), kFinished);
-    }
-    static QString options(QDialog& form) {
-        QString all;
-        for (int i = 0; i < 4; ++i) {
-            const QString name = u"Option1_%1"_s.arg(i);
-            all += !visible(form, name) ? u'-' : checked(form, name) ? u'X' : u'x';
-        }
-        return all;
     }
 };
 
@@ -141,7 +133,9 @@ TEST_F(AutoInputScreen, RollsEverythingBackWhenSomebodyIsMissing) {
     open<prep::frmSHaibunjikkouK>([&](QDialog& form) {
         pick(form, kCriteria[0]);
         const QByteArray before = dump(cn_);
-        driver_.expectBox(u"『個人別計算』を指定します。"_s, kChosen);
+        clickTold(form, u"Command1"_s, u"『個人別計算』を指定します。"_s, kChosen, BoxAnswer::No);
+        EXPECT_FALSE(enabled(form, u"Command4"_s));
+        driver_.expectBox(u"『個人別計算』を指定します。"_s, kChosen, BoxAnswer::Yes);
         expectRollback();
         click(form, u"Command1"_s);
         EXPECT_FALSE(enabled(form, u"Command4"_s));
