@@ -5,6 +5,7 @@
 #include "calc/frmSNenkan.h"
 #include "prep/frmMenuSJikkou.h"
 #include "prep/frmSDatatorikomi.h"
+#include "prep/frmSHaibunjikkouK.h"
 #include "prep/frmSJikkou01.h"
 #include "prep/frmSJikkou02.h"
 #include "prep/frmSJikkou03.h"
@@ -42,6 +43,7 @@ void addRun(shell::ScreenRegistry& screens) {
     add<prep::frmSDatatorikomi>(screens, "frmSDatatorikomi");
     add<prep::frmMenuSJikkou>(screens, "frmMenuSJikkou");
     add<prep::frmSTaisyousya>(screens, "frmSTaisyousya");
+    add<prep::frmSHaibunjikkouK>(screens, "frmSHaibunjikkouK");
     add<prep::frmSSanteishikiSub>(screens, "frmSSanteishikiSub");
     add<prep::frmSSanteishitei>(screens, "frmSSanteishitei");
     add<prep::frmSSanteishitei2>(screens, "frmSSanteishitei2");
