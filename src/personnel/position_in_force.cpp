@@ -1,5 +1,7 @@
 #include "personnel/position_in_force.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <optional>
 
 #include "shell/years.h"
@@ -49,13 +51,22 @@ void fillNen(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
     }
 }
 
+const QString kLatest = QStringLiteral(
+    "INSERT INTO IdoChuusyutsuMax SELECT 社員Code,MAX(異動日) AS MAXIdoubi "
+    "FROM 異動テーブル WHERE %1異動日 <= ? GROUP BY 社員Code");
+
 void fillMax(store::Connection& cn, QDate kijunbi) {
     cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax"));
-    cn.execute(QStringLiteral("INSERT INTO IdoChuusyutsuMax SELECT 社員Code,MAX(異動日) AS MAXIdoubi "
-                              "FROM 異動テーブル WHERE 異動日 <= ? GROUP BY 社員Code"),
-               {kijunbi});
+    cn.execute(kLatest.arg(QString()), {kijunbi});
 }
 
+void fillMaxOf(store::Connection& cn, const QStringList& codes, QDate kijunbi) {
+    cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax"));
+    cn.execute(kLatest.arg(QStringLiteral("社員Code IN (SELECT value FROM json_each(?)) AND ")),
+               {jsonArray(codes), kijunbi});
+}
+
+/// Ages and tenure with it, names without.
 void fillMax2(store::Connection& cn) {
     cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax2"));
     cn.execute(QStringLiteral(
@@ -70,7 +81,36 @@ void fillMax2(store::Connection& cn) {
         "ORDER BY M.社員Code,I.rowid,N.rowid"));
 }
 
+/// Names with it, ages and tenure without. Of several master rows of one code the first counts; that is also
+/// how a 所属小 is named, by its code alone.
+void fillMax2WithNames(store::Connection& cn) {
+    QStringList codes, nameColumns, names, masters;
+    for (const char16_t* kind : {u"社員区分", u"所属大", u"所属小", u"役職", u"職種", u"コース"}) {
+        const QString name = QString::fromUtf16(kind);
+        codes << QStringLiteral("I.") + name;
+        nameColumns << name + u'名';
+        names << QStringLiteral("%1表.%1").arg(name);
+        masters << QStringLiteral(
+                       " LEFT JOIN (SELECT Code,%1,MIN(rowid) FROM %1マスタ GROUP BY Code) AS %1表 "
+                       "ON %1表.Code = I.%1")
+                       .arg(name);
+    }
+    cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax2"));
+    cn.execute(
+        QStringLiteral("INSERT INTO IdoChuusyutsuMax2(社員Code,MAXIdoubi,社員区分,所属大,所属小,役職,職種,"
+                       "コース,等級,号俸,評語,%1) "
+                       "SELECT M.社員Code,M.MAXIdoubi,%2,I.等級,I.号俸,I.評語,%3 "
+                       "FROM IdoChuusyutsuMax AS M "
+                       "INNER JOIN 異動テーブル AS I ON I.社員Code = M.社員Code AND I.異動日 = M.MAXIdoubi"
+                       "%4 ORDER BY M.社員Code,I.rowid")
+            .arg(nameColumns.join(u','), codes.join(u','), names.join(u','), masters.join(QString())));
+}
+
 }  // namespace
+
+QString jsonArray(const QStringList& texts) {
+    return QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(texts)).toJson(QJsonDocument::Compact));
+}
 
 void SelectIntoY(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
     JoinedTransaction transaction(cn);
@@ -84,6 +124,17 @@ void SelectIntoX(store::Connection& cn, const PositionDates& dates, WhoCounts wh
     fillMax(cn, dates.kijunbi);
     fillMax2(cn);
     transaction.commit();
+}
+
+void SelectIntoZ(store::Connection& cn, const QStringList& codes, QDate kijunbi) {
+    JoinedTransaction transaction(cn);
+    fillMaxOf(cn, codes, kijunbi);
+    fillMax2WithNames(cn);
+    transaction.commit();
+}
+
+void SelectIntoZZ(store::Connection& cn, const QString& code, QDate kijunbi) {
+    SelectIntoZ(cn, {code}, kijunbi);
 }
 
 }  // namespace personnel

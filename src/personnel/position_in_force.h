@@ -1,5 +1,7 @@
 #pragma once
 #include <QDate>
+#include <QString>
+#include <QStringList>
 
 #include "store/connection.h"
 
@@ -32,5 +34,15 @@ void SelectIntoY(store::Connection& cn, const PositionDates& dates, WhoCounts wh
 /// transfer up to the date is in the first table only; two transfers on one latest date give two rows. A
 /// failure leaves all three tables as they were.
 void SelectIntoX(store::Connection& cn, const PositionDates& dates, WhoCounts who);
+
+/// For lists and sheets: IdoChuusyutsuMax and IdoChuusyutsuMax2 of these people only, whoever they are, with
+/// the display names of their position and without ages; IdoChuusyutsuNen stays. A code without a master row
+/// leaves its name empty; a 所属小 is named by its code alone.
+void SelectIntoZ(store::Connection& cn, const QStringList& codes, QDate kijunbi);
+/// The same of one person.
+void SelectIntoZZ(store::Connection& cn, const QString& code, QDate kijunbi);
+
+/// Texts as one parameter of a statement that reads them by json_each.
+QString jsonArray(const QStringList& texts);
 
 }  // namespace personnel

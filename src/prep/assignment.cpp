@@ -1,17 +1,10 @@
 #include "prep/assignment.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-
+#include "personnel/position_in_force.h"
 #include "prep/snapshot.h"
 
 namespace prep {
 namespace {
-
-/// A list of codes as one bound value; json_each opens it in a statement.
-QString asJson(const QStringList& codes) {
-    return QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(codes)).toJson(QJsonDocument::Compact));
-}
 
 /// Of several rows of a person (two transfers on one day) the first one shows.
 const QString kAssigneeSql = QStringLiteral(
@@ -54,7 +47,7 @@ std::vector<Assignee> assignees(store::Connection& cn, QDate kijunbi) {
 
 void assign(store::Connection& cn, QDate kijunbi, const QStringList& syainCodes,
             const Assignment& assignment) {
-    const QString codes = asJson(syainCodes);
+    const QString codes = personnel::jsonArray(syainCodes);
     for (const char16_t* table : {u"S実行個人別計算", u"S実行個人別計算決定", u"S実行総額配分",
                                   u"S実行総額配分決定", u"S配分基準対応社員"})
         cn.execute(
