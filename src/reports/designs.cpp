@@ -230,12 +230,99 @@ Design dataReportHData() {
     return design;
 }
 
+/// A text, its heading and its width in a list of people. Heading labels are numbered past those of the other
+/// bands.
+struct PersonColumn {
+    int text;
+    int label;
+    const char16_t* heading;
+    int width;
+    Format format = Format::Plain;
+};
+
+Design personList(Paper paper, const std::vector<PersonColumn>& columns, const QString& pageLabel) {
+    Design design;
+    design.paper = paper;
+    std::vector<ListColumn> list;
+    for (const PersonColumn& column : columns) {
+        list.push_back({QStringLiteral("Label%1").arg(column.label), QString::fromUtf16(column.heading),
+                        QStringLiteral("Text%1").arg(column.text), column.width, Align::Left, column.format});
+        design.width += column.width;
+    }
+    addFrame(design, QString(), pageLabel);
+    addColumns(design, list, design.width);
+    return design;
+}
+
+/// The staff register: who, born and joined (or left) when, and the position in force, over a line with the
+/// date on every page.
+Design dataReportJShain() {
+    constexpr int kName = 1650;
+    constexpr int kDate = 1150;
+    constexpr int kPosition = 1366;
+    Design design = personList(Paper::A4Landscape,
+                               {{1, 1, u"社員Code", 800},
+                                {3, 3, u"氏名", kName},
+                                {2, 2, u"フリガナ", kName},
+                                {11, 12, u"性別", 520},
+                                {4, 5, u"生年月日", kDate, Format::Date},
+                                {5, 6, u"入社日", kDate, Format::Date},
+                                {6, 7, u"社員区分", kPosition},
+                                {12, 13, u"所属大", kPosition},
+                                {9, 10, u"所属小", kPosition},
+                                {7, 8, u"役職", kPosition},
+                                {8, 9, u"職種", kPosition},
+                                {10, 11, u"コース", kPosition}},
+                               QStringLiteral("Label14"));
+    std::vector<Control>& header = design.band(Section::Section4).controls;
+    header.back().name = QStringLiteral("Label15");
+    header.push_back(header.back());
+    header.back().name = QStringLiteral("Label16");
+    header.back().align = Align::Right;
+    std::vector<Control>& footer = design.band(Section::Section3).controls;
+    footer.push_back(footer.back());
+    footer.back().name = QStringLiteral("Label17");
+    footer.back().caption.clear();
+    footer.back().align = Align::Left;
+    return design;
+}
+
+/// Families, a line a relative.
+Design dataReportJkazoku() {
+    return personList(Paper::A4Landscape,
+                      {{1, 1, u"社員Code", 1000},
+                       {6, 8, u"氏名", 2200},
+                       {7, 9, u"家族氏名", 2200},
+                       {2, 2, u"フリガナ", 2200},
+                       {3, 3, u"続柄", 1700},
+                       {10, 12, u"性別", 800},
+                       {4, 7, u"生年月日", 1300, Format::Date},
+                       {8, 10, u"扶養", 1000},
+                       {5, 13, u"同居", 900},
+                       {9, 11, u"障害", 900}},
+                      QStringLiteral("Label5"));
+}
+
+/// Qualifications, a line each.
+Design dataReportJshikaku() {
+    return personList(Paper::A4Portrait,
+                      {{1, 1, u"社員Code", 1100},
+                       {2, 2, u"氏名", 2500},
+                       {3, 3, u"資格・免許", 3106},
+                       {4, 7, u"業務必要性", 1600},
+                       {5, 8, u"取得年月日", 1900, Format::Date}},
+                      QStringLiteral("Label5"));
+}
+
 using Maker = Design (*)();
 const QHash<QString, Maker>& makers() {
     static const QHash<QString, Maker> table = {{QStringLiteral("DataReportSHyou01"), dataReportSHyou01},
                                                 {QStringLiteral("DataReportSHyou02"), dataReportSHyou02},
                                                 {QStringLiteral("DataReportSHyou03"), dataReportSHyou03},
-                                                {QStringLiteral("DataReportHData"), dataReportHData}};
+                                                {QStringLiteral("DataReportHData"), dataReportHData},
+                                                {QStringLiteral("DataReportJShain"), dataReportJShain},
+                                                {QStringLiteral("DataReportJkazoku"), dataReportJkazoku},
+                                                {QStringLiteral("DataReportJshikaku"), dataReportJshikaku}};
     return table;
 }
 
