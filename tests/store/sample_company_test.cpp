@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFileInfo>
 #include <QTemporaryDir>
 #include <array>
 
@@ -118,9 +117,8 @@ TEST_F(SampleCompany, NamesAndAddressesFitTheirFields) {
 TEST_F(SampleCompany, TheNamedPeopleHaveTheirStories) {
     const std::vector<std::pair<const char16_t*, std::array<int, sample::kDates>>> stories{
         {People::kRetiredOnFirstDate, {1, 0, 0}}, {People::kRetiredBeforeFirst, {0, 0, 0}},
-        {People::kRetiredBetween, {1, 0, 0}},     {People::kFutureTransfer, {1, 1, 1}},
         {People::kJoinedAfterLastRun, {0, 0, 0}}, {People::kWithoutTransfer, {0, 0, 0}},
-        {People::kJoinedBetween, {0, 1, 1}},      {People::kPromoted, {1, 1, 1}}};
+        {People::kJoinedBetween, {0, 1, 1}},      {People::kFutureTransfer, {1, 1, 1}}};
     const QString rowsAt = u"S配分基準対応社員 WHERE 社員Code = ? AND 基準日 = ?"_s;
     for (const auto& [code, rows] : stories)
         for (int date = 0; date < sample::kDates; ++date)
@@ -130,9 +128,6 @@ TEST_F(SampleCompany, TheNamedPeopleHaveTheirStories) {
     EXPECT_EQ(count(u"異動テーブル WHERE 異動日 > ? AND 社員Code = ?"_s, {newest, People::kFutureTransfer}),
               1);
     EXPECT_EQ(count(u"異動テーブル WHERE 社員Code = ?"_s, {People::kWithoutTransfer}), 0);
-    const QString carried =
-        u"IdoChuusyutsuMax2 m JOIN S配分基準対応社員 s USING(社員Code) WHERE 社員Code = ? AND m.役職 = '03' AND s.配分基準 = '01' AND s.基準日 = ?"_s;
-    EXPECT_EQ(count(carried, {People::kPromoted, newest}), 1);
     const QString members = u"S配分基準対応社員 WHERE 基準日 = ? AND 配分区分 = ? AND 配分基準 = ?"_s;
     for (const sample::Criterion& c : sample::kCriteria)
         EXPECT_GE(count(members, {newest, c.kubun, c.kijun}), 5);
@@ -189,29 +184,6 @@ TEST(SampleCompanyMaking, ReplacesOnlyWhenAskedAndLeavesNothingBeside) {
     const auto all = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden;
     EXPECT_EQ(QDir(root.path()).entryList(all), QStringList{u"Data"_s});
     EXPECT_EQ(QDir(options.dataDir).entryList(all), QStringList{options.company});
-}
-
-TEST(SampleCompanyMaking, OtherSizesAndKinds) {
-    const auto wageRows = u"SELECT count(*) FROM S基礎額設定 WHERE 設定方法 = '3'"_s;
-    CompanyFolder large, bench;
-    large.makeSample({.dataDir = {}, .employees = 2000});
-    const auto many = large.open();
-    EXPECT_EQ(scalar(*many, u"SELECT count(*) FROM 履歴書テーブル"_s), 2000);
-    EXPECT_GT(scalar(*many, u"SELECT count(*) FROM S実行個人別計算決定"_s), 2000);
-    EXPECT_GT(scalar(*many, wageRows), 0);
-
-    bench.makeSample({.dataDir = {},
-                      .employees = 300,
-                      .companions = false,
-                      .earlierRuns = false,
-                      .spread = sample::Spread::OneCriterion});
-    const auto one = bench.open();
-    const QString run =
-        u"SELECT count(*) FROM S実行個人別計算 WHERE 基準日 = ? AND 配分区分 || 配分基準 = '0101'"_s;
-    EXPECT_EQ(scalar(*one, run, {sample::newestKijunbi()}), 300);
-    EXPECT_EQ(scalar(*one, u"SELECT count(*) FROM S配分基準対応社員"_s), 300);
-    EXPECT_EQ(scalar(*one, wageRows), 0);
-    EXPECT_FALSE(QFileInfo::exists(bench.file(store::File::Chingin)));
 }
 
 }  // namespace
