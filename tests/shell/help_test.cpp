@@ -2,54 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QSet>
-#include <QTemporaryDir>
 
 namespace shell {
 namespace {
 
 using namespace Qt::StringLiterals;
 using enum HelpFile;
-
-/// Notes what the rule asks of the windows: "-M" closes, "M7500" shows a topic, "M!" the start page.
-class Noted : public HelpWindows {
-  public:
-    void closeAll(HelpFile file) override { steps << u"-"_s + letter(file); }
-    void showTopic(HelpFile file, int number) override { steps << letter(file) + QString::number(number); }
-    void showStartPage(HelpFile file) override { steps << letter(file) + u'!'; }
-    QString taken() { return std::exchange(steps, {}).join(u' '); }
-    QStringList steps;
-
-  private:
-    static QString letter(HelpFile file) { return u"MJSHC"_s.mid(int(file), 1); }
-};
-
-TEST(Help, AnotherAreaClosesTheOtherBooksInOrderTheSameAreaNone) {
-    QTemporaryDir program;
-    Noted windows;
-    QString bunya;
-    const struct {
-        HelpFile target;
-        std::optional<int> topic;
-        const char* steps;
-        const char16_t* bunya;
-    } cases[] = {
-        {Shelp, 7001, "-M -J -H -C S7001", u"syo"}, {Shelp, 7004, "S7004", u"syo"},
-        {Jhelp, 3, "-M -S -H -C J3", u"jin"},       {Jhelp, {}, "J!", u"jin"},
-        {Mhelp, {}, "-J -S -H -C M!", u"menu"},     {Mhelp, 1000, "M1000", u"menu"},
-        {Shelp, {}, "-M -J -H -C S!", u"syo"},
-    };
-    for (const auto& c : cases) {
-        help_bunya(bunya, program.path(), c.target, c.topic, windows);
-        EXPECT_EQ(windows.taken(), QString::fromLatin1(c.steps));
-        EXPECT_EQ(bunya, QString::fromUtf16(c.bunya));
-    }
-    EXPECT_EQ(QDir::current(), QDir(program.path()));
-    closeEveryHelp(windows);
-    EXPECT_EQ(windows.taken(), u"-H -C -M -J -S"_s);
-    QDir::setCurrent(QDir::rootPath());
-}
 
 TEST(Help, EachScreenHasOneTopicAndEachTopicOneScreen) {
     QSet<QString> screens;
