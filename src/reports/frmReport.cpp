@@ -159,6 +159,7 @@ void frmReport::stepZoom(int direction) {
 
 bool frmReport::printOn(QPagedPaintDevice& device, int first, int last) {
     QProgressDialog progress(tr("ページを出力しています。"), tr("中止"), 0, last - first + 1, this);
+    progress.setWindowTitle(windowTitle());
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(kProgressAfterMs);
     const bool done = painter_.print(device, first, last, [&progress](int pages) {
