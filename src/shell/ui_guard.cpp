@@ -42,6 +42,8 @@ void FormTransaction::begin() {
     nested_ = cn_.inTransaction();
     if (nested_)
         cn_.execute(kSavepoint);
+    else if (reserve_ == Reserve::AsWritten)
+        cn_.executeScript(QStringLiteral("BEGIN"));
     else
         cn_.beginTrans();
     open_ = true;

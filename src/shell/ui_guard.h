@@ -10,7 +10,12 @@ namespace shell {
 /// a transaction open already, this one nests in it: a rollback takes back this form's own work only.
 class FormTransaction {
   public:
-    explicit FormTransaction(store::Connection& cn) : cn_(cn) {}
+    enum class Reserve {
+        AllFiles,   ///< from the beginning
+        AsWritten,  ///< each file when it is first written: the others stay open to connections of their own
+    };
+    explicit FormTransaction(store::Connection& cn, Reserve reserve = Reserve::AllFiles)
+        : cn_(cn), reserve_(reserve) {}
     void begin();   ///< BeginTrans, flag True
     void commit();  ///< CommitTrans, flag False
     bool open() const { return open_; }
@@ -18,6 +23,7 @@ class FormTransaction {
 
   private:
     store::Connection& cn_;
+    Reserve reserve_;
     bool open_ = false;
     bool nested_ = false;
 };

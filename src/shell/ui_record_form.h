@@ -48,13 +48,13 @@ namespace shell {
 ///         void rowGoes() override { /* what goes with the row; runs in the transaction */ }
 ///     };
 ///
-/// Order of an update: the checks of all entered fields, checkUpdate(), BeginTrans, keyRenamed() (Editing,
-/// key changed), the fields into the row, rowWritten() (all states), the row into the table, afterRow(),
-/// CommitTrans, then updated(). Of a removal: mayRemove(), confirmRemoval(), BeginTrans, rowGoes(), the row,
-/// CommitTrans, then removed(). A failure inside is told as "取消" and rolled back; the form stays in its
-/// state with everything that was typed. The transaction reserves the files as it writes them, so that a
-/// companion's file can be written by a connection of its own meanwhile: nothing in it may read a table of
-/// the wage file through cn_main.
+/// Order of an update: checkRequired(), the checks of all entered fields, checkUpdate(), BeginTrans,
+/// keyRenamed() (Editing, key changed), the fields into the row, rowWritten() (all states), the row into the
+/// table, afterRow(), CommitTrans, then updated(): the row that was shown before is shown again. Of a
+/// removal: mayRemove(), confirmRemoval(), BeginTrans, rowGoes(), the row, CommitTrans, then removed(). A
+/// failure inside is told as "取消" and rolled back; the form stays in its state with everything that was
+/// typed. The transaction reserves the files as it writes them, so that a companion's file can be written by
+/// a connection of its own meanwhile: nothing in it may read a table of the wage file through cn_main.
 class RecordForm : public widgets::Form {
     Q_OBJECT
   public:
@@ -76,8 +76,10 @@ class RecordForm : public widgets::Form {
     virtual bool mayAdd() const { return true; }
     /// Before the transaction, after the checks of the fields (which run in the order of binding).
     virtual bool checkUpdate() { return true; }
-    /// Which entered key is empty although there are rows is told before all other checks; with no row an
-    /// empty first field stops silently. `caption` is the key's word in the message.
+    /// What an update asks before all other checks, told or silent. An empty first field (where it is a text
+    /// box on the key) is told as "未入力は許されません。･･･<keyCaption>", and passed over in silence while
+    /// there are no rows.
+    virtual bool checkRequired();
     virtual QString keyCaption() const { return keyColumns().first(); }
     virtual void keyRenamed() {}
     /// The row has its fields; what no control is bound to (社員Code, 退職フラグ of a new row) is set here.
@@ -93,6 +95,8 @@ class RecordForm : public widgets::Form {
     virtual void rowsRead() {}      ///< the rows were read anew: companions' rows are read here
     virtual void rowShown() {}      ///< the fields show another row (or none): age, subordinate commands
     virtual void stateChanged() {}  ///< after every change of state and at opening
+    /// Keys that the focused control has for itself in Browse: Home and End in an editable text box.
+    virtual bool keepsKey(const QWidget* focused, int key) const;
     /// The text of a cell of DataGrid1; the row's value unless overridden. `row` counts from 0.
     virtual QString gridText(int row, int column) const;
 
@@ -130,15 +134,16 @@ class RecordForm : public widgets::Form {
 
     bool hasRows() const { return rows_ && rows_->recordCount() > 0; }
     const store::Recordset& rows() const { return *rows_; }  ///< after openRecords() without failure
-    int row() const { return row_; }                         ///< from 0; -1 for none
-    void goTo(int row);                                      ///< Browse only
+    int rowCount() const;
+    int row() const { return row_; }  ///< from 0; -1 for none
+    void goTo(int row);               ///< Browse only
     /// What the shown row holds in the table, whatever is typed meanwhile: old_code, old_name, old_idoubi. In
     /// Adding empty.
     QString oldText(const QString& column) const;
     /// Tells and answers false, for checks.
     bool refuse(const QString& text, const QString& title = QStringLiteral("入力エラー"));
     FormTransaction& transaction() { return transaction_; }
-    store::Connection& cn() { return *house_.global.cn_main; }
+    store::Connection& cn();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -148,12 +153,13 @@ class RecordForm : public widgets::Form {
 
   private:
     struct Bound {
-        QWidget* control;
-        QString column;
-        std::function<QString()> read;
-        std::function<void(const QString&)> write;
-        std::function<void(bool)> lock;
-        Check check;
+        QWidget* control = nullptr;
+        QString column = {};
+        std::function<QString()> read = {};
+        std::function<void(const QString&)> write = {};
+        std::function<void(bool)> lock = {};
+        Check check = {};
+        QString fresh = {};  ///< of a new row
         bool entered = true;
     };
     void add(Bound bound);
@@ -162,20 +168,21 @@ class RecordForm : public widgets::Form {
     void cmdUpdate();
     void cmdCancel();
     void cmdDelete();
-    void move(int to, bool beyond);
+    void step(int by);
     bool passesChecks();
-    bool keyIsFilled();
+    bool keyDiffers() const;
     void writeRow();
-    void removeRow();
+    void forgetWrite();
     void set_buttons(bool browse);
     void setState(State state);
-    void enableByRows();
+    void focusInBrowse();
     void showRow();
+    void showList();
     void readRows();
     void standOn(const QStringList& key, int otherwise);
     QStringList keyOf(int row) const;
     QString shownText(const Bound& bound) const;
-    bool takesKey(int key, Qt::KeyboardModifiers modifiers);
+    bool takesKey(int key, bool control);
 
     std::vector<Bound> bound_;
     std::optional<store::Recordset> rows_;

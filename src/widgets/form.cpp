@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QHash>
 #include <QKeyEvent>
 #include <QLabel>
@@ -82,7 +83,7 @@ class Form::Watch : public QObject {
   public:
     explicit Watch(Form& form) : form_(form) {}
 
-    void add(QLineEdit* edit, std::function<bool()> check, const QList<QPushButton*>& exempt);
+    void add(QWidget* control, std::function<bool()> check, const QList<QPushButton*>& exempt);
     /// May the focus leave for `target` (null: wherever)? Runs the check of the focused edit unless `target`
     /// is exempt.
     bool mayLeaveFor(QWidget* target);
@@ -92,14 +93,15 @@ class Form::Watch : public QObject {
 
   private:
     struct Check {
-        QLineEdit* edit;
+        QWidget* control;
         std::function<bool()> run;
         QList<QPushButton*> exempt;
         bool running = false;
         bool passed = false;  // judged for the move under way; forgotten when it happened or the text changes
 
         bool counts() const {
-            return !running && edit->isEnabled() && edit->isVisible() && !edit->isReadOnly();
+            const auto* edit = qobject_cast<QLineEdit*>(control);
+            return !running && control->isEnabled() && control->isVisible() && !(edit && edit->isReadOnly());
         }
         bool exempts(QWidget* w) const {
             auto* button = qobject_cast<QPushButton*>(w);
@@ -127,12 +129,15 @@ class Form::Watch : public QObject {
     bool pressRefused_ = false;  // the focus change of a press was refused, the press itself is still to come
 };
 
-void Form::Watch::add(QLineEdit* edit, std::function<bool()> check, const QList<QPushButton*>& exempt) {
-    auto entry = std::make_shared<Check>(Check{edit, std::move(check), exempt});
-    QWidget* const holder = edit->focusProxy() ? edit->focusProxy() : edit;
+void Form::Watch::add(QWidget* control, std::function<bool()> check, const QList<QPushButton*>& exempt) {
+    auto entry = std::make_shared<Check>(Check{control, std::move(check), exempt});
+    QWidget* const holder = control->focusProxy() ? control->focusProxy() : control;
     checks_.insert(holder, entry);
-    connect(edit, &QLineEdit::textChanged, this, [entry] { entry->passed = false; });
-    connect(edit, &QObject::destroyed, this, [this, holder] { checks_.remove(holder); });
+    const auto forget = [entry] { entry->passed = false; };
+    if (auto* edit = qobject_cast<QLineEdit*>(control)) connect(edit, &QLineEdit::textChanged, this, forget);
+    if (auto* combo = qobject_cast<QComboBox*>(control))
+        connect(combo, &QComboBox::currentTextChanged, this, forget);
+    connect(control, &QObject::destroyed, this, [this, holder] { checks_.remove(holder); });
 }
 
 bool Form::Watch::mayLeaveFor(QWidget* target) {
@@ -317,8 +322,8 @@ void Form::moveOn(QWidget* from) {
     if (focusWidget() == from) focusNextPrevChild(true);  // unless the check itself has moved the focus
 }
 
-void Form::validateOnLeave(QLineEdit* edit, std::function<bool()> check, QList<QPushButton*> exempt) {
-    watch_->add(edit, std::move(check), exempt);
+void Form::validateOnLeave(QWidget* control, std::function<bool()> check, QList<QPushButton*> exempt) {
+    watch_->add(control, std::move(check), exempt);
 }
 
 bool Form::passesLeaveCheck() {

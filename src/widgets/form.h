@@ -46,12 +46,13 @@ class Form : public QDialog {
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
-    /// A validation run when the user leaves a line edit (Tab, mouse, mnemonic) and on Enter: false keeps the
-    /// focus in it (the routine has shown its box), and what the user wanted to press is not pressed. Buttons
-    /// listed in `exempt` (close, cancel) may be pressed without passing it. It does not run when another
-    /// window or program comes to the front, when the form closes, when code moves the focus, or while the
-    /// edit is read-only, disabled or hidden. The edit of a combo box counts while its box has the focus.
-    void validateOnLeave(QLineEdit* edit, std::function<bool()> check, QList<QPushButton*> exempt = {});
+    /// A validation run when the user leaves a line edit or a combo (Tab, mouse, mnemonic) and on Enter:
+    /// false keeps the focus in it (the routine has shown its box), and what the user wanted to press is not
+    /// pressed. Buttons listed in `exempt` (close, cancel) may be pressed without passing it. It does not run
+    /// when another window or program comes to the front, when the form closes, when code moves the focus, or
+    /// while the control is read-only, disabled or hidden. The edit of a combo box counts while its box has
+    /// the focus.
+    void validateOnLeave(QWidget* control, std::function<bool()> check, QList<QPushButton*> exempt = {});
     /// Runs the check of the edit that has the focus, if any: for actions that are reached by other ways
     /// (function keys).
     bool passesLeaveCheck();

@@ -45,9 +45,14 @@ QColor borderOf(const QStyleOption* option) {
                : mix(palette.color(QPalette::Mid), palette.color(QPalette::Window), 0.5);
 }
 
-void drawField(const QStyleOption* option, QPainter* painter, bool readOnly) {
+bool isTrue(const QWidget* widget, const char* property) {
+    return widget && widget->property(property).toBool();
+}
+
+void drawField(const QStyleOption* option, QPainter* painter, const QWidget* widget, bool readOnly) {
     const bool enabled = has(option, QStyle::State_Enabled);
-    const QColor fill = option->palette.color(enabled && !readOnly ? QPalette::Base : QPalette::Window);
+    QColor fill = option->palette.color(enabled && !readOnly ? QPalette::Base : QPalette::Window);
+    if (isTrue(widget, kNotEnteredProperty)) fill = QColor(kNotEnteredFill);
     if (enabled && has(option, QStyle::State_HasFocus))
         drawBox(painter, option->rect, fill, accentColor(), 2);
     else
@@ -156,7 +161,7 @@ void MintStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         case PE_PanelLineEdit: {
             const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
             if (frame && frame->lineWidth <= 0) break;  // inside a combo or spin box
-            drawField(option, painter, has(option, State_ReadOnly));
+            drawField(option, painter, widget, has(option, State_ReadOnly));
             return;
         }
         case PE_FrameLineEdit:
@@ -210,7 +215,9 @@ void MintStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         return;
     }
-    drawField(option, painter, false);
+    const bool locked = isTrue(widget, kLockedProperty);
+    drawField(option, painter, widget, locked);
+    if (locked) return;
     const auto part = [&](SubControl sub) { return subControlRect(control, option, sub, widget); };
     if (combo) {
         drawChevron(option, painter, part(SC_ComboBoxArrow), 1);

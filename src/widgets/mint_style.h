@@ -6,6 +6,11 @@ namespace widgets {
 /// The names of the roles that a control can bear (dynamic properties).
 inline constexpr char kRoleProperty[] = "mintRole";  ///< of a button: "primary" or "danger"
 inline constexpr char kToneProperty[] = "mintTone";  ///< of a label
+/// States of a field, true or false: a combo that only shows, and a field that the company does not enter.
+inline constexpr char kLockedProperty[] = "mintLocked";
+inline constexpr char kNotEnteredProperty[] = "mintNotEntered";
+inline constexpr unsigned kNotEnteredFill = 0xffc0c0c0;
+inline constexpr unsigned kNotEnteredText = 0xff26241f;
 
 /// Fusion with flat surfaces, rounded fields and the accent as focus ring. Colours come from the palette,
 /// sizes from the font, so a larger font enlarges everything.

@@ -22,4 +22,7 @@ struct RecordBar {
     void setBrowse(bool browse);
 };
 
+/// An item that the company does not enter: grey, whatever scheme is installed.
+void setNotEntered(QWidget* control, bool notEntered);
+
 }  // namespace widgets

@@ -1,0 +1,486 @@
+#include "shell/ui_record_form.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <algorithm>
+
+#include "shell/global_record.h"
+#include "shell/ui_box.h"
+#include "widgets/layout.h"
+#include "widgets/theme.h"
+
+namespace shell {
+namespace {
+
+bool isEditable(const QWidget* control) {
+    const auto* edit = qobject_cast<const QLineEdit*>(control);
+    return edit && !edit->isReadOnly();
+}
+
+}  // namespace
+
+RecordForm::RecordForm(const QString& name, const QString& caption, House& house, QWidget* parent)
+    : Form(name, caption, parent),
+      house_(house),
+      transaction_(*house.global.cn_main, FormTransaction::Reserve::AsWritten),
+      bar_(this) {
+    const auto on = [this](QPushButton* button, void (RecordForm::*command)()) {
+        connect(button, &QPushButton::clicked, this, command);
+    };
+    on(bar_.add, &RecordForm::cmdAdd);
+    on(bar_.edit, &RecordForm::cmdEdit);
+    on(bar_.update, &RecordForm::cmdUpdate);
+    on(bar_.cancel, &RecordForm::cmdCancel);
+    on(bar_.remove, &RecordForm::cmdDelete);
+    connect(bar_.close, &QPushButton::clicked, this, [this] { reject(); });
+    connect(bar_.first, &QPushButton::clicked, this, [this] { goTo(0); });
+    connect(bar_.previous, &QPushButton::clicked, this, [this] { step(-1); });
+    connect(bar_.next, &QPushButton::clicked, this, [this] { step(+1); });
+    connect(bar_.last, &QPushButton::clicked, this, [this] { goTo(rowCount() - 1); });
+    setCancelButton(bar_.close);
+}
+
+// ---- binding and layout
+
+void RecordForm::add(Bound bound) {
+    if (bound.check) {
+        // A check may look into the tables: a failure is told, and the field is not left.
+        bound.check = [this, check = std::move(bound.check)] {
+            bool passed = false;
+            return guarded(this, [&] { passed = check(); }) && passed;
+        };
+        validateOnLeave(bound.control, bound.check, {bar_.cancel});
+    }
+    bound.lock(true);
+    bound_.push_back(std::move(bound));
+}
+
+void RecordForm::bind(QLineEdit* edit, const QString& column, Check check) {
+    add({.control = edit,
+         .column = column,
+         .read = [edit] { return edit->text(); },
+         .write = [edit](const QString& text) { edit->setText(text); },
+         .lock = [edit](bool locked) { edit->setReadOnly(locked); },
+         .check = std::move(check)});
+}
+
+void RecordForm::bind(widgets::CodeCombo* combo, const QString& column, Check check) {
+    add({.control = combo,
+         .column = column,
+         .read = [combo] { return combo->code(); },
+         .write = [combo](const QString& code) { combo->setCode(code); },
+         .lock = [combo](bool locked) { combo->setLocked(locked); },
+         .check = std::move(check)});
+}
+
+void RecordForm::bind(widgets::OptionRow* options, const QString& column) {
+    add({.control = options,
+         .column = column,
+         .read = [options] { return options->code(); },
+         .write = [options](const QString& code) { options->setCode(code); },
+         .lock = [options](bool locked) { options->setLocked(locked); },
+         .fresh = QStringLiteral("1")});
+}
+
+void RecordForm::setEntered(QWidget* control, bool entered) {
+    for (Bound& bound : bound_) {
+        if (bound.control != control) continue;
+        bound.entered = entered;
+        bound.lock(!entered || state_ == State::Browse);
+    }
+    widgets::setNotEntered(control, !entered);
+}
+
+bool RecordForm::isEntered(const QWidget* control) const {
+    return std::all_of(bound_.begin(), bound_.end(),
+                       [&](const Bound& bound) { return bound.control != control || bound.entered; });
+}
+
+widgets::Table* RecordForm::setGrid(std::vector<GridColumn> columns) {
+    gridColumns_ = std::move(columns);
+    std::vector<widgets::RowsModel::Column> headings;
+    int width = 0;
+    for (const GridColumn& column : gridColumns_) {
+        headings.push_back({column.heading});
+        width += widgets::twips(column.width);
+    }
+    grid_ = make<widgets::Table>(QStringLiteral("DataGrid1"));
+    gridRows_ = new widgets::RowsModel(std::move(headings), this);
+    grid_->setModel(gridRows_);
+    grid_->setMinimumWidth(width + 4 * widgets::kGrid);
+    grid_->setAccessibleName(QStringLiteral("一覧"));
+    connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) {
+                if (current.isValid() && current.row() != row_) goTo(current.row());
+            });
+    list_ = grid_;
+    return grid_;
+}
+
+void RecordForm::refreshGrid() {
+    if (gridRows_) gridRows_->refresh();
+}
+
+QString RecordForm::gridText(int row, int column) const {
+    const QString& name = gridColumns_.at(static_cast<std::size_t>(column)).column;
+    return rows_->valueAt(row, rows_->fieldIndex(name)).toText();
+}
+
+void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside) {
+    column_ = widgets::columnOf(this);
+    column_->addLayout(widgets::headerBlock(make<QLabel>(QStringLiteral("lblTitle"), title), nullptr));
+    auto* card = new widgets::Card(this);
+    card->body()->addLayout(fields);
+    card->body()->addStretch(1);
+    if (beside) {
+        auto* both = new QHBoxLayout;
+        both->setSpacing(2 * widgets::kGrid);
+        both->addWidget(beside, 2);
+        both->addWidget(card, 3);
+        column_->addLayout(both, 1);
+    } else {
+        column_->addWidget(card, 1);
+    }
+    column_->addWidget(bar_.moves);
+    auto* help = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("ヘルプ"));
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
+    auto* bottom = new QHBoxLayout;
+    bottom->setSpacing(widgets::kGrid);
+    bottom->addWidget(help);
+    bottom->addWidget(bar_.commands, 1);
+    column_->addLayout(bottom);
+}
+
+// ---- rows
+
+int RecordForm::rowCount() const {
+    return rows_ ? rows_->recordCount() : 0;
+}
+
+void RecordForm::openRecords() {
+    guarded(this, [this] {
+        rows_.emplace(cn().open(query()));
+        rowsRead();
+        row_ = hasRows() ? 0 : -1;
+    });
+    showList();
+    setState(State::Browse);
+}
+
+/// The table's rows as they are now. The position is void afterwards.
+void RecordForm::readRows() {
+    guarded(this, [this] {
+        if (rows_)
+            rows_->requery();
+        else
+            rows_.emplace(cn().open(query()));
+        rowsRead();
+    });
+    row_ = -1;
+}
+
+void RecordForm::showList() {
+    if (!gridRows_) return;
+    gridRows_->setRows(rowCount(), [this](int row, int column) { return gridText(row, column); });
+}
+
+void RecordForm::rereadRecords(const QStringList& key) {
+    if (state_ != State::Browse) return;
+    readRows();
+    standOn(key, 0);
+    showList();
+    setState(State::Browse);
+}
+
+QStringList RecordForm::keyOf(int row) const {
+    QStringList key;
+    for (const QString& column : keyColumns())
+        if (row >= 0) key << rows_->valueAt(row, rows_->fieldIndex(column)).toText();
+    return key;
+}
+
+/// On the row with that key, or on `otherwise`.
+void RecordForm::standOn(const QStringList& key, int otherwise) {
+    const int count = rowCount();
+    row_ = count == 0 ? -1 : std::clamp(otherwise, 0, count - 1);
+    for (int row = 0; !key.isEmpty() && row < count; ++row)
+        if (keyOf(row) == key) {
+            row_ = row;
+            break;
+        }
+    if (row_ >= 0) rows_->setAbsolutePosition(row_ + 1);
+}
+
+void RecordForm::goTo(int row) {
+    if (state_ != State::Browse || rowCount() == 0) return;
+    row_ = std::clamp(row, 0, rowCount() - 1);
+    rows_->setAbsolutePosition(row_ + 1);
+    showRow();
+}
+
+void RecordForm::step(int by) {
+    const int to = row_ + by;
+    if (hasRows() && (to < 0 || to >= rowCount())) QApplication::beep();
+    goTo(to);
+}
+
+QString RecordForm::shownText(const Bound& bound) const {
+    return row_ < 0 ? QString() : rows_->valueAt(row_, rows_->fieldIndex(bound.column)).toText();
+}
+
+void RecordForm::showRow() {
+    for (const Bound& bound : bound_) bound.write(shownText(bound));
+    bar_.status->setText(QStringLiteral("Record: %1").arg(row_ + 1));
+    if (grid_ && row_ >= 0 && grid_->currentIndex().row() != row_) grid_->selectRow(row_);
+    rowShown();
+}
+
+QString RecordForm::oldText(const QString& column) const {
+    if (state_ == State::Adding || row_ < 0) return {};
+    return rows_->valueAt(row_, rows_->fieldIndex(column)).toText();
+}
+
+// ---- states
+
+void RecordForm::set_buttons(bool browse) {
+    bar_.setBrowse(browse);
+    if (!browse) return;
+    const bool some = hasRows();
+    for (QPushButton* button : {bar_.edit, bar_.remove, bar_.first, bar_.previous, bar_.next, bar_.last})
+        button->setEnabled(some);
+    bar_.add->setEnabled(rows_ && mayAdd());
+}
+
+void RecordForm::setState(State state) {
+    state_ = state;
+    const bool browse = state == State::Browse;
+    set_buttons(browse);
+    if (list_) list_->setVisible(browse);
+    for (const Bound& bound : bound_) bound.lock(browse || !bound.entered);
+    if (browse) {
+        showRow();
+        focusInBrowse();
+    } else {
+        bar_.status->setText(state == State::Adding ? QStringLiteral("ﾚｺｰﾄﾞを追加します。")
+                                                    : QStringLiteral("ﾚｺｰﾄﾞを編集します。"));
+        if (!bound_.empty()) bound_.front().control->setFocus(Qt::OtherFocusReason);
+    }
+    stateChanged();
+}
+
+void RecordForm::focusInBrowse() {
+    QWidget* place = hasRows() && grid_ ? static_cast<QWidget*>(grid_)
+                     : hasRows()        ? static_cast<QWidget*>(bar_.next)
+                                 : static_cast<QWidget*>(bar_.add->isEnabled() ? bar_.add : bar_.close);
+    place->setFocus(Qt::OtherFocusReason);
+}
+
+void RecordForm::cmdAdd() {
+    savedKey_ = keyOf(row_);
+    for (const Bound& bound : bound_) bound.write(bound.fresh);
+    setState(State::Adding);
+}
+
+void RecordForm::cmdEdit() {
+    savedKey_ = keyOf(row_);
+    setState(State::Editing);
+}
+
+void RecordForm::cmdCancel() {
+    setState(State::Browse);
+}
+
+void RecordForm::reject() {
+    if (state_ == State::Browse) {
+        Form::reject();
+        return;
+    }
+    if (!ask(this, QStringLiteral("入力した内容はまだ更新されていません。取り消して閉じますか？"),
+             QStringLiteral("終了の確認")))
+        return;
+    cmdCancel();
+    Form::reject();
+}
+
+// ---- update
+
+bool RecordForm::checkRequired() {
+    const Bound& first = bound_.front();
+    const bool named = first.column == keyColumns().first() && qobject_cast<QLineEdit*>(first.control);
+    if (!named || !first.read().isEmpty()) return true;
+    first.control->setFocus(Qt::OtherFocusReason);
+    return hasRows() && refuse(QStringLiteral("未入力は許されません。･･･") + keyCaption());
+}
+
+bool RecordForm::passesChecks() {
+    for (const Bound& bound : bound_) {
+        if (!bound.check || !bound.entered || bound.check()) continue;
+        bound.control->setFocus(Qt::OtherFocusReason);
+        return false;
+    }
+    return true;
+}
+
+bool RecordForm::keyDiffers() const {
+    const QStringList columns = keyColumns();
+    return std::any_of(bound_.begin(), bound_.end(), [&](const Bound& bound) {
+        return columns.contains(bound.column) && bound.read() != shownText(bound);
+    });
+}
+
+void RecordForm::cmdUpdate() {
+    const State was = state_;
+    bool written = false;
+    const bool ok = guarded(this, transaction_, [&] {
+        if (!checkRequired() || !passesChecks() || !checkUpdate()) return;
+        setHourglass();
+        writeRow();
+        written = true;
+    });
+    if (!ok) return forgetWrite();
+    if (!written) return;
+    readRows();
+    standOn(savedKey_, 0);
+    showList();
+    setState(State::Browse);
+    updated(was);
+}
+
+void RecordForm::writeRow() {
+    const bool adding = state_ == State::Adding;
+    transaction_.begin();
+    if (!adding && keyDiffers()) keyRenamed();
+    if (adding) rows_->addNew();
+    for (const Bound& bound : bound_) {
+        const QString text = bound.read();
+        if (!adding && (!bound.entered || text == shownText(bound))) continue;
+        rows_->setValue(bound.column, text.isEmpty() ? store::Value() : store::Value(text));
+    }
+    rowWritten(*rows_);
+    rows_->update();
+    afterRow();
+    transaction_.commit();
+    if (!adding) savedKey_ = keyOf(row_);
+}
+
+/// After a failure the rows are as before, and so is the state: what was typed stands in the fields.
+void RecordForm::forgetWrite() {
+    if (!rows_) return;
+    rows_->cancelUpdate();
+    readRows();
+    standOn(savedKey_, 0);
+    showList();
+    if (state_ == State::Browse) showRow();
+}
+
+// ---- removal
+
+QString RecordForm::removalQuestion() const {
+    QString question;
+    for (std::size_t i = 0; i < bound_.size() && i < 2; ++i) {
+        const auto* combo = qobject_cast<const widgets::CodeCombo*>(bound_[i].control);
+        question += u' ' + (combo ? combo->text() : bound_[i].read());
+    }
+    return question + QStringLiteral(" を削除しますか？");
+}
+
+bool RecordForm::confirmRemoval() {
+    return ask(this, removalQuestion(), QStringLiteral("削除の確認"));
+}
+
+void RecordForm::cmdDelete() {
+    bool gone = false;
+    const int at = row_;
+    savedKey_ = keyOf(row_);
+    const bool ok = guarded(this, transaction_, [&] {
+        if (!mayRemove() || !confirmRemoval()) return;
+        setHourglass();
+        transaction_.begin();
+        rowGoes();
+        rows_->remove();
+        transaction_.commit();
+        gone = true;
+    });
+    if (!ok) return forgetWrite();
+    if (!gone) return;
+    readRows();
+    standOn({}, at);
+    showList();
+    setState(State::Browse);
+    removed();
+}
+
+// ---- keys
+
+bool RecordForm::keepsKey(const QWidget* focused, int key) const {
+    return isEditable(focused) && (key == Qt::Key_Home || key == Qt::Key_End);
+}
+
+bool RecordForm::takesKey(int key, bool control) {
+    QPushButton* button = nullptr;
+    switch (key) {
+        case Qt::Key_Escape:
+            button = bar_.close;
+            break;
+        case Qt::Key_End:
+            button = bar_.last;
+            break;
+        case Qt::Key_Home:
+            button = bar_.first;
+            break;
+        case Qt::Key_Up:
+        case Qt::Key_PageUp:
+            button = control ? bar_.first : bar_.previous;
+            break;
+        case Qt::Key_Down:
+        case Qt::Key_PageDown:
+            button = control ? bar_.last : bar_.next;
+            break;
+        default:
+            return false;
+    }
+    // Not click(): it would take the focus of the list and paint a pressed button for each row passed.
+    if (button->isEnabled()) Q_EMIT button->clicked();
+    return true;
+}
+
+bool RecordForm::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || state_ != State::Browse || !watched->isWidgetType())
+        return Form::eventFilter(watched, event);
+    const auto* control = static_cast<QWidget*>(watched);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const auto modifiers = key->modifiers() & ~Qt::KeypadModifier;
+    const bool plain = modifiers == Qt::NoModifier || modifiers == Qt::ControlModifier;
+    const bool closesAgain = key->key() == Qt::Key_Escape && key->isAutoRepeat();
+    if (!plain || control != focusWidget() || control->window() != this || closesAgain ||
+        keepsKey(control, key->key()))
+        return Form::eventFilter(watched, event);
+    return takesKey(key->key(), modifiers == Qt::ControlModifier);
+}
+
+void RecordForm::showEvent(QShowEvent* event) {
+    Form::showEvent(event);
+    qApp->installEventFilter(this);
+}
+
+void RecordForm::hideEvent(QHideEvent* event) {
+    qApp->removeEventFilter(this);
+    Form::hideEvent(event);
+}
+
+store::Connection& RecordForm::cn() {
+    return *house_.global.cn_main;
+}
+
+bool RecordForm::refuse(const QString& text, const QString& title) {
+    tell(this, text, title);
+    return false;
+}
+
+}  // namespace shell
