@@ -230,25 +230,4 @@ TEST_F(AutoInput, NeedsEverybodyWhoseKeyItReads) {
     expectRefusal();
 }
 
-TEST_F(AutoInput, ListsWhatWasAutomatic) {
-    coefficient(u"03"_s, true, false);
-    coefficient(u"15"_s, true, false);
-    coefficient(u"08"_s, true, false, u"1"_s);
-    base(Houshiki::Kojinbetsu, u"2"_s, u'2', store::Money::fromYen(1));
-    sql(u"UPDATE S係数名称設定 SET 係数名称 = '資格' WHERE Code = '03'"_s);
-    sql(u"UPDATE S係数名称設定 SET 係数名称 = '加点' WHERE Code = '15'"_s);
-    const prep::AutoItems items = fill();
-    QStringList shown;
-    for (const auto& column : prep::judgmentColumns(cn_, items))
-        shown << column.column + u':' + column.heading;
-    EXPECT_EQ(shown.join(u' '),
-              u": 基礎額Ｂ:基礎額Ｂ : : 等級係数:資格 : : : : : : : : : : 自由5係数:加点 :"_s);
-    sql(u"DELETE FROM 履歴書テーブル WHERE 社員Code = '000002'"_s);
-    const auto rows = prep::judgmentRows(cn_);
-    QStringList codes;
-    for (int i = 0; i < rows.recordCount(); ++i) codes << rows.valueAt(i, 0).toText().right(1);
-    EXPECT_EQ(codes.join(QString()), u"1345"_s);
-    EXPECT_EQ(rows.fieldName(2) + rows.fieldName(19), u"基礎額Ａ支給係数"_s);
-}
-
 }  // namespace

@@ -37,44 +37,33 @@ class Choice : public RunScreens {
         global_.santei_houshiki = method;
         global_.santei_houshiki_mei = u"方式"_s;
     }
-    /// The refusals that both selection screens share.
-    template <class Screen>
-    void checkRefusals(const QString& otherwise) {
-        sql(u"delete from S配分基準対応社員 where 配分区分='02' and 配分基準='01'"_s);
-        open<Screen>([&](QDialog& form) {
-            const auto guidance = [&] {
-                return text(form, u"Label3"_s) + control(form, u"Label3"_s).property("mintTone").toString();
-            };
-            EXPECT_EQ(rows(form, u"DataList1"_s), (QStringList{u"正社員賞与"_s, u"嘱託・パート賞与"_s}));
-            EXPECT_EQ(text(form, u"Label1"_s), u"処理する配分区分をを指定してください。"_s);
-            EXPECT_EQ(text(form, u"Label2"_s), u"配分基準を指定してください。"_s);
-            EXPECT_FALSE(enabled(form, u"DataList2"_s) || visible(form, u"Label2"_s));
-            clickTold(form, kNext, u"配分区分を指定してください。"_s, u"配分区分指定の確認"_s);
-            EXPECT_EQ(focused(form), u"DataList1"_s);
-            choose(form, u"DataList1"_s, 1);
-            EXPECT_TRUE(enabled(form, u"DataList2"_s) && visible(form, u"Label2"_s));
-            clickTold(form, kNext, u"配分基準を指定してください。"_s, u"配分基準指定の確認"_s);
-            EXPECT_EQ(focused(form), u"DataList2"_s);
-            pick(form, kPart);
-            EXPECT_EQ(guidance(), u"この配分基準に対応する社員はいません。warning"_s);
-            clickTold(form, kNext, u"この処理は必要ありません。"_s, u"確認"_s);
-            EXPECT_EQ(focused(form), u"DataList2"_s);
-            pick(form, kGeneral);
-            EXPECT_EQ(guidance(), otherwise);
-            sql(u"update S配分基準 set 表示 = 0 where 配分区分 = '01'"_s);
-            choose(form, u"DataList1"_s, 0);
-            driver_.expectBox(u"設定した配分基準はありません。"_s, u"未設定"_s, BoxAnswer::Ok,
-                              BoxIcon::Information);
-            QTest::mouseClick(control<QAbstractItemView>(form, u"DataList2"_s).viewport(), Qt::LeftButton);
-        });
-    }
 };
 
-TEST_F(Choice, OfACriterionRefusesWhatIsMissing) {
-    checkRefusals<prep::frmSSanteishikiSub>(QString());
-}
-TEST_F(Choice, OfAMethodRefusesWhatIsMissing) {
-    checkRefusals<prep::frmSSanteishitei>(u"算定方式を指定してください｡"_s);
+TEST_F(Choice, RefusesWhatIsMissing) {
+    sql(u"delete from S配分基準対応社員 where 配分区分='02' and 配分基準='01'"_s);
+    open<prep::frmSSanteishitei>([&](QDialog& form) {
+        const auto guidance = [&] {
+            return text(form, u"Label3"_s) + control(form, u"Label3"_s).property("mintTone").toString();
+        };
+        EXPECT_FALSE(enabled(form, u"DataList2"_s) || visible(form, u"Label2"_s));
+        clickTold(form, kNext, u"配分区分を指定してください。"_s, u"配分区分指定の確認"_s);
+        EXPECT_EQ(focused(form), u"DataList1"_s);
+        choose(form, u"DataList1"_s, 1);
+        EXPECT_TRUE(enabled(form, u"DataList2"_s) && visible(form, u"Label2"_s));
+        clickTold(form, kNext, u"配分基準を指定してください。"_s, u"配分基準指定の確認"_s);
+        EXPECT_EQ(focused(form), u"DataList2"_s);
+        pick(form, kPart);
+        EXPECT_EQ(guidance(), u"この配分基準に対応する社員はいません。warning"_s);
+        clickTold(form, kNext, u"この処理は必要ありません。"_s, u"確認"_s);
+        EXPECT_EQ(focused(form), u"DataList2"_s);
+        pick(form, kGeneral);
+        EXPECT_EQ(guidance(), u"算定方式を指定してください｡"_s);
+        sql(u"update S配分基準 set 表示 = 0 where 配分区分 = '01'"_s);
+        choose(form, u"DataList1"_s, 0);
+        driver_.expectBox(u"設定した配分基準はありません。"_s, u"未設定"_s, BoxAnswer::Ok,
+                          BoxIcon::Information);
+        QTest::mouseClick(control<QAbstractItemView>(form, u"DataList2"_s).viewport(), Qt::LeftButton);
+    });
 }
 
 TEST_F(Choice, OfACriterionLeadsToTheEvaluationResults) {
@@ -145,7 +134,6 @@ TEST_F(Choice, OfAnItemOffersWhatIsLeftToItsPurpose) {
     const auto offers = [&](bool correction, const QString& items, const QString& guidance) {
         global_.jikkou_syuusei_mode = correction;
         open<prep::frmSSanteishitei2>([&](QDialog& form) {
-            EXPECT_EQ(text(form, u"Label3"_s), u"次の処理を指定してください。"_s);
             EXPECT_EQ(text(form, u"Label1"_s), guidance);
             EXPECT_EQ(options(form), items);
             EXPECT_EQ(global_.panels.run, u"配分区分: %1／配分基準: %2"_s.arg(global_.haibun_kubun_mei,

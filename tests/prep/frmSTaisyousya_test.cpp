@@ -27,6 +27,17 @@ class People : public RunScreens {
         prep::SelectIntoX(cn_, *prep::readDates(cn_, prep::Side::Jikkou, sample::newestKijunbi()));
     }
     void open(const ScreenDriver::Step& step) { RunScreens::open<prep::frmSTaisyousya>(step); }
+    /// A person's criteria at the date in the three run tables and the two decision tables, "." for none.
+    QString criteriaOf(const QString& code) {
+        QStringList all;
+        for (const QString& table : {u"S配分基準対応社員"_s, u"S実行個人別計算"_s, u"S実行総額配分"_s,
+                                     u"S実行個人別計算決定"_s, u"S実行総額配分決定"_s}) {
+            const QString select = u"select 配分区分||配分基準 from %1 where 基準日=? and 社員Code=?"_s;
+            const QStringList found = read(select.arg(table), {sample::newestKijunbi(), code});
+            all << (found.isEmpty() ? u"."_s : found.join(u'+'));
+        }
+        return all.join(u' ');
+    }
     static QString cell(QDialog& form, const QString& code, int column) {
         return rows(form, kGrid, column).value(rows(form, kGrid, Code).indexOf(code));
     }
@@ -82,6 +93,15 @@ TEST_F(People, AreListedSearchedAndSorted) {
 
 TEST_F(People, GetACriterionTogetherAndAreStoredTogether) {
     const QStringList both{kMover, kNewcomer};
+    for (const QString& table : {u"S実行個人別計算決定"_s, u"S実行総額配分決定"_s})
+        sql(u"insert into %1(社員Code,配分区分,配分基準,基準日) values(?,'01','01',?)"_s.arg(table),
+            {kMover, sample::newestKijunbi()});
+    EXPECT_EQ(criteriaOf(kMover) + criteriaOf(kNewcomer), u"0101 0101 0101 0101 0101. . . . ."_s);
+    const auto others = [this] {
+        return read(u"select * from S実行個人別計算 where 基準日 < ? or 社員Code not in (?, ?)"_s,
+                    {sample::newestKijunbi(), kMover, kNewcomer});
+    };
+    const QStringList otherRows = others();
     const QByteArray before = dump(cn_);
     open([&](QDialog& form) {
         const auto without = rows(form, kGrid, Now).count(kNone);
@@ -102,6 +122,8 @@ TEST_F(People, GetACriterionTogetherAndAreStoredTogether) {
         EXPECT_EQ(cell(form, kNewcomer, New), QString());
         EXPECT_EQ(offered(form), u"Command4 Command5"_s);
     });
+    for (const QString& code : both) EXPECT_EQ(criteriaOf(code), u"0102 0102 0102 . ."_s);
+    EXPECT_EQ(others(), otherRows);
     open([&](QDialog& form) {
         for (const QString& code : both) EXPECT_EQ(cell(form, code, Now), kManagers);
         release(form, kNewcomer);
@@ -111,6 +133,7 @@ TEST_F(People, GetACriterionTogetherAndAreStoredTogether) {
         release(form, kNewcomer);
         store(form, 1);
         EXPECT_EQ(cell(form, kNewcomer, Now), kNone);
+        EXPECT_EQ(criteriaOf(kNewcomer), u". . . . ."_s);
     });
 }
 

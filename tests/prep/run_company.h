@@ -41,6 +41,7 @@ class RunCompany : public ::testing::Test {
     }
     void expectUnchanged(const QByteArray& before) {
         EXPECT_EQ(support::firstDifference(before, support::dump(cn_)).toStdString(), "");
+        EXPECT_FALSE(cn_.inTransaction());
     }
 
     support::CompanyFolder folder_;

@@ -37,6 +37,12 @@ class RunScreens : public RunCompany {
         Screen form(house_, nullptr);
         driver_.run(form, closing(step));
     }
+    static ScreenDriver::Step closing(const ScreenDriver::Step& step) {
+        return [step](QDialog& form) {
+            step(form);
+            if (form.isVisible()) form.close();
+        };
+    }
     /// The screen `name` comes next; it is looked at and left.
     void expectScreen(
         const QString& name, const ScreenDriver::Step& look = [](QDialog&) {}) {
@@ -77,14 +83,6 @@ class RunScreens : public RunCompany {
     shell::ScreenRegistry screens_;
     shell::House house_;
     ScreenDriver driver_;
-
-  private:
-    static ScreenDriver::Step closing(const ScreenDriver::Step& step) {
-        return [step](QDialog& form) {
-            step(form);
-            if (form.isVisible()) form.reject();
-        };
-    }
 };
 
 }  // namespace preptest
