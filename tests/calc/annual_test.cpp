@@ -1,24 +1,19 @@
 #include "calc/annual.h"
 
-#include <gtest/gtest.h>
-
-#include "support/company_fixture.h"
+#include "prep/run_company.h"
 
 namespace {
 
-using namespace Qt::StringLiterals;
+using namespace preptest;
 
 const QDate kSummer(2026, 7, 10), kWinter(2026, 12, 10);
 
-class Annual : public testing::Test {
+class Annual : public RunCompany {
   protected:
-    Annual() {
-        folder_.makeEmpty();
-        cn_ = folder_.open();
+    Annual() : RunCompany(Content::Empty) {
         for (int code : {10, 2, 3, 4, 5})
             sql(u"insert into 履歴書テーブル(社員Code,氏名) values(printf('%06d',?1),?1||'番')"_s, {code});
     }
-    void sql(const QString& statement, const store::Binds& binds = {}) { cn_->execute(statement, binds); }
     /// Amounts in ten-thousandths of a yen.
     void pay(int code, QDate date, const store::Binds& amounts) {
         store::Binds binds{code, date};
@@ -28,13 +23,10 @@ class Annual : public testing::Test {
     }
     QStringList list(const calc::NenkanDates& dates) {
         QStringList all;
-        for (const auto& line : calc::nenkanSheet({u"夏"_s, u"冬"_s, {}, {}}, calc::nenkanRows(*cn_, dates)))
+        for (const auto& line : calc::nenkanSheet({u"夏"_s, u"冬"_s, {}, {}}, calc::nenkanRows(cn_, dates)))
             all << line.join(u'|');
         return all;
     }
-
-    support::CompanyFolder folder_;
-    std::unique_ptr<store::Connection> cn_;
 };
 
 TEST_F(Annual, TheCellHoldsTheLastAmountAndTheTotalAll) {
@@ -53,17 +45,17 @@ TEST_F(Annual, TheCellHoldsTheLastAmountAndTheTotalAll) {
     EXPECT_EQ(list({kSummer, kWinter, {}, {}}),
               heads + (QStringList{u"000002|2番|||||0"_s, u"000003|3番||2|||2"_s,
                                    u"000010|10番|27|5,000|||5,127"_s}));
-    const QByteArray before = support::dump(*cn_);
+    const QByteArray before = support::dump(cn_);
     EXPECT_EQ(list({QDate(), QDate(), QDate(), kSummer}),
               heads + (QStringList{u"000002|2番|||||0"_s, u"000010|10番||||27|127"_s}));
     EXPECT_EQ(list({QDate(2020, 1, 1), {}, {}, {}}), heads);
-    EXPECT_EQ(support::firstDifference(before, support::dump(*cn_)).toStdString(), "");
+    expectUnchanged(before);
     // One row beyond the money range, then two rows together.
     const qint64 most = std::numeric_limits<qint64>::max();
     for (const store::Binds& amounts : {store::Binds{most, 10, 0, 0}, store::Binds{most, 0, 0, 0}}) {
         pay(10, kSummer, amounts);
         EXPECT_THROW(list({kSummer, QDate(), QDate(), QDate()}), store::Error);
-        EXPECT_FALSE(cn_->hasTable(u"SNenkan"_s) || cn_->hasTable(u"SNenkanhojo"_s) || cn_->inTransaction());
+        EXPECT_FALSE(cn_.hasTable(u"SNenkan"_s) || cn_.hasTable(u"SNenkanhojo"_s) || cn_.inTransaction());
         sql(u"delete from S配分基準対応社員 where 個人別計算 = ?"_s, {most});
     }
 }

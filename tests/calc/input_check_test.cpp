@@ -1,22 +1,16 @@
 #include "calc/input_check.h"
 
-#include <gtest/gtest.h>
-
-#include "support/company_fixture.h"
+#include "prep/run_company.h"
 
 namespace {
 
-using namespace Qt::StringLiterals;
+using namespace preptest;
 using criteria::Houshiki;
 
 /// An empty company with one run in it.
-class InputCheck : public testing::Test {
+class InputCheck : public RunCompany {
   protected:
-    InputCheck() {
-        folder_.makeEmpty();
-        cn_ = folder_.open();
-    }
-    void sql(const QString& statement, const store::Binds& binds = {}) { cn_->execute(statement, binds); }
+    InputCheck() : RunCompany(Content::Empty) {}
     void coefficients(const QString& rows) {
         sql(u"insert into S係数設定(設定名称,算定方式,基礎額Ａ,基礎額Ｂ) values "_s + rows);
         sql(u"update S係数設定 set 配分区分Code='01', 配分基準Code='02'"_s);
@@ -28,7 +22,7 @@ class InputCheck : public testing::Test {
     /// "column source heading", an amount marked by 円.
     QStringList columns(Houshiki method) {
         QStringList all;
-        for (const auto& column : calc::checkColumns(*cn_, run_, method))
+        for (const auto& column : calc::checkColumns(cn_, run_, method))
             all << QStringList{column.name, column.source,
                                column.heading + (column.amount ? u"円"_s : QString())}
                        .join(u' ');
@@ -36,14 +30,12 @@ class InputCheck : public testing::Test {
     }
     QStringList sheet(Houshiki method) {
         QStringList all;
-        for (const auto& line : calc::inputCheckSheet(*cn_, run_, method, u"正社員"_s, u"一般"_s).lines)
+        for (const auto& line : calc::inputCheckSheet(cn_, run_, method, u"正社員"_s, u"一般"_s).lines)
             all << line.join(u'|');
         return all;
     }
 
     const shell::RunKey run_{QDate(2026, 12, 10), u"01"_s, u"02"_s};
-    support::CompanyFolder folder_;
-    std::unique_ptr<store::Connection> cn_;
 };
 
 TEST_F(InputCheck, WhatIsInUseStandsInTheFixedOrderUnderItsOwnName) {
@@ -83,20 +75,20 @@ TEST_F(InputCheck, TheSheetShowsWhatStandsInTheTablesAndLeavesNoTrace) {
               (QStringList{head + u"【個人別計算】"_s, QString(),
                            u"社員Code|氏名|基礎額Ａ|年令|評価|支給係数|合計"_s, u"000009|川|||||"_s,
                            u"000010|山|1,234,567|1.063|Ａ|2.750|6,543"_s}));
-    EXPECT_FALSE(cn_->hasTable(u"SJCheck"_s) || cn_->hasTable(u"SJCheck2"_s));
-    const QByteArray before = support::dump(*cn_);
+    EXPECT_FALSE(cn_.hasTable(u"SJCheck"_s) || cn_.hasTable(u"SJCheck2"_s));
+    const QByteArray before = support::dump(cn_);
     EXPECT_EQ(
         sheet(Houshiki::Sougaku),
         (QStringList{head + u"【総額配分】"_s, QString(), u"社員Code|氏名|基礎額Ａ|考課|評価|賞与係数|合計"_s,
                      u"000009|川||0.000|||"_s, u"000010|山|1,234,567|1,234.500|Ａ|2.000|6,543"_s}));
-    EXPECT_EQ(support::firstDifference(before, support::dump(*cn_)).toStdString(), "");
+    expectUnchanged(before);
 
     sql(u"delete from S係数設定"_s);
     EXPECT_EQ(sheet(Houshiki::Kojinbetsu)[4], u"000010|山|Ａ|2.750|6,543"_s);
     sql(u"update 履歴書テーブル set 社員Code = '00001A' where 氏名 = '山'"_s);
     sql(u"update S実行総額配分 set 社員Code = '00001A' where 社員Code = '000010'"_s);
     EXPECT_THROW(sheet(Houshiki::Sougaku), store::Error);
-    EXPECT_FALSE(cn_->hasTable(u"SJCheck"_s) || cn_->inTransaction());
+    EXPECT_FALSE(cn_.hasTable(u"SJCheck"_s) || cn_.inTransaction());
 }
 
 }  // namespace

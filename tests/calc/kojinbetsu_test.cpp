@@ -12,7 +12,7 @@ const std::string kExample =
     "基礎額Ａ = 300000 * 10000, 基礎額Ｂ = 20010 * 10000, 年齢係数 = 1.5,"
     " 評価係数 = 1.2, 出勤係数 = 0.95, 評価 = 'A', 支給係数 = 2.5";
 
-class KojinbetsuTest : public testing::Test, public RunCompany {
+class KojinbetsuTest : public OneRun {
   protected:
     calc::CalculationResult calculate(const PaymentSimulation& simulation = {}) {
         calc::Kojinbetsu calculation(cn(), run, simulation);

@@ -1,12 +1,9 @@
 #pragma once
-#include <gtest/gtest.h>
-
 #include <string>
 
+#include "prep/run_company.h"
 #include "shell/run_key.h"
 #include "store/catalog.h"
-#include "store/error.h"
-#include "support/company_fixture.h"
 #include "support/store_probe.h"
 
 namespace store {
@@ -40,21 +37,18 @@ inline std::string rowsOf(store::Connection& cn, const QString& query, const sto
 }
 
 /// An empty company with one run in it.
-class RunCompany {
+class OneRun : public preptest::RunCompany {
   public:
-    RunCompany() {
-        folder_.makeEmpty();
-        cn_ = folder_.open();
-    }
-    store::Connection& cn() { return *cn_; }
+    OneRun() : RunCompany(preptest::Content::Empty) {}
+    store::Connection& cn() { return cn_; }
 
     const shell::RunKey run{QDate(2026, 12, 10), u"01"_s, u"02"_s};
 
     void sql(const char* statement, const store::Binds& binds) {
-        cn_->execute(QString::fromUtf8(statement), binds);
+        cn_.execute(QString::fromUtf8(statement), binds);
     }
-    void sql(const char* script) { cn_->executeScript(QString::fromUtf8(script)); }
-    std::string read(const char* query) { return rowsOf(*cn_, QString::fromUtf8(query)); }
+    void sql(const char* script) { cn_.executeScript(QString::fromUtf8(script)); }
+    std::string read(const char* query) { return rowsOf(cn_, QString::fromUtf8(query)); }
 
     /// A row of S係数設定: the coefficient acts on the bases.
     void coefficient(int k, bool onA, bool onB, const char16_t* santei = u"1") {
@@ -82,24 +76,24 @@ class RunCompany {
         const auto& columns = store::tableNamed(name).columns;
         QString factors = columns[26].name;
         for (std::size_t i = 7; i <= 24; ++i) factors += u", "_s + columns[i].name;
-        cn_->execute(
+        cn_.execute(
             u"INSERT INTO %1(基準日, 配分区分, 配分基準, 社員Code, 基礎額Ａ, 基礎額Ｂ, 評価, %2)"
             " VALUES('2026-12-10', '01', '02', '1', 10000 * 10000, 10000 * 10000, ''%3)"_s.arg(
                 name, factors, u", 1"_s.repeated(19)));
-        cn_->execute(u"UPDATE %1 SET "_s.arg(name) + QString::fromStdString(changes) + last);
+        cn_.execute(u"UPDATE %1 SET "_s.arg(name) + QString::fromStdString(changes) + last);
     }
     /// The employee's inputs and the row of S配分基準対応社員.
     void person(const char* table, const std::string& changes = "ID = ID") {
         runRow(table, changes);
         const QString query =
             u"SELECT 社員Code FROM %1 ORDER BY ID DESC LIMIT 1"_s.arg(QString::fromUtf8(table));
-        assignee(QString::fromStdString(rowsOf(*cn_, query)));
+        assignee(QString::fromStdString(rowsOf(cn_, query)));
     }
 
     /// Runs a calculation as the screen does.
     template <typename Calculation>
     auto committed(Calculation&& calculation) {
-        store::Transaction transaction(*cn_);
+        store::Transaction transaction(cn_);
         const auto result = calculation();
         transaction.commit();
         return result;
@@ -108,21 +102,17 @@ class RunCompany {
     template <typename Calculation>
     void expectRefusal(Reason reason, const char* damage, Calculation&& calculation) {
         SCOPED_TRACE(damage);
-        const QByteArray before = support::dump(*cn_);
+        const QByteArray before = support::dump(cn_);
         const auto failure = support::errorOf([&] {
-            store::Transaction transaction(*cn_);
+            store::Transaction transaction(cn_);
             sql(damage);
             calculation();
             transaction.commit();
         });
         ASSERT_TRUE(failure);
         EXPECT_EQ(failure->reason(), reason) << failure->what();
-        EXPECT_EQ(support::firstDifference(before, support::dump(*cn_)).toStdString(), "");
+        expectUnchanged(before);
     }
-
-  private:
-    support::CompanyFolder folder_;
-    std::unique_ptr<store::Connection> cn_;
 };
 
 }  // namespace calctest

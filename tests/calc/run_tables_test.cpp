@@ -8,7 +8,7 @@ using calc::PaymentSimulation;
 
 namespace {
 
-class RunTablesTest : public testing::Test, public RunCompany {
+class RunTablesTest : public OneRun {
   protected:
     void setup(const char16_t* method) {
         sql("DELETE FROM S支給係数設定");
@@ -57,32 +57,6 @@ TEST_F(RunTablesTest, TheBudgetRowIsMadeOnceAndItsSumsFollowTheirSources) {
     EXPECT_EQ(opened(), "5000 3000 30 99 14 16") << "nobody assigned: the sums stay";
     const shell::RunKey other{run.kijunbi, run.haibunKubun, u"03"_s};
     expectRefusal(Reason::Type, "", [&] { calc::storeBudgets(cn(), other, yen(1), yen(1)); });
-}
-
-TEST_F(RunTablesTest, CorrectingCoefficientsLeadsWhereTheSetUpSays) {
-    // In the order of PaymentOutcome.
-    enum : std::size_t { Nothing, NoGrades, NoSetup, RunTime, Uniform, Twice, Grades };
-    const struct {
-        int evaluations;         ///< rows of 評価係数 in the formula
-        int grades;              ///< rows of S係数評価
-        const char16_t* method;  ///< 設定方法; null for no set-up
-        std::size_t outcome;
-    } cases[] = {{0, 0, nullptr, NoSetup}, {0, 0, u"1", RunTime}, {0, 0, u"2", Uniform},
-                 {0, 0, u"3", Grades},     {0, 0, u"4", Nothing}, {1, 1, u"2", NoGrades},
-                 {1, 2, nullptr, NoSetup}, {1, 2, u"1", RunTime}, {1, 2, u"2", Uniform},
-                 {1, 2, u"3", Twice},      {2, 2, u"2", Nothing}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.evaluations << c.grades << (c.method ? char(*c.method) : '-'));
-        sql("DELETE FROM S係数設定; DELETE FROM S係数評価; DELETE FROM S支給係数設定");
-        coefficient(4, true, false, u"2");  // of the pool
-        for (int i = 0; i < c.evaluations; ++i) coefficient(4, true, false);
-        for (int i = 0; i < c.grades; ++i)
-            sql("INSERT INTO S係数評価(配分区分, 配分基準) VALUES('01', '02')");
-        if (c.method) setup(c.method);
-        EXPECT_EQ(decide().outcome.index(), c.outcome);
-        const bool readsSetup = c.outcome != NoGrades && c.outcome != NoSetup && c.evaluations < 2;
-        EXPECT_EQ(decide().hyougoType, readsSetup ? std::optional(u"5"_s) : std::nullopt);
-    }
 }
 
 TEST_F(RunTablesTest, WhatWasTypedComesBackAtTheNextPress) {

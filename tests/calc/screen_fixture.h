@@ -2,18 +2,15 @@
 #include <QLineEdit>
 
 #include "calc/frmSHaibunjikkouK2.h"
+#include "prep/run_screens.h"
 #include "reports/frmReport.h"
 #include "reports/workbook.h"
 #include "run_fixture.h"
-#include "screen_driver.h"
-#include "shell/global_record.h"
 
 namespace calctest {
 
-using namespace support;
+using namespace preptest;
 using sample::kCriteria;
-using shell::BoxAnswer;
-using shell::BoxIcon;
 
 inline const QString kKojinbetsu = u"個人別計算"_s, kSougaku = u"総額配分"_s,
                      kMethod = u"算定方式指定の確認"_s;
@@ -21,16 +18,13 @@ enum { General, Managers, Part, Shokutaku };  // the lines of kCriteria
 
 /// The calculation screen over the sample company at its newest date, which is not computed yet. Amounts are
 /// rounded to 10 yen, half up.
-class Calculation : public ::testing::Test {
+class Calculation : public RunScreens {
   protected:
     Calculation()
-        : house_{global_, screens_},
+        : RunScreens(Content::Sample),
           session_({folder_.programDir() + u"/out"_s, u"賞与"_s, [] { return kDate.startOfDay(); },
                     [this](const QString&, const auto& sheets) { sent_.push_back(sheets.front()); }}) {
-        folder_.makeSample();
-        global_.cn_main = folder_.open();
         global_.kijunbi = u"2026/12/10"_s;
-        global_.haibun_jikkou_mode = true;
         house_.help = [this](const QString& screen) { help_ = screen; };
         sql(u"delete from Tanka_hasuu"_s);
         sql(u"insert into Tanka_hasuu(単価,端数処理,基準日) values('1','0','2026-12-10')"_s);
@@ -38,17 +32,13 @@ class Calculation : public ::testing::Test {
 
     // ---- The company
 
-    int sql(const QString& statement, const store::Binds& binds = {}) {
-        return global_.cn_main->execute(statement, binds);
-    }
     static store::Binds runOf(int criterion) {
         return {kDate, kCriteria[criterion].kubun, kCriteria[criterion].kijun};
     }
     /// Columns of a table, the rows of the run only.
     std::string read(const QString& columns, const QString& table, int criterion,
                      const QString& order = u"ID"_s) {
-        return rowsOf(*global_.cn_main,
-                      u"select %1 from %2%3 order by %4"_s.arg(columns, table, kOfRun, order),
+        return rowsOf(cn_, u"select %1 from %2%3 order by %4"_s.arg(columns, table, kOfRun, order),
                       runOf(criterion));
     }
     std::string stored(const QString& column, int criterion) {
@@ -59,11 +49,7 @@ class Calculation : public ::testing::Test {
         const std::string yen = read(u"sum(%1) / 10000"_s.arg(column), u"S配分基準対応社員"_s, criterion);
         return QString::fromStdString(yen).toLongLong();
     }
-    QByteArray everything() { return dump(*global_.cn_main); }
-    void expectUnchanged(const QByteArray& before) {
-        EXPECT_EQ(firstDifference(before, everything()).toStdString(), "");
-        EXPECT_FALSE(global_.cn_main->inTransaction());
-    }
+    QByteArray everything() { return dump(cn_); }
     static qint64 yen(QDialog& form, const QString& name) {
         return text(form, name).remove(u',').toLongLong();
     }
@@ -72,10 +58,7 @@ class Calculation : public ::testing::Test {
 
     void open(ScreenDriver::Step step) {
         calc::frmSHaibunjikkouK2 form(house_, session_, nullptr);
-        driver_.run(form, [&](QDialog& screen) {
-            step(screen);
-            screen.close();
-        });
+        driver_.run(form, closing(step));
     }
     static void pick(QDialog& form, int criterion) {
         chooseText(form, u"DataList1"_s, QString::fromUtf16(kCriteria[criterion].kubunName));
@@ -112,12 +95,7 @@ class Calculation : public ::testing::Test {
     static inline const QDate kDate = sample::newestKijunbi();
     static inline const QString kOfRun = u" where 基準日 = ?1 and 配分区分 = ?2 and 配分基準 = ?3"_s;
     static inline const QString kByCode = u"cast(社員Code as integer)"_s;
-    CompanyFolder folder_;
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry screens_;
-    shell::House house_;
     reports::ExportSession session_;
-    ScreenDriver driver_;
     QString help_;
     std::vector<reports::NamedSheet> sent_;  ///< the sheets that went to the writer of workbooks
 };

@@ -6,7 +6,7 @@ using namespace calctest;
 
 namespace {
 
-class SougakuTest : public testing::Test, public RunCompany {
+class SougakuTest : public OneRun {
   protected:
     calc::CalculationResult calculate(store::Money budget) {
         calc::Sougaku calculation(cn(), run);
