@@ -11,12 +11,10 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-using sample::People;
 using sample::SampleOptions;
-using store::Binds;
 using support::CompanyFolder;
 
-qint64 scalar(store::Connection& cn, const QString& sql, const Binds& binds = {}) {
+qint64 scalar(store::Connection& cn, const QString& sql, const store::Binds& binds = {}) {
     store::Recordset rows = cn.query(sql, binds);
     return rows.value(0).isNull() ? -1 : rows.value(0).toInteger();
 }
@@ -33,7 +31,7 @@ class SampleCompany : public testing::Test {
         cn_.reset();
         folder_.reset();
     }
-    static qint64 count(const QString& from, const Binds& binds = {}) {
+    static qint64 count(const QString& from, const store::Binds& binds = {}) {
         return scalar(*cn_, u"SELECT count(*) FROM "_s + from, binds);
     }
     inline static std::unique_ptr<CompanyFolder> folder_;
@@ -111,49 +109,6 @@ TEST_F(SampleCompany, NamesAndAddressesFitTheirFields) {
         for (store::Recordset rows = cn_->query(u"SELECT "_s + of); !rows.eof(); rows.moveNext()) {
             const int bytes = bytesOf(rows.value(0).toText());
             EXPECT_TRUE(bytes > 0 && bytes <= limit) << bytes << " in " << of.toStdString();
-        }
-}
-
-TEST_F(SampleCompany, TheNamedPeopleHaveTheirStories) {
-    const std::vector<std::pair<const char16_t*, std::array<int, sample::kDates>>> stories{
-        {People::kRetiredOnFirstDate, {1, 0, 0}}, {People::kRetiredBeforeFirst, {0, 0, 0}},
-        {People::kJoinedAfterLastRun, {0, 0, 0}}, {People::kWithoutTransfer, {0, 0, 0}},
-        {People::kJoinedBetween, {0, 1, 1}},      {People::kFutureTransfer, {1, 1, 1}}};
-    const QString rowsAt = u"S配分基準対応社員 WHERE 社員Code = ? AND 基準日 = ?"_s;
-    for (const auto& [code, rows] : stories)
-        for (int date = 0; date < sample::kDates; ++date)
-            EXPECT_EQ(count(rowsAt, {code, sample::kijunbi(date)}), rows[static_cast<std::size_t>(date)])
-                << QString::fromUtf16(code).toStdString() << " " << date;
-    const QDate newest = sample::newestKijunbi();
-    EXPECT_EQ(count(u"異動テーブル WHERE 異動日 > ? AND 社員Code = ?"_s, {newest, People::kFutureTransfer}),
-              1);
-    EXPECT_EQ(count(u"異動テーブル WHERE 社員Code = ?"_s, {People::kWithoutTransfer}), 0);
-    const QString members = u"S配分基準対応社員 WHERE 基準日 = ? AND 配分区分 = ? AND 配分基準 = ?"_s;
-    for (const sample::Criterion& c : sample::kCriteria)
-        EXPECT_GE(count(members, {newest, c.kubun, c.kijun}), 5);
-}
-
-TEST_F(SampleCompany, EarlierDatesAreComputedAndTheNewestWaits) {
-    for (int index = 0; index < sample::kDates; ++index)
-        for (const sample::Criterion& c : sample::kCriteria) {
-            const bool computed = index < sample::kDates - 1;
-            const auto ask = [&](const QString& what, const QString& table) {
-                const auto sql = u"SELECT %1 FROM %2 WHERE 基準日 = ? AND 配分区分 = ? AND 配分基準 = ?"_s;
-                return scalar(*cn_, sql.arg(what, table), {sample::kijunbi(index), c.kubun, c.kijun});
-            };
-            const auto payments = [&](const QString& what) { return ask(what, u"S配分基準対応社員"_s); };
-            const qint64 people = payments(u"count(*)"_s);
-            EXPECT_EQ(payments(u"sum(個人別計算 <> 0 OR 総額配分 <> 0)"_s), computed ? people : 0);
-            EXPECT_EQ(payments(u"sum(合計 = 個人別計算 + 総額配分 + 金一封 + 特別加算金 AND 合計 > 0)"_s),
-                      computed ? people : payments(u"sum(合計 <> 0)"_s));
-            EXPECT_EQ(ask(u"count(*)"_s, u"S実行個人別計算決定"_s), computed && c.kojinbetsu ? people : 0);
-            EXPECT_EQ(ask(u"count(*)"_s, u"S実行総額配分決定"_s), computed && c.sougaku ? people : 0);
-            EXPECT_EQ(ask(u"予算総額 >= 総額配分予算"_s, u"S実行予算"_s), 1);
-            if (computed) {
-                EXPECT_EQ(
-                    ask(u"個人別計算合計 + 総額配分合計 + 金一封合計 + 特別加算金合計"_s, u"S実行予算"_s),
-                    payments(u"sum(合計)"_s));
-            }
         }
 }
 
