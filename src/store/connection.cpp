@@ -134,7 +134,8 @@ void Connection::verify(const QString& schema, const QString& path) {
         query(QStringLiteral("select count(*) from %1.sqlite_schema").arg(name));
     } catch (const Error& error) {
         if (error.reason() == Error::Reason::NotOpen) requireWholePages(path, kSmallestPage);
-        throw;
+        // A company has several files: the user must learn which one to restore.
+        throw Error(error.reason(), fileLabel(path) + u'：' + error.text());
     }
     executeScript(
         QStringLiteral("PRAGMA %1.journal_mode=DELETE; PRAGMA %1.synchronous=FULL; PRAGMA %1.cache_size=-%2")
