@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QPainter>
@@ -82,7 +83,9 @@ QVBoxLayout* Card::body() {
 void paintEmptyState(QAbstractItemView* view, const QString& text) {
     if (text.isEmpty() || (view->model() && view->model()->rowCount(view->rootIndex()) > 0)) return;
     QPainter painter(view->viewport());
-    painter.setPen(view->palette().color(QPalette::PlaceholderText));
+    // The program's own colour: the style sheet makes the view's a shade of its text, too faint where
+    // disabled.
+    painter.setPen(QGuiApplication::palette().color(QPalette::PlaceholderText));
     const QRect middle = view->viewport()->rect().adjusted(2 * kGrid, kGrid, -2 * kGrid, -kGrid);
     painter.drawText(middle, Qt::AlignCenter | Qt::TextWordWrap, text);
 }
