@@ -17,7 +17,9 @@ class KeyFilter : public QObject {
         const auto* key = static_cast<QKeyEvent*>(event);
         const QString text = key->text();
         const bool command = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-        return !command && text.size() == 1 && text.at(0).isPrint() && !characters_.contains(text.at(0));
+        // Half of a pair (an emoji is two units) is no printing character, but no control character either.
+        const bool typed = !text.isEmpty() && text.at(0).category() != QChar::Other_Control;
+        return !command && typed && !(text.size() == 1 && characters_.contains(text.at(0)));
     }
 
   private:
