@@ -111,7 +111,7 @@ frmHelp::frmHelp(HelpFile file, const std::vector<HelpPage>& pages, OtherBook ot
     fillContents();
     applyStyle();
     const QFontMetrics metrics = fontMetrics();
-    resize(metrics.height() * 58, metrics.height() * 38);
+    resize(QSize(metrics.height() * 58, metrics.height() * 38).boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 QWidget* frmHelp::buildContents() {
