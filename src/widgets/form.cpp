@@ -269,6 +269,7 @@ int Form::showChild(QDialog* child) {
     delete shown.data();
     setDefaultPointer();
     activated();
+    keepOnScreen();
     return result;
 }
 
@@ -290,8 +291,30 @@ void Form::showEvent(QShowEvent* event) {
     // A told minimum size must not let a small screen squeeze the controls under what their texts need.
     if (layout()) setMinimumSize(minimumSize().expandedTo(layout()->totalMinimumSize()));
     qApp->installEventFilter(watch_.get());
-    if (!std::exchange(placed_, true)) place();
+    // Names of the company's data stand in labels: they are text and never mark-up.
+    for (QLabel* label : findChildren<QLabel*>())
+        if (label->textFormat() == Qt::AutoText) label->setTextFormat(Qt::PlainText);
+    if (!std::exchange(placed_, true)) {
+        place();
+        keepOnScreen();
+    }
     QDialog::showEvent(event);
+}
+
+/// A form that grew by itself (a panel, a larger font) may reach over the edge.
+void Form::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    if (placed_ && isVisible() && !event->spontaneous()) keepOnScreen();
+}
+
+void Form::keepOnScreen() {
+    const QRect room = screen()->availableGeometry();
+    if (!room.intersects(frameGeometry())) return;  // moved away on purpose, under a child
+    resize(size().boundedTo(room.size() - (frameGeometry().size() - size())));
+    const QRect now = frameGeometry();
+    const QPoint last = room.bottomRight() - QPoint(now.width() - 1, now.height() - 1);
+    move(std::max(room.left(), std::min(now.x(), last.x())),
+         std::max(room.top(), std::min(now.y(), last.y())));
 }
 
 void Form::hideEvent(QHideEvent* event) {

@@ -23,6 +23,9 @@ namespace widgets {
 /// - On show it is centred at one third of the free screen (center_form); menu forms override `place()`.
 /// - Layouts (widgets/layout.h), not coordinates; the told width and height are minimum sizes that the layout
 /// may exceed.
+/// - It stands on the screen as a whole and is no larger than it, also when it grows: its buttons are at the
+/// bottom.
+/// - Its labels show text as it is, never as mark-up.
 class Form : public QDialog {
     Q_OBJECT
   public:
@@ -44,6 +47,7 @@ class Form : public QDialog {
     void setCancelButton(QAbstractButton* button);
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
     /// A validation run when the user leaves a line edit or a combo (Tab, mouse, mnemonic) and on Enter:
@@ -79,6 +83,7 @@ class Form : public QDialog {
   private:
     class Watch;
     void moveOn(QWidget* from);
+    void keepOnScreen();
 
     QAbstractButton* cancel_ = nullptr;
     std::unique_ptr<Watch> watch_;

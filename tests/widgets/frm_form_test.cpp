@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -234,6 +235,22 @@ TEST(FormChild, GivesControlBackAndDeletesTheChild) {
     EXPECT_EQ(form.activations, 1);
     EXPECT_EQ(form.checks, 0);
     EXPECT_EQ(form.showChild(nullptr), 0);
+}
+
+TEST(FormPlace, AFormThatGrowsStaysOnTheScreenAndItsDataAreNoMarkUp) {
+    EntryForm form;
+    form.label->setText(u"<b>甲社</b>"_s);
+    form.open();
+    const QRect room = form.screen()->availableGeometry();
+    form.move(room.bottomRight() - QPoint(form.width(), form.height()));
+    for (const QSize& more : {QSize(40, 90), QSize(9999, 9999)}) {
+        form.resize(form.size() + more);
+        EXPECT_TRUE(room.contains(form.frameGeometry()));
+    }
+    EXPECT_EQ(form.label->textFormat(), Qt::PlainText);
+    form.move(room.bottomRight() * 3);
+    form.resize(form.size() - QSize(1, 1));
+    EXPECT_EQ(form.pos(), room.bottomRight() * 3) << "moved away on purpose, under a child";
 }
 
 TEST(CodeListChoice, ComesOncePerChoiceByMouseAndKeyboard) {
