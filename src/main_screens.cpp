@@ -10,6 +10,8 @@
 #include "prep/frmSJikkou02.h"
 #include "prep/frmSJikkou03.h"
 #include "prep/frmSJikkou03Sub.h"
+#include "prep/frmSJikkou04.h"
+#include "prep/frmSJikkou04Sub.h"
 #include "prep/frmSSanteishikiSub.h"
 #include "prep/frmSSanteishitei.h"
 #include "prep/frmSSanteishitei2.h"
@@ -51,6 +53,8 @@ void addRun(shell::ScreenRegistry& screens) {
     add<prep::frmSJikkou02>(screens, "frmSJikkou02");
     add<prep::frmSJikkou03Sub>(screens, "frmSJikkou03Sub");
     add<prep::frmSJikkou03>(screens, "frmSJikkou03");
+    add<prep::frmSJikkou04Sub>(screens, "frmSJikkou04Sub");
+    add<prep::frmSJikkou04>(screens, "frmSJikkou04");
 }
 
 template <class Screen>

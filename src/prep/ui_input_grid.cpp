@@ -539,6 +539,7 @@ void InputGridForm::Command1_Click() {
     if (worked && difference)
         shell::tell(this, *difference, QStringLiteral("社員の不一致"), shell::BoxIcon::Warning);
     if (worked && !difference) accept();
+    saveFailed_ |= !worked;
 }
 
 void InputGridForm::reject() {
@@ -548,7 +549,7 @@ void InputGridForm::reject() {
                     QStringLiteral("更新していない入力が%1人分あります。更新せずに閉じますか？").arg(changes),
                     QStringLiteral("終了の確認")))
         return;
-    Form::reject();
+    done(saveFailed_ ? SaveFailed : Rejected);
 }
 
 }  // namespace prep

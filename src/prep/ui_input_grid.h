@@ -95,6 +95,8 @@ RunTable methodTable(const shell::GlobalRecord& global);
 class InputGridForm : public widgets::Form {
     Q_OBJECT
   public:
+    /// What exec() answers when a save failed and the screen was left without another one that went through.
+    static constexpr int SaveFailed = 2;
     void reject() override;
 
   protected:
@@ -127,6 +129,7 @@ class InputGridForm : public widgets::Form {
     QPushButton* command1_ = nullptr;
     QPushButton* command2_ = nullptr;
     QPushButton* command3_ = nullptr;
+    bool saveFailed_ = false;
 };
 
 }  // namespace prep

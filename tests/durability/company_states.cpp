@@ -1,10 +1,20 @@
 #include "durability/company_states.h"
 
+#include <algorithm>
+
 #include "calc/kojinbetsu.h"
+#include "calc/shikyuu_store.h"
 #include "calc/sougaku.h"
+#include "prep/auto_input.h"
+#include "prep/evaluation_import.h"
+#include "prep/run_input.h"
 
 namespace durability {
 namespace {
+
+shell::RunKey generalRun() {
+    return sample::runKey(sample::kCriteria[0], sample::newestKijunbi());
+}
 
 void setRounding(store::Connection& cn, QDate kijunbi, int side) {
     cn.execute(QStringLiteral("update Tanka_hasuu set 単価 = ?, 端数処理 = '2' where 基準日 = ?"),
@@ -12,7 +22,7 @@ void setRounding(store::Connection& cn, QDate kijunbi, int side) {
 }
 
 void computeIndividual(store::Connection& cn, int side) {
-    const shell::RunKey run = sample::runKey(sample::kCriteria[0], sample::newestKijunbi());
+    const shell::RunKey run = generalRun();
     setRounding(cn, run.kijunbi, side);
     calc::Kojinbetsu keisan(cn, run, {});
     keisan.keisan1_kojinbetsu();
@@ -20,7 +30,7 @@ void computeIndividual(store::Connection& cn, int side) {
 }
 
 void computePool(store::Connection& cn, int side) {
-    const shell::RunKey run = sample::runKey(sample::kCriteria[0], sample::newestKijunbi());
+    const shell::RunKey run = generalRun();
     setRounding(cn, run.kijunbi, side);
     calc::Sougaku keisan(cn, run);
     keisan.keisan1_sougaku();
@@ -36,17 +46,51 @@ void changeDates(store::Connection& cn, int side) {
         prep::removeDate(cn, prep::Side::Jikkou, extraDate());
 }
 
+void fillAutomatically(store::Connection& cn, int side) {
+    cn.execute(QStringLiteral("update S係数等級 set 係数 = ?"), {1.5 + side});
+    prep::autoInput(cn, generalRun(), criteria::Houshiki::Kojinbetsu);
+}
+
+void saveGrid(store::Connection& cn, const prep::InputTarget& target, const QString& text) {
+    std::vector<prep::InputRow> rows = prep::loadInputRows(cn, generalRun(), target);
+    for (prep::InputRow& row : rows) row.text = text;
+    if (prep::writeInputRows(cn, generalRun(), target, rows)) store::throwTypeMismatch();
+}
+
+void typeAmounts(store::Connection& cn, int side) {
+    const QString column = QStringLiteral("金一封");
+    saveGrid(cn, {prep::RunTable::TaiouSyain, column}, QString::number(12000 + side));
+    prep::storeTypedTotal(cn, generalRun(), column);
+}
+
+/// The results of one of two dates, then the grid's own save nested in the same transaction.
+void importGrades(store::Connection& cn, int side) {
+    const QDate date = prep::evaluationDates(cn, generalRun().kijunbi).at(static_cast<std::size_t>(side));
+    for (prep::RunTable table : {prep::RunTable::KojinBetsu, prep::RunTable::SougakuHaibun})
+        prep::storeResults(cn, table, prep::evaluationResults(cn, generalRun(), table, date));
+    cn.execute(QStringLiteral("savepoint 画面"));
+    saveGrid(cn, {prep::RunTable::SougakuHaibun, QStringLiteral("評価")}, QString(side ? u'A' : u'B'));
+    cn.execute(QStringLiteral("release 画面"));
+}
+
+void storeCorrection(store::Connection& cn, int side) {
+    calc::PaymentSimulation panel;
+    auto decision = calc::decidePaymentPanel(cn, generalRun());
+    const auto& rows = std::get<calc::GradePanel>(decision.outcome).rows;
+    std::copy(rows.begin(), rows.end(), panel.grades.begin());
+    panel.uniformCorrected = panel.grades[0].corrected = QString::number(2.5 + side);
+    calc::storePaymentCoefficients(cn, generalRun(), panel);
+}
+
 }  // namespace
 
 void runTowards(store::Connection& cn, Command command, int side) {
     if (command == Command::Dates) prep::SelectIntoX(cn, {extraDate(), extraDate(), extraDate()});
+    using Work = void (*)(store::Connection&, int);
+    static constexpr Work kWorks[] = {computeIndividual, computePool,  changeDates,    fillAutomatically,
+                                      typeAmounts,       importGrades, storeCorrection};
     store::Transaction transaction(cn);
-    if (command == Command::Individual)
-        computeIndividual(cn, side);
-    else if (command == Command::Pool)
-        computePool(cn, side);
-    else
-        changeDates(cn, side);
+    kWorks[static_cast<int>(command)](cn, side);
     transaction.commit();
 }
 

@@ -6,11 +6,14 @@
 #include "sample_company.h"
 #include "store/connection.h"
 
-/// The three commands that change a company most, each between two known states, so that a broken run must
-/// show one of both.
+/// The commands that change a company most, each between two known states, so that a broken run must show one
+/// of both.
 namespace durability {
 
-enum class Command { Individual, Pool, Dates };
+enum class Command { Individual, Pool, Dates, AutoInput, Grid, Evaluation, PaymentStore };
+inline constexpr Command kCommands[] = {Command::Individual,  Command::Pool, Command::Dates,
+                                        Command::AutoInput,   Command::Grid, Command::Evaluation,
+                                        Command::PaymentStore};
 
 /// A date that the sample company does not have.
 inline QDate extraDate() {
@@ -18,7 +21,8 @@ inline QDate extraDate() {
 }
 
 /// Runs the command towards state `side` (0 or 1), one transaction as its screen has it. Calculations differ
-/// in the rounding that they find; Dates imports the extra date (1) or deletes it (0).
+/// in the rounding that they find; Dates imports the extra date (1) or deletes it (0); AutoInput finds other
+/// coefficients, Grid other amounts, Evaluation other results and choices, PaymentStore another correction.
 void runTowards(store::Connection& cn, Command command, int side);
 
 }  // namespace durability

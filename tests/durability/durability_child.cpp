@@ -1,4 +1,4 @@
-// Works on a company until it is killed: durability_child <dataDir> <company> <command>.
+// Works on a company until it is killed: durability_child <dataDir> <company> <command> <side to start with>.
 #include <QCoreApplication>
 #include <cstdio>
 
@@ -12,7 +12,5 @@ int main(int argc, char** argv) {
     auto cn = store::openMainConnection(arguments.value(1), arguments.value(2));
     std::puts("ready");
     std::fflush(stdout);
-    // A date that an earlier child left behind goes first.
-    const bool there = prep::hasDate(*cn, prep::Side::Jikkou, durability::extraDate());
-    for (int side = there ? 0 : 1;; side = 1 - side) durability::runTowards(*cn, command, side);
+    for (int side = arguments.value(4).toInt();; side = 1 - side) durability::runTowards(*cn, command, side);
 }

@@ -51,5 +51,4 @@ TEST_P(FailingWriteTest, EveryWriteMayFail) {
     EXPECT_TRUE(support::dump(*cn) != before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, FailingWriteTest,
-                         testing::Values(Command::Individual, Command::Pool, Command::Dates));
+INSTANTIATE_TEST_SUITE_P(Commands, FailingWriteTest, testing::ValuesIn(durability::kCommands));

@@ -1,0 +1,113 @@
+#include "prep/evaluation_import.h"
+
+#include <QMap>
+#include <algorithm>
+#include <optional>
+
+#include "prep/auto_item.h"
+
+namespace prep {
+namespace {
+
+/// The 評語タイプ of the criterion's first such row; none without a row.
+std::optional<QString> hyougoType(store::Connection& cn, const shell::RunKey& run, const QString& table,
+                                  const QString& condition = {}) {
+    auto row = cn.prepare(QStringLiteral("SELECT 評語タイプ FROM %1 WHERE 配分区分 = ? AND 配分基準 = ? %2 "
+                                         "ORDER BY ID LIMIT 1")
+                              .arg(table, condition));
+    row.bindAll({run.haibunKubun, run.haibunKijun});
+    if (!row.step()) return {};
+    return row.toText(0);
+}
+
+std::optional<QString> paymentScale(store::Connection& cn, const shell::RunKey& run) {
+    return hyougoType(cn, run, QStringLiteral("S支給係数設定"), QStringLiteral("AND 設定方法 = '3'"));
+}
+
+bool automaticGrade(store::Connection& cn, const shell::RunKey& run, const QString& houshiki) {
+    return cn.query(QStringLiteral("SELECT 1 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
+                                   "算定方式 = ? AND 設定名称 = '04' AND 入力区分Code = '2' LIMIT 1"),
+                    {run.haibunKubun, run.haibunKijun, houshiki})
+               .recordCount() > 0;
+}
+
+}  // namespace
+
+std::vector<RunTable> GradeUses::tables() const {
+    std::vector<RunTable> used;
+    if (shikyuu || kojinbetsu) used.push_back(RunTable::KojinBetsu);
+    if (sougaku) used.push_back(RunTable::SougakuHaibun);
+    return used;
+}
+
+bool GradeUses::holds(RunTable table) const {
+    const auto used = tables();
+    return std::find(used.begin(), used.end(), table) != used.end();
+}
+
+GradeUses gradeUses(store::Connection& cn, const shell::RunKey& run) {
+    return {paymentScale(cn, run).has_value(), automaticGrade(cn, run, QStringLiteral("1")),
+            automaticGrade(cn, run, QStringLiteral("2"))};
+}
+
+QStringList gradeWords(store::Connection& cn, const shell::RunKey& run, const GradeUses& uses) {
+    std::optional<QString> type;
+    if (uses.kojinbetsu || uses.sougaku) type = hyougoType(cn, run, QStringLiteral("S係数評価段階設定"));
+    if (!type && uses.shikyuu) type = paymentScale(cn, run);
+    auto row = cn.prepare(QStringLiteral("SELECT 評語 FROM S評価2テーブル WHERE 評語タイプ = ? ORDER BY ID"));
+    row.bind(1, type.value_or(QString()));
+    QStringList words;
+    while (row.step()) words << row.toText(0);
+    if (words.isEmpty())
+        throw store::Error(store::Error::Reason::Type,
+                           QStringLiteral("この配分基準で使う評語が設定されていません。"));
+    return words;
+}
+
+std::vector<QDate> evaluationDates(store::Connection& cn, QDate kijunbi) {
+    auto row =
+        cn.prepare(QStringLiteral("SELECT 基準日 FROM Ｈ評価実績 WHERE 分類Code <> '03' AND 基準日 < ? GROUP "
+                                  "BY 基準日 ORDER BY 基準日"));
+    row.bind(1, kijunbi);
+    std::vector<QDate> dates;
+    while (row.step()) dates.push_back(row.toDate(0));
+    return dates;
+}
+
+std::vector<EvaluationResult> evaluationResults(store::Connection& cn, const shell::RunKey& run,
+                                                RunTable table, QDate date) {
+    auto row = cn.prepare(QStringLiteral("SELECT 行.ID, 行.社員Code, 実績.評価 FROM "
+                                         "(SELECT ID, 社員Code FROM %1 WHERE %2) AS 行 INNER JOIN Ｈ評価実績 "
+                                         "AS 実績 ON 実績.社員Code = 行.社員Code WHERE 実績.基準日 = ? "
+                                         "ORDER BY Clng(行.社員Code), 実績.rowid, 行.ID")
+                              .arg(runTableName(table), kRunFilter));
+    store::Binds binds = runBinds(run);
+    binds.push_back(date);
+    row.bindAll(binds);
+    std::vector<EvaluationResult> results;
+    while (row.step()) results.push_back({row.toInteger(0), row.toText(1), row.value(2)});
+    return results;
+}
+
+void storeResults(store::Connection& cn, RunTable table, const std::vector<EvaluationResult>& results) {
+    struct Last {
+        qint64 id;
+        const store::Value* hyouka;
+        bool single = true;
+    };
+    QMap<QString, Last> people;
+    for (const EvaluationResult& result : results) {
+        const auto known = people.find(result.syainCode);
+        if (known == people.end()) {
+            people.insert(result.syainCode, {result.id, &result.hyouka});
+            continue;
+        }
+        known->single &= known->id == result.id;
+        known->hyouka = &result.hyouka;
+    }
+    auto update = cn.prepare(QStringLiteral("UPDATE %1 SET 評価 = ? WHERE ID = ?").arg(runTableName(table)));
+    for (const Last& last : people)
+        if (last.single) update.bind(1, *last.hyouka).bind(2, last.id).run();
+}
+
+}  // namespace prep
