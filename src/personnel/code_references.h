@@ -61,13 +61,11 @@ struct Reference {
 /// The map, for each file in the order in which a rename visits it.
 const std::vector<Reference>& codeReferences();
 
-/// The company whose files are visited. `mainFile` is the file that cn_main is open on (syouyo_db_name): it
-/// decides the order.
+/// The company whose files are visited; the file that cn_main is open on decides the order.
 struct CompanyDatabases {
     store::Connection& cn_main;
     QString dataDir;
-    QString company;   ///< kaisha_folder
-    QString mainFile;  ///< <会社>賞与db.mdb
+    QString company;  ///< kaisha_folder
 };
 
 /// Rows of the tables behind cn_main that use the code.
