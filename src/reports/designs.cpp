@@ -230,8 +230,8 @@ Design dataReportHData() {
     return design;
 }
 
-/// A text, its heading and its width in a list of people. Heading labels are numbered past those of the other
-/// bands.
+/// A text, its heading and its width in a list of people or codes. Heading labels are numbered past those of
+/// the other bands.
 struct PersonColumn {
     int text;
     int label;
@@ -314,12 +314,48 @@ Design dataReportJshikaku() {
                       QStringLiteral("Label5"));
 }
 
+/// The list of a code master: codes, names and, where the master has one, a third column. The last design
+/// stands under the name of a parent, printed once a page.
+constexpr int kMasterCode = 1134;
+constexpr int kMasterName = 3402;
+constexpr int kMasterDate = 1700;
+Design dataReportAtype() {
+    return personList(Paper::A4Portrait,
+                      {{1, 1, u"Code", kMasterCode},
+                       {2, 2, u"", kMasterName},
+                       {3, 3, u"設定年月日", kMasterDate, Format::Date}},
+                      QStringLiteral("Label5"));
+}
+Design dataReportBtype() {
+    return personList(Paper::A4Portrait, {{1, 1, u"Code", kMasterCode}, {2, 2, u"", kMasterName}},
+                      QStringLiteral("Label5"));
+}
+Design dataReportDtype() {
+    return personList(Paper::A4Portrait,
+                      {{1, 1, u"Code", kMasterCode}, {2, 2, u"", kMasterName}, {3, 3, u"", kMasterName}},
+                      QStringLiteral("Label5"));
+}
+Design dataReportFtype() {
+    Design design = personList(Paper::A4Portrait,
+                               {{1, 1, u"所属大", kMasterName},
+                                {2, 2, u"Code", kMasterCode},
+                                {3, 3, u"所属小", kMasterName},
+                                {4, 7, u"設定年月日", kMasterDate, Format::Date}},
+                               QStringLiteral("Label5"));
+    design.band(Section::Section1).controls.front().hideRepeated = true;
+    return design;
+}
+
 using Maker = Design (*)();
 const QHash<QString, Maker>& makers() {
     static const QHash<QString, Maker> table = {{QStringLiteral("DataReportSHyou01"), dataReportSHyou01},
                                                 {QStringLiteral("DataReportSHyou02"), dataReportSHyou02},
                                                 {QStringLiteral("DataReportSHyou03"), dataReportSHyou03},
                                                 {QStringLiteral("DataReportHData"), dataReportHData},
+                                                {QStringLiteral("DataReportAtype"), dataReportAtype},
+                                                {QStringLiteral("DataReportBtype"), dataReportBtype},
+                                                {QStringLiteral("DataReportDtype"), dataReportDtype},
+                                                {QStringLiteral("DataReportFtype"), dataReportFtype},
                                                 {QStringLiteral("DataReportJShain"), dataReportJShain},
                                                 {QStringLiteral("DataReportJkazoku"), dataReportJkazoku},
                                                 {QStringLiteral("DataReportJshikaku"), dataReportJshikaku}};

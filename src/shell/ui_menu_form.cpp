@@ -19,7 +19,7 @@ bool closes(const MenuEntry& entry) {
     return entry.screen.isEmpty() && !entry.action;
 }
 bool standsBelow(const MenuEntry& entry) {
-    return closes(entry) || entry.control == kHelpControl;
+    return closes(entry) || entry.below || entry.control == kHelpControl;
 }
 
 }  // namespace
@@ -51,7 +51,7 @@ void MenuForm::addEntries() {
     int placed = 0;
     for (const MenuEntry& entry : entries_) {
         QPushButton* button = addButton(entry);
-        if (entry.control == kHelpControl) {
+        if (standsBelow(entry) && !closes(entry)) {
             bottom->insertWidget(0, button);
         } else if (closes(entry)) {
             bottom->addWidget(button);

@@ -21,6 +21,7 @@ struct MenuEntry {
     std::function<void(GlobalRecord&)> prepare = {};
     QString screen = {};
     std::function<void()> action = {};
+    bool below = false;  ///< stands apart at the bottom, as Command11 always does
 };
 
 /// A menu: large buttons under a heading, in two columns where there are many; the closing entry and help
@@ -38,12 +39,13 @@ class MenuForm : public widgets::Form {
     void activated() override;
     /// Above the buttons, for what a menu adds to them (its labels).
     QVBoxLayout* headLayout() const { return head_; }
+    /// A button that runs its entry, for menus with an arrangement of their own.
+    QPushButton* addButton(const MenuEntry& entry);
 
     House& house_;
 
   private:
     void addEntries();
-    QPushButton* addButton(const MenuEntry& entry);
     void run(const MenuEntry& entry);
     void standUnderMain(int twipsAway);
 
