@@ -58,10 +58,6 @@ constexpr Kind kKinds[] = {
     {u"15", t::S係数自由5::kName, Source::Person, person::自由5, run_t::自由5係数, judged::自由5係数},
 };
 
-const QString& columnName(const QString& table, int position) {
-    return store::tableNamed(table).columns[static_cast<std::size_t>(position)].name;
-}
-
 /// Which coefficients of the criterion are automatic.
 class SetUp {
   public:

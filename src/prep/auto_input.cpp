@@ -24,10 +24,6 @@ std::vector<AutoRun::Row> readRows(store::Connection& cn, const QString& table, 
     return read;
 }
 
-QString columnName(const QString& table, int position) {
-    return store::tableNamed(table).columns[static_cast<std::size_t>(position)].name;
-}
-
 void bindCell(store::Statement& update, int parameter, const AutoCell& cell) {
     if (const auto* coefficient = std::get_if<double>(&cell.value))
         update.bind(parameter, *coefficient);

@@ -3,16 +3,9 @@
 #include <variant>
 #include <vector>
 
-#include "shell/run_key.h"
-#include "store/connection.h"
+#include "prep/run_filter.h"
 
 namespace prep {
-
-/// The filter that names one run in its tables, and the values of its three parameters.
-inline const QString kRunFilter = QStringLiteral("基準日 = ? AND 配分区分 = ? AND 配分基準 = ?");
-inline store::Binds runBinds(const shell::RunKey& run) {
-    return {run.kijunbi, run.haibunKubun, run.haibunKijun};
-}
 
 /// A run that automatic input fills: its rows in the order of Clng(社員Code).
 struct AutoRun {

@@ -5,21 +5,16 @@
 #include <cmath>
 
 #include "prep/criterion_snapshot.h"
-#include "store/catalog.h"
+#include "prep/run_filter.h"
 
 namespace prep {
 namespace {
 
 namespace t = store::tables;
 
-const QString kOfRun = QStringLiteral("基準日 = ? AND 配分区分 = ? AND 配分基準 = ?");
 const QString kInputError = QStringLiteral("入力エラー");
 constexpr double kAmountLimit = 100000000;
 constexpr double kCoefficientLimit = 1000;
-
-store::Binds runBinds(const shell::RunKey& run) {
-    return {run.kijunbi, run.haibunKubun, run.haibunKijun};
-}
 
 // ---- The two walks in step -------------------------------------------------------------------------------
 
@@ -32,7 +27,7 @@ struct TableRows {
 TableRows readTableRows(store::Connection& cn, const shell::RunKey& run, const QString& table) {
     store::Statement row =
         cn.prepare(QStringLiteral("SELECT ID, 社員Code FROM %1 WHERE %2 ORDER BY Clng(社員Code), ID")
-                       .arg(table, kOfRun));
+                       .arg(table, kRunFilter));
     row.bindAll(runBinds(run));
     TableRows rows;
     while (row.step()) {
@@ -162,7 +157,7 @@ std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& 
     const QHash<QString, InputRow> people = readPeople(cn);
     store::Statement row =
         cn.prepare(QStringLiteral("SELECT 社員Code, %1 FROM %2 WHERE %3 ORDER BY Clng(社員Code), ID")
-                       .arg(target.column, runTableName(target.table), kOfRun));
+                       .arg(target.column, runTableName(target.table), kRunFilter));
     row.bindAll(runBinds(run));
     std::vector<InputRow> rows;
     while (row.step()) {
@@ -192,7 +187,7 @@ std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey
 
 void storeTypedTotal(store::Connection& cn, const shell::RunKey& run, const QString& column) {
     store::Statement sum =
-        cn.prepare(QStringLiteral("SELECT Sum(%1) FROM S配分基準対応社員 WHERE %2").arg(column, kOfRun));
+        cn.prepare(QStringLiteral("SELECT Sum(%1) FROM S配分基準対応社員 WHERE %2").arg(column, kRunFilter));
     sum.bindAll(runBinds(run));
     sum.step();
     const store::Value total = sum.isNull(0) ? store::Value() : store::Value(sum.toMoney(0));
@@ -218,7 +213,7 @@ QString coefficientColumn(const QString& setteiMeisyou) {
     using namespace t::S実行個人別計算;
     const int position = 年齢係数 - 1 + setteiMeisyou.toInt();
     if (position < 年齢係数 || position > 入力3係数) store::throwTypeMismatch();
-    return store::tableNamed(QString::fromUtf16(kName)).columns[static_cast<std::size_t>(position)].name;
+    return columnName(QString::fromUtf16(kName), position);
 }
 
 std::vector<Coefficient> listCoefficients(store::Connection& cn, const shell::RunKey& run,
