@@ -123,6 +123,8 @@ QWidget* frmSDatatorikomi::buildDates() {
     Text1_ = makeArray<QLineEdit, kFields>(u"Text1"_s, {});
     for (int i = 0; i < kFields; ++i) {
         QLineEdit* edit = Text1_[std::size_t(i)];
+        edit->setInputMethodHints(Qt::ImhPreferNumbers |
+                                  Qt::ImhPreferLatin);  // 平成15年4月1日 stays possible
         QLabel* label = labelFor(u"Label3_%1"_s.arg(i), kFieldNames[std::size_t(i)] + u':', edit);
         widgets::addField(grid, label, edit);
     }
