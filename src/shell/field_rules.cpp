@@ -2,38 +2,16 @@
 
 #include <unicode/ucnv.h>
 
-#include <memory>
-
+#include "shell/code_page.h"
 #include "store/error.h"
 
 namespace shell {
-namespace {
-
-struct CloseConverter {
-    void operator()(UConverter* converter) const { ucnv_close(converter); }
-};
-using Converter = std::unique_ptr<UConverter, CloseConverter>;
-
-UConverter* codePage() {
-    static const Converter converter = [] {
-        UErrorCode status = U_ZERO_ERROR;
-        Converter opened(ucnv_open("ibm-943_P15A-2003", &status));
-        if (U_FAILURE(status)) {
-            throw store::Error(store::Error::Reason::Engine,
-                               QStringLiteral("文字コードの変換表が見つかりません。"));
-        }
-        return opened;
-    }();
-    return converter.get();
-}
-
-}  // namespace
 
 qint32 byteCount(const QString& text) {
     UErrorCode status = U_ZERO_ERROR;
     const auto* units = reinterpret_cast<const UChar*>(text.utf16());
     const int32_t bytes =
-        ucnv_fromUChars(codePage(), nullptr, 0, units, static_cast<int32_t>(text.size()), &status);
+        ucnv_fromUChars(windows31J(), nullptr, 0, units, static_cast<int32_t>(text.size()), &status);
     if (U_FAILURE(status) && status != U_BUFFER_OVERFLOW_ERROR) {
         throw store::Error(store::Error::Reason::Engine, QStringLiteral("文字を変換できません。"));
     }

@@ -1,0 +1,249 @@
+#include "personnel/ui_selection_form.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <algorithm>
+
+#include "personnel/position_in_force.h"
+#include "personnel/ui_person_output.h"
+#include "reports/frmReport.h"
+#include "reports/ui_open_document.h"
+#include "reports/workbook.h"
+#include "shell/ui_box.h"
+#include "store/date_text.h"
+#include "widgets/layout.h"
+#include "widgets/theme.h"
+
+namespace personnel {
+namespace {
+
+using namespace Qt::StringLiterals;
+using Deed = SelectionMode::Deed;
+
+const QString kNobody = u"該当する社員データはありません。"_s;
+
+/// Exactly one flag is set when a menu entry opens the screen.
+const SelectionMode* modeOf(const shell::GlobalRecord& global, const std::vector<SelectionMode>& modes) {
+    const auto found = std::find_if(modes.begin(), modes.end(),
+                                    [&](const SelectionMode& mode) { return global.*mode.flag; });
+    return found == modes.end() ? &modes.front() : &*found;
+}
+
+}  // namespace
+
+SelectionForm::SelectionForm(const Names& names, const std::vector<SelectionMode>& modes, shell::House& house,
+                             reports::ExportSession& session, QWidget* parent)
+    : Form(names.screen, names.caption, parent),
+      house_(house),
+      session_(session),
+      mode_(modeOf(house.global, modes)),
+      transaction_(*house.global.cn_main),
+      count_(make<QLabel>(names.count)) {
+    setMinimumSize(112 * widgets::kGrid, 66 * widgets::kGrid);
+    makeButtons();
+}
+
+// ---- The screen's parts
+
+void SelectionForm::makeButtons() {
+    command1_ = make<QPushButton>(u"Command1"_s, u"対象者リストの表示(&F)"_s);
+    command2_ = make<QPushButton>(u"Command2"_s, u"キャンセル(&C)"_s);
+    command5_ = make<QPushButton>(u"Command5"_s, u"対象者１名を選択　次へ(&I)"_s);
+    command4_ = make<QPushButton>(u"Command4"_s, u"対象者全員を選択　次へ(&Z)"_s);
+    command3_ = make<QPushButton>(u"Command3"_s, u"ヘルプ(&H)"_s);
+    command6_ = make<QPushButton>(u"Command6"_s, u"閉じる(&B)"_s);
+    widgets::setPrimary(command1_);
+    setCancelButton(command6_);
+    command4_->setVisible(!mode_->oneOnly);
+    const bool leads = mode_->deed != Deed::OpenScreen || house_.screens.has(mode_->screen);
+    for (QPushButton* button : {command4_, command5_}) button->setEnabled(leads);
+    connect(command1_, &QPushButton::clicked, this, [this] { search(); });
+    connect(command2_, &QPushButton::clicked, this, [this] { clearConditions(); });
+    connect(command3_, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
+    connect(command4_, &QPushButton::clicked, this, [this] { send(true); });
+    connect(command5_, &QPushButton::clicked, this, [this] { send(false); });
+    connect(command6_, &QPushButton::clicked, this, [this] { reject(); });
+}
+
+QWidget* SelectionForm::makeFound() {
+    auto* card = new widgets::Card(this);
+    list_ = make<widgets::CodeList>(u"DataList1"_s);
+    list_->setAccessibleName(u"対象者リスト"_s);
+    list_->setPlaceholder(u"条件を入力して、\n「対象者リストの表示」を押してください。"_s);
+    list_->setMinimumWidth(fontMetrics().horizontalAdvance(u"000000　一二三四五六七八九十"_s) +
+                           6 * widgets::kGrid);
+    connect(list_, &QListView::doubleClicked, this, [this] { command5_->click(); });
+    widgets::setTone(count_, widgets::Tone::Heading);
+    card->body()->addWidget(list_, 1);
+    card->body()->addWidget(count_);
+    showPeople({});
+    return card;
+}
+
+void SelectionForm::arrange(QLayout* conditions) {
+    auto* title = make<QLabel>(u"lblTitle"_s, windowTitle());
+    auto* purpose = make<QLabel>(u"lblPurpose"_s, mode_->purpose);
+    told_ = make<QLabel>(u"lblTold"_s);
+    told_->setWordWrap(true);
+    told_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    told_->hide();
+
+    auto* asked = new widgets::Card(this);
+    asked->body()->addLayout(conditions);
+    asked->body()->addStretch(1);
+    asked->body()->addLayout(widgets::buttonRow({}, {command2_, command1_}));
+    auto* middle = new QHBoxLayout;
+    middle->setSpacing(2 * widgets::kGrid);
+    middle->addWidget(asked, 1);
+    middle->addWidget(makeFound(), 1);
+
+    auto* column = widgets::columnOf(this);
+    column->addLayout(widgets::headerBlock(title, purpose));
+    column->addLayout(middle, 1);
+    column->addWidget(told_);
+    column->addLayout(widgets::buttonRow({command3_}, {command6_, command5_, command4_}));
+    widgets::tabOrder({command1_, command2_, list_, command5_, command4_, command6_, command3_});
+}
+
+QString SelectionForm::today() const {
+    return store::formatDate(house_.global.clock());
+}
+
+QList<QPushButton*> SelectionForm::exempt() const {
+    return {command2_, command3_, command6_};
+}
+
+bool SelectionForm::checkDate(QLineEdit* edit, bool mayBeEmpty) {
+    if (edit->text().isEmpty() && mayBeEmpty) return true;
+    const auto date = store::parseDate(edit->text());
+    if (date) {
+        edit->setText(store::formatDate(*date));
+        return true;
+    }
+    shell::tell(this,
+                edit->text().isEmpty() ? u"未入力は許されません。"_s : u"日付の入力が正しくありません。"_s,
+                u"入力エラー"_s, shell::BoxIcon::Critical);
+    edit->setFocus();
+    widgets::select_all(edit);
+    return false;
+}
+
+// ---- Finding people
+
+void SelectionForm::search() {
+    shell::guarded(this, [this] {
+        setHourglass();
+        const auto found = find();
+        setDefaultPointer();
+        if (!found) return;
+        showPeople(*found);
+        if (found->empty())
+            shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
+        else
+            list_->setFocus();
+    });
+}
+
+void SelectionForm::refresh() {
+    if (people_.empty()) return;
+    if (const auto found = find()) showPeople(*found);
+}
+
+void SelectionForm::showPeople(const FoundPeople& people) {
+    people_ = people;
+    std::vector<widgets::CodeList::Item> items;
+    items.reserve(people.size());
+    for (const FoundPerson& person : people)
+        items.push_back({person.code, person.code + u"　"_s + person.name});
+    list_->setItems(items);
+    count_->setText(u"対象者数： %1 人"_s.arg(people.size()));
+}
+
+// ---- Sending people on
+
+void SelectionForm::send(bool all) {
+    QStringList codes;
+    if (all)
+        for (const FoundPerson& person : people_) codes << person.code;
+    else if (!list_->boundText().isEmpty())
+        codes << list_->boundText();
+    if (codes.isEmpty()) {
+        shell::tell(this, u"処理する人を選択してください。"_s, u"選択エラー"_s, shell::BoxIcon::Critical);
+        return;
+    }
+    told_->hide();
+    shell::guarded(this, transaction_, [&] {
+        if (mode_->deed == Deed::Restore) return restore(codes.first());
+        handOver(codes, all);
+        switch (mode_->deed) {
+            case Deed::OpenScreen:
+                return openScreen(codes.first(), all);
+            case Deed::Print:
+                return print();
+            case Deed::Sheet:
+                return sendSheet();
+            case Deed::Restore:
+                return;
+        }
+    });
+}
+
+/// The work tables and 社員絞込 change together.
+void SelectionForm::handOver(const QStringList& codes, bool all) {
+    setHourglass();
+    transaction_.begin();
+    if (mode_->deed != Deed::OpenScreen && showsPosition(mode_->list)) {
+        if (all)
+            SelectIntoZ(cn(), codes, referenceDate());
+        else
+            SelectIntoZZ(cn(), codes.first(), referenceDate());
+    }
+    storeSelection(cn(), codes);
+    transaction_.commit();
+}
+
+void SelectionForm::openScreen(const QString& code, bool all) {
+    auto& global = house_.global;
+    if (global.jinji_mode_joukenn) global.rireki_shinki = all;
+    if (!all) global.syain_code = code;
+    showChild(house_.screens.create(mode_->screen, house_, this));
+    refresh();
+}
+
+void SelectionForm::print() {
+    const store::Recordset rows = personRows(cn(), mode_->list);
+    setDefaultPointer();
+    if (rows.recordCount() == 0)
+        return shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
+    showChild(
+        personPreview(mode_->list, rows, {mode_->title, house_.global.panels.company, printedDate()}, this));
+    tell({}, leftOut(cn(), rows));
+}
+
+void SelectionForm::sendSheet() {
+    const store::Recordset rows = personRows(cn(), mode_->list);
+    const QString path = session_.send(personSheet(cn(), mode_->list, rows), mode_->title);
+    reports::openDocument(path);
+    tell(u"保存しました: %1"_s.arg(path), leftOut(cn(), rows));
+}
+
+/// What came of it; who is missing in a list of people, which nobody would notice in a long one.
+void SelectionForm::tell(const QString& done, int left) {
+    QStringList lines;
+    if (!done.isEmpty()) lines << done;
+    if (left > 0 && showsPosition(mode_->list)) {
+        const QString codes =
+            mode_->list == PersonList::StaffSheet ? u"性別・婚姻区分・世帯主区分"_s : u"性別"_s;
+        lines << u"%1 人は一覧に入っていません（%2が入っていないか、基準日の時点の異動履歴がありません）。"_s
+                     .arg(left)
+                     .arg(codes);
+    }
+    told_->setText(lines.join(u'\n'));
+    told_->setVisible(!lines.isEmpty());
+}
+
+}  // namespace personnel
