@@ -10,10 +10,13 @@
 #include <QStackedLayout>
 
 #include "calc/kojinbetsu.h"
+#include "calc/pay_charts.h"
 #include "calc/sougaku.h"
 #include "calc/ui_payment_panel.h"
 #include "calc/ui_result_output.h"
 #include "criteria/ui_criterion_picker.h"
+#include "reports/frmChart.h"
+#include "reports/frmReport.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "shell/ui_menu_form.h"
@@ -119,7 +122,7 @@ void frmSHaibunjikkouK2::makeControls() {
         setTabOrder(before, box);
         before = box;
     }
-    widgets::tabOrder({before, command6_, command1_, command4_, command5_});
+    widgets::tabOrder({before, command6_, command1_, command4_, command7_, command5_});
 }
 
 /// Step three: the 算定方式 over the budget. A hint stands in their place until a criterion is chosen.
@@ -235,6 +238,7 @@ QHBoxLayout* frmSHaibunjikkouK2::makeResults() {
     command6_ = make<QPushButton>(QStringLiteral("Command6"), QStringLiteral("支給係数修正(&S)"));
     command1_ = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("計算(&K)"));
     command4_ = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("一覧表"));
+    command7_ = make<QPushButton>(QStringLiteral("Command7"), QStringLiteral("グラフ(&G)"));
     command5_ = make<QPushButton>(QStringLiteral("Command5"), QStringLiteral("Excelにデータを送る"));
     for (QPushButton* button : {command6_, command1_}) widgets::setPrimary(button);
     sentTo_ = make<QLabel>(QStringLiteral("Label18"));
@@ -245,7 +249,7 @@ QHBoxLayout* frmSHaibunjikkouK2::makeResults() {
     row->addWidget(command6_);
     row->addWidget(command1_);
     row->addStretch();
-    for (QWidget* part : std::initializer_list<QWidget*>{marker_[2], command4_, command5_}) {
+    for (QWidget* part : std::initializer_list<QWidget*>{marker_[2], command4_, command7_, command5_}) {
         keepsItsPlace(part);
         row->addWidget(part);
     }
@@ -282,6 +286,8 @@ void frmSHaibunjikkouK2::connectEvents() {
     connect(command4_, &QPushButton::clicked, this, &frmSHaibunjikkouK2::Command4_Click);
     connect(command5_, &QPushButton::clicked, this, &frmSHaibunjikkouK2::Command5_Click);
     connect(command6_, &QPushButton::clicked, this, &frmSHaibunjikkouK2::Command6_Click);
+    connect(command7_, &QPushButton::clicked, this, &frmSHaibunjikkouK2::Command7_Click);
+    connect(panel_, &PaymentPanel::edited, this, &frmSHaibunjikkouK2::showEffect);
 }
 
 void frmSHaibunjikkouK2::Form_Load() {
@@ -313,15 +319,23 @@ void frmSHaibunjikkouK2::done(int result) {
 
 /// The window grows by the panel and shrinks by it again.
 void frmSHaibunjikkouK2::openPanel() {
-    if (!panel_->isHidden()) return;
+    preview_.emplace(cn(), *run_);
+    if (!panel_->isHidden()) return showEffect();
     const int closed = width();
     panel_->show();
+    showEffect();
     fitWindow(kOpenWidth);
     panelRoom_ = std::max(kOpenWidth - kClosedWidth, panel_->sizeHint().width() + 2 * widgets::kGrid);
     resize(std::max(minimumWidth(), closed + panelRoom_), height());
 }
 
+/// At every key stroke: reckoned in memory, nothing is read or written.
+void frmSHaibunjikkouK2::showEffect() {
+    if (preview_ && !panel_->isHidden()) panel_->showEffect(preview_->effectOf(simulation()));
+}
+
 void frmSHaibunjikkouK2::closePanel() {
+    preview_.reset();
     if (panel_->isHidden()) return;
     panel_->hide();
     fitWindow(kClosedWidth);
@@ -335,7 +349,7 @@ void frmSHaibunjikkouK2::fitWindow(int leastWidth) {
 }
 
 void frmSHaibunjikkouK2::showResults(bool show) {
-    for (QWidget* part : std::initializer_list<QWidget*>{command4_, command5_, marker_[2]})
+    for (QWidget* part : std::initializer_list<QWidget*>{command4_, command5_, command7_, marker_[2]})
         part->setVisible(show);
     sentTo_->hide();
     fitWindow(panel_->isHidden() ? kClosedWidth : kOpenWidth);
@@ -419,8 +433,7 @@ void frmSHaibunjikkouK2::tellEmployees(bool any) {
     widgets::setTone(label3_, state_ == State::NoEmployees ? widgets::Tone::Warning : widgets::Tone::Normal);
     if (state_ == State::NothingToCompute) {
         frame3_->hide();
-        command4_->show();
-        command5_->show();
+        for (QPushButton* button : {command4_, command5_, command7_}) button->show();
     }
 }
 
@@ -656,6 +669,7 @@ void frmSHaibunjikkouK2::Command4_Click() {
         auto* preview =
             resultPreview(rows, resultTitle(house_.global.haibun_kubun_mei, house_.global.haibun_kijun_mei),
                           coefficientLineForReport(simulation()), !panel_->isHidden(), this);
+        preview->offerCharts([this] { return chartsOfRun(cn(), *run_); });
         setDefaultPointer();
         showChild(preview);
     });
@@ -672,6 +686,21 @@ void frmSHaibunjikkouK2::Command5_Click() {
         sentTo_->setText(QStringLiteral("保存しました: %1").arg(path));
         sentTo_->show();
         fitWindow(panel_->isHidden() ? kClosedWidth : kOpenWidth);
+    });
+}
+
+void frmSHaibunjikkouK2::Command7_Click() {
+    shell::guarded(this, [this] {
+        picker_->takeSelection();
+        setHourglass();
+        const auto& global = house_.global;
+        auto* charts = new reports::frmChart(
+            chartsOfRun(cn(), *run_),
+            QStringLiteral("%1　基準日 %2")
+                .arg(resultTitle(global.haibun_kubun_mei, global.haibun_kijun_mei), global.kijunbi),
+            this);
+        setDefaultPointer();
+        showChild(charts);
     });
 }
 

@@ -2,7 +2,7 @@
 #include <QPointer>
 #include <array>
 
-#include "calc/payment_simulation.h"
+#include "calc/payment_preview.h"
 #include "calc/run_budget.h"
 #include "calc/shikyuu_store.h"
 #include "criteria/criteria.h"
@@ -63,6 +63,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     void Command4_Click();
     void Command5_Click();
     void Command6_Click();
+    void Command7_Click();
 
     void dropCriterion();
 
@@ -81,6 +82,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     void letRun();
     void openPanel();
     void closePanel();
+    void showEffect();
     void fitWindow(int leastWidth);
     void showResults(bool show);
     void storeTypedBudget();
@@ -114,6 +116,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     QPushButton* command4_ = nullptr;
     QPushButton* command5_ = nullptr;
     QPushButton* command6_ = nullptr;
+    QPushButton* command7_ = nullptr;
 
     /// What the second list stands on; the status line shows it and Command1 tests it.
     enum class State { NothingChosen, Ready, NoEmployees, NothingToCompute };
@@ -122,6 +125,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     std::array<bool, criteria::kHoushikiCount> summed_{};  ///< the payments whose total is shown
     std::optional<shell::RunKey> run_;                     ///< the run whose budget row the screen holds
     QString hyougo_type_;
+    std::optional<PaymentPreview> preview_;  ///< the run as it was when the panel opened
 };
 
 }  // namespace calc

@@ -10,7 +10,9 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "calc/pay_charts.h"
 #include "calc/ui_result_output.h"
+#include "reports/frmChart.h"
 #include "reports/frmReport.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
@@ -89,6 +91,7 @@ QWidget* frmSNenkan::makeDates() {
 QLayout* frmSNenkan::makeButtons() {
     auto* redo = make<QPushButton>(QStringLiteral("Command6"), QStringLiteral("やり直し"));
     auto* list = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("一覧表"));
+    auto* charts = make<QPushButton>(QStringLiteral("Command7"), QStringLiteral("グラフ(&G)"));
     auto* sheet = make<QPushButton>(QStringLiteral("Command5"), QStringLiteral("Excelにデータを送る"));
     auto* close = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
     auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
@@ -97,6 +100,7 @@ QLayout* frmSNenkan::makeButtons() {
     connect(redo, &QPushButton::clicked, this, &frmSNenkan::Command6_Click);
     connect(list, &QPushButton::clicked, this, &frmSNenkan::Command4_Click);
     connect(sheet, &QPushButton::clicked, this, &frmSNenkan::Command5_Click);
+    connect(charts, &QPushButton::clicked, this, &frmSNenkan::Command7_Click);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
@@ -104,7 +108,7 @@ QLayout* frmSNenkan::makeButtons() {
     for (QComboBox* combo : combo_)
         validateOnLeave(combo->lineEdit(), [this, combo] { return kijunbi_check(combo); },
                         {close, help, redo});
-    return widgets::buttonRow({help, redo}, {close, sheet, list});
+    return widgets::buttonRow({help, redo}, {close, sheet, charts, list});
 }
 
 void frmSNenkan::Form_Load() {
@@ -217,8 +221,10 @@ void frmSNenkan::Command4_Click() {
                                     nenkanColumns(),
                                     nenkanHeadings(heads(paddedDate, {}))},
                                    rows);
+        auto* preview = new reports::frmReport(std::move(report), this);
+        preview->offerCharts([this] { return chartsOfYear(*house_.global.cn_main, dates()); });
         setDefaultPointer();
-        showChild(new reports::frmReport(std::move(report), this));
+        showChild(preview);
     });
 }
 
@@ -232,6 +238,21 @@ void frmSNenkan::Command5_Click() {
         setDefaultPointer();
         sentTo_->setText(QStringLiteral("保存しました: %1").arg(path));
         sentTo_->show();
+    });
+}
+
+void frmSNenkan::Command7_Click() {
+    if (!requireDates()) return;
+    shell::guarded(this, [this] {
+        setHourglass();
+        QStringList chosen;
+        for (const QString& head : heads(store::formatDate, {}))
+            if (!head.isEmpty()) chosen << head;
+        auto* charts =
+            new reports::frmChart(chartsOfYear(*house_.global.cn_main, dates()),
+                                  QStringLiteral("%1　%2").arg(kListTitle, chosen.join(u'、')), this);
+        setDefaultPointer();
+        showChild(charts);
     });
 }
 

@@ -37,6 +37,7 @@ class frmSNenkan : public widgets::Form {
     void Command4_Click();
     void Command5_Click();
     void Command6_Click();
+    void Command7_Click();
 
     bool requireDates();
     /// The date of the list that a combo's text names; invalid for an empty or an unknown text.

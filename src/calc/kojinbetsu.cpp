@@ -13,64 +13,84 @@ const QString kSanteiHoushiki = QStringLiteral("1");
 
 }  // namespace
 
+KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const shell::RunKey& run) {
+    KojinbetsuInputs inputs;
+    inputs.active = readActiveCoefficients(connection, run, kSanteiHoushiki);
+    inputs.rows = freezeRunRows(connection, kRunTable, run, inputs.active);
+    inputs.grades = readRegisteredGrades(connection, run);
+    return inputs;
+}
+
+std::vector<double> effectivePayments(const KojinbetsuInputs& inputs, const PaymentSimulation& simulation) {
+    EffectiveCoefficient effective(inputs.grades, simulation);
+    std::vector<double> payments;
+    payments.reserve(inputs.rows.size());
+    for (const FrozenRow& row : inputs.rows) {
+        if (!row.payment) store::throwNull();
+        payments.push_back(effective.of(row.hyouka.value_or(QString()), *row.payment));
+    }
+    return payments;
+}
+
+std::vector<KojinbetsuAmount> kojinbetsuAmounts(const std::vector<FrozenRow>& rows,
+                                                const std::vector<double>& payments,
+                                                const Rounding& rounding) {
+    std::vector<KojinbetsuAmount> amounts;
+    amounts.reserve(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        KojinbetsuAmount amount{checkedFinite(rows[i].productA() * payments[i]),
+                                checkedFinite(rows[i].productB() * payments[i]),
+                                {}};
+        const double sum = amount.a + amount.b;
+        // The unrounded sum passes through the currency column too, so it has to fit there.
+        amount.total = store::Money::fromDouble(sum);
+        if (const auto rounded = rounding(sum)) amount.total = store::Money::fromDouble(*rounded);
+        amounts.push_back(amount);
+    }
+    return amounts;
+}
+
+std::vector<std::optional<store::Money>> totalsOf(const std::vector<KojinbetsuAmount>& amounts) {
+    std::vector<std::optional<store::Money>> totals;
+    totals.reserve(amounts.size());
+    for (const KojinbetsuAmount& amount : amounts) totals.push_back(amount.total);
+    return totals;
+}
+
 Kojinbetsu::Kojinbetsu(store::Connection& connection, const shell::RunKey& run, PaymentSimulation simulation)
     : connection_(connection), run_(run), simulation_(std::move(simulation)) {}
 
 void Kojinbetsu::keisan1_kojinbetsu() {
-    active_ = readActiveCoefficients(connection_, run_, kSanteiHoushiki);
-    rows_ = freezeRunRows(connection_, kRunTable, run_, active_);
+    inputs_ = readKojinbetsuInputs(connection_, run_);
     deleteRunRows(connection_, kDecisionTable, run_);
-
-    EffectiveCoefficient effective(connection_, run_, simulation_);
-    payment_.clear();
-    payment_.reserve(rows_.size());
-    for (const FrozenRow& row : rows_) {
-        if (!row.payment) store::throwNull();
-        payment_.push_back(effective.of(row.hyouka.value_or(QString()), *row.payment));
-    }
-}
-
-Kojinbetsu::Result Kojinbetsu::compute(std::size_t row, const Rounding& rounding) const {
-    Result result{checkedFinite(rows_[row].productA() * payment_[row]),
-                  checkedFinite(rows_[row].productB() * payment_[row]),
-                  {}};
-    const double sum = result.a + result.b;
-    // The unrounded sum passes through the currency column too, so it has to fit there.
-    result.total = store::Money::fromDouble(sum);
-    if (const auto rounded = rounding(sum)) result.total = store::Money::fromDouble(*rounded);
-    return result;
+    payment_ = effectivePayments(inputs_, simulation_);
 }
 
 CalculationResult Kojinbetsu::keisan2_kojinbetsu() {
-    if (rows_.empty()) return {};
+    const std::size_t employees = inputs_.rows.size();
+    if (employees == 0) return {};
     const Rounding rounding = readRounding(connection_, run_);
-    Assignees assignees(connection_, run_, QStringLiteral("個人別計算"), rows_.size());
-
-    std::vector<Result> results;
-    std::vector<std::optional<store::Money>> amounts;
-    for (std::size_t row = 0; row < rows_.size(); ++row) {
-        results.push_back(compute(row, rounding));
-        amounts.push_back(results.back().total);
-    }
+    Assignees assignees(connection_, run_, QStringLiteral("個人別計算"), employees);
+    const auto results = kojinbetsuAmounts(inputs_.rows, payment_, rounding);
     writeRows(results);
-    const store::Value total = assignees.write(amounts);
+    const store::Value total = assignees.write(totalsOf(results));
     writeBudgetTotal(connection_, run_, QStringLiteral("個人別計算合計"), total);
-    return {static_cast<int>(rows_.size()), total};
+    return {static_cast<int>(employees), total};
 }
 
-void Kojinbetsu::writeRows(const std::vector<Result>& results) {
+void Kojinbetsu::writeRows(const std::vector<KojinbetsuAmount>& results) {
     auto update = connection_.prepare(
         QStringLiteral("UPDATE %1 SET Ａ計算額 = ?, Ｂ計算額 = ?, 合計 = ? WHERE ID = ?").arg(kRunTable));
-    for (std::size_t row = 0; row < rows_.size(); ++row)
+    for (std::size_t row = 0; row < results.size(); ++row)
         update.bind(1, results[row].a)
             .bind(2, results[row].b)
             .bind(3, results[row].total)
-            .bind(4, rows_[row].id)
+            .bind(4, inputs_.rows[row].id)
             .run();
 
-    DecisionInsert decisions(connection_, kDecisionTable, run_, active_);
-    for (std::size_t row = 0; row < rows_.size(); ++row) {
-        store::Statement& insert = decisions.bind(rows_[row]);
+    DecisionInsert decisions(connection_, kDecisionTable, run_, inputs_.active);
+    for (std::size_t row = 0; row < results.size(); ++row) {
+        store::Statement& insert = decisions.bind(inputs_.rows[row]);
         insert.bind(decision_t::支給係数, payment_[row])
             .bind(decision_t::Ａ計算額, results[row].a)
             .bind(decision_t::Ｂ計算額, results[row].b)

@@ -14,6 +14,28 @@ struct CalculationResult {
     store::Value total;
 };
 
+/// The inputs of a run's individual amounts, frozen: what does not apply is neutral.
+struct KojinbetsuInputs {
+    ActiveCoefficients active;
+    std::vector<FrozenRow> rows;
+    RegisteredGrades grades;
+};
+KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const shell::RunKey& run);
+
+/// The arithmetic of 個人別計算, apart from all tables: each row's effective payment coefficient, and what
+/// each row comes to with it. Throws Error(Type) for a row without 支給係数 and what EffectiveCoefficient
+/// throws, Error(Overflow) beyond the range of a double or of money.
+struct KojinbetsuAmount {
+    double a, b;         ///< Ａ計算額, Ｂ計算額
+    store::Money total;  ///< 合計, rounded
+};
+std::vector<double> effectivePayments(const KojinbetsuInputs& inputs, const PaymentSimulation& simulation);
+std::vector<KojinbetsuAmount> kojinbetsuAmounts(const std::vector<FrozenRow>& rows,
+                                                const std::vector<double>& payments,
+                                                const Rounding& rounding);
+/// The column 合計 of them, as S配分基準対応社員 takes it.
+std::vector<std::optional<store::Money>> totalsOf(const std::vector<KojinbetsuAmount>& amounts);
+
 /// 個人別計算: base A × 18 coefficients × payment coefficient plus the same on base B, rounded by the run's
 /// Tanka_hasuu. Call keisan1_kojinbetsu, then keisan2_kojinbetsu, inside one transaction of the caller; on
 /// any store::Error the caller rolls back. The run's inputs (positions 1 to 26) are never written. With
@@ -30,18 +52,12 @@ class Kojinbetsu {
     CalculationResult keisan2_kojinbetsu();
 
   private:
-    struct Result {
-        double a, b;
-        store::Money total;
-    };
-    Result compute(std::size_t row, const Rounding& rounding) const;
-    void writeRows(const std::vector<Result>& results);
+    void writeRows(const std::vector<KojinbetsuAmount>& results);
 
     store::Connection& connection_;
     shell::RunKey run_;
     PaymentSimulation simulation_;
-    ActiveCoefficients active_;
-    std::vector<FrozenRow> rows_;
+    KojinbetsuInputs inputs_;
     std::vector<double> payment_;  ///< position 44 of each row
 };
 

@@ -33,14 +33,13 @@ std::optional<int> gradeIndex(const QString& hyougoType, const QString& grade) {
     return std::nullopt;
 }
 
-EffectiveCoefficient::EffectiveCoefficient(store::Connection& connection, const shell::RunKey& run,
-                                           const PaymentSimulation& simulation)
-    : simulation_(simulation) {
-    if (simulation_.mode != PaymentSimulation::Mode::Grades) return;
+RegisteredGrades readRegisteredGrades(store::Connection& connection, const shell::RunKey& run) {
     auto rows = connection.prepare(QStringLiteral(
         "SELECT 評価 FROM S支給係数評価あり WHERE 配分区分 = ? AND 配分基準 = ? AND 評価 IS NOT NULL"));
     rows.bindAll({run.haibunKubun, run.haibunKijun});
-    while (rows.step()) ++registeredRows_[rows.toText(0)];
+    RegisteredGrades registered;
+    while (rows.step()) ++registered[rows.toText(0)];
+    return registered;
 }
 
 double EffectiveCoefficient::ratioOf(const QString& grade) const {
@@ -48,7 +47,7 @@ double EffectiveCoefficient::ratioOf(const QString& grade) const {
         return ratio(simulation_.uniformCorrected, simulation_.uniformRegistered);
     const auto index = gradeIndex(simulation_.hyougoType, grade);
     // The employee's coefficient stays unset, and an unset number cannot be calculated with.
-    if (registeredRows_.value(grade) != 1 || !index) store::throwNull();
+    if (registered_.value(grade) != 1 || !index) store::throwNull();
     const PanelGrade& row = simulation_.grades[static_cast<std::size_t>(*index)];
     return ratio(row.corrected, row.registered);
 }

@@ -34,6 +34,9 @@ struct PaymentSimulation {
     std::array<PanelGrade, kGrades> grades;
 };
 
+/// What a box takes at most; 0 is the least.
+inline constexpr double kLargestCoefficient = 999.999;
+
 /// A coefficient from the text of a box or label: separators are ignored. Error(Type) when it is no number.
 double coefficientOfText(const QString& text);
 
@@ -41,12 +44,16 @@ double coefficientOfText(const QString& text);
 /// does not exist.
 std::optional<int> gradeIndex(const QString& hyougoType, const QString& grade);
 
+/// Per grade letter the rows that S支給係数評価あり has of it for the run's criterion.
+using RegisteredGrades = QHash<QString, int>;
+RegisteredGrades readRegisteredGrades(store::Connection& connection, const shell::RunKey& run);
+
 /// Each employee's effective payment coefficient of one run. A simulation scales the stored coefficient by
 /// corrected ÷ registered and never replaces it.
 class EffectiveCoefficient {
   public:
-    EffectiveCoefficient(store::Connection& connection, const shell::RunKey& run,
-                         const PaymentSimulation& simulation);
+    EffectiveCoefficient(const RegisteredGrades& registered, const PaymentSimulation& simulation)
+        : simulation_(simulation), registered_(registered) {}
     /// `grade` is the employee's 評価, `stored` the employee's 支給係数. Throws Error(DivideByZero) for a
     /// registered coefficient of 0, Error(Type) for a grade without exactly one registered row or outside the
     /// scale.
@@ -56,8 +63,8 @@ class EffectiveCoefficient {
     double ratioOf(const QString& grade) const;
 
     PaymentSimulation simulation_;
-    QHash<QString, int> registeredRows_;  ///< rows of S支給係数評価あり per grade
-    QHash<QString, double> ratios_;       ///< by grade, filled as employees come; "" for the uniform one
+    RegisteredGrades registered_;
+    QHash<QString, double> ratios_;  ///< by grade, filled as employees come; "" for the uniform one
 };
 
 }  // namespace calc

@@ -163,13 +163,18 @@ store::Value Assignees::write(const std::vector<std::optional<store::Money>>& am
     auto update =
         connection_.prepare(QStringLiteral("UPDATE S配分基準対応社員 SET %1 = ? WHERE ID = ?").arg(column_));
     for (std::size_t i = 0; i < amounts.size(); ++i) {
-        rows_[i].amount = amounts[i];
         bindOptional(update, 1, amounts[i]);
         update.bind(2, rows_[i].id).run();
     }
+    return totalWith(amounts);
+}
+
+store::Value Assignees::totalWith(const std::vector<std::optional<store::Money>>& amounts) const {
     std::optional<store::Money> sum;
-    for (const Row& row : rows_)
-        if (row.amount) sum = sum.value_or(store::Money()) + *row.amount;
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        const auto& amount = i < amounts.size() ? amounts[i] : rows_[i].amount;
+        if (amount) sum = sum.value_or(store::Money()) + *amount;
+    }
     return sum ? store::Value(*sum) : store::Value();
 }
 

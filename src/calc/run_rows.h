@@ -73,6 +73,8 @@ class Assignees {
     /// Writes amount i to row i. Rows beyond the amounts keep their value. Returns the sum over all rows,
     /// Nulls left out; Null when no row holds an amount.
     store::Value write(const std::vector<std::optional<store::Money>>& amounts);
+    /// The sum that write() would return, without writing.
+    store::Value totalWith(const std::vector<std::optional<store::Money>>& amounts) const;
 
   private:
     struct Row {

@@ -13,8 +13,6 @@
 namespace calc {
 namespace {
 
-constexpr double kLargest = 999.999;
-
 std::optional<double> numberOf(const QString& text) {
     try {
         return coefficientOfText(text);
@@ -60,11 +58,13 @@ PaymentPanel::PaymentPanel(QWidget* parent) : Card(parent) {
     grid->addWidget(uniformRegistered_, kUniformRow, 1);
     grid->addWidget(uniformCorrected_, kUniformRow, 2);
     column->addLayout(grid);
-    column->addStretch();
     auto* hint = label(QStringLiteral("Label15"), QStringLiteral("係数は 0.000～999.999 を入力してください"));
     widgets::setTone(hint, widgets::Tone::Muted);
     hint->setWordWrap(true);
     column->addWidget(hint);
+    column->addSpacing(widgets::kGrid);
+    column->addLayout(makeEffect());
+    column->addStretch();
     clearGrades();
     uniformHead_->hide();
     uniformCorrected_->hide();
@@ -83,7 +83,54 @@ QLineEdit* PaymentPanel::box(const QString& name, const QString& accessibleName)
     made->setAlignment(Qt::AlignRight);
     made->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0,000.0000")) + 4 * widgets::kGrid);
     widgets::admitOnly(made, QStringLiteral("0123456789."));
+    connect(made, &QLineEdit::textChanged, this, &PaymentPanel::edited);
     return made;
+}
+
+/// Three amounts under one another; none of them may move its neighbours as it grows.
+QLayout* PaymentPanel::makeEffect() {
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(widgets::kGrid + widgets::kGrid / 2);
+    grid->setVerticalSpacing(widgets::kGrid / 2);
+    auto* title = label(QStringLiteral("Label23"), QStringLiteral("個人別計算の合計（円）"));
+    widgets::setTone(title, widgets::Tone::Heading);
+    grid->addWidget(title, 0, 0, 1, 2);
+    const int room = fontMetrics().horizontalAdvance(QStringLiteral("-999,999,999,999,999"));
+    int row = 0;
+    for (const QString& head :
+         {QStringLiteral("現在の合計"), QStringLiteral("補正後の合計"), QStringLiteral("差額")}) {
+        auto* amount = effect_[static_cast<std::size_t>(row)] = label(QStringLiteral("Label24_%1").arg(row));
+        amount->setMinimumWidth(room);
+        amount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        amount->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        auto* name = label(QStringLiteral("Label25_%1").arg(row), head);
+        widgets::setTone(name, widgets::Tone::Muted);
+        ++row;
+        grid->addWidget(name, row, 0);
+        grid->addWidget(amount, row, 1);
+    }
+    effectNote_ = label(QStringLiteral("Label26"));
+    effectNote_->setWordWrap(true);
+    effectNote_->setMinimumHeight(2 * fontMetrics().lineSpacing());
+    effectNote_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    widgets::setTone(effectNote_, widgets::Tone::Muted);
+    grid->addWidget(effectNote_, row + 1, 0, 1, 2);
+    grid->setColumnStretch(1, 1);
+    return grid;
+}
+
+void PaymentPanel::showEffect(const PaymentEffect& effect) {
+    QStringList texts{QStringLiteral("—"), QStringLiteral("—"), QStringLiteral("—")};
+    if (const auto& totals = effect.totals) {
+        texts = {store::formatGrouped(totals->registered), store::formatGrouped(totals->corrected),
+                 store::formatGrouped(totals->difference)};
+        if (totals->difference > store::Money()) texts[2].prepend(u'+');
+    }
+    for (std::size_t i = 0; i < effect_.size(); ++i) effect_[i]->setText(texts[static_cast<int>(i)]);
+    effectNote_->setText(
+        effect.totals
+            ? QStringLiteral("「現在の合計」は登録値のままの金額です。［計算］を押すまで保存しません。")
+            : effect.reason);
 }
 
 void PaymentPanel::Row::showUsed() {
@@ -155,7 +202,7 @@ std::vector<QLineEdit*> PaymentPanel::boxes() const {
 bool PaymentPanel::check(QLineEdit* box) {
     if (box->text().trimmed().isEmpty()) box->setText(QStringLiteral("1.000"));
     const std::optional<double> number = numberOf(box->text());
-    const bool inRange = number && *number >= 0 && *number <= kLargest;
+    const bool inRange = number && *number >= 0 && *number <= kLargestCoefficient;
     if (inRange) {
         box->setText(store::formatCoefficient(*number));
         return true;

@@ -1,18 +1,19 @@
 #pragma once
 #include <array>
 
-#include "calc/payment_simulation.h"
+#include "calc/payment_preview.h"
 #include "calc/shikyuu_store.h"
 #include "widgets/layout.h"
 
 class QLabel;
+class QLayout;
 class QLineEdit;
 
 namespace calc {
 
 /// The panel 【支給係数シミュレーション】: each registered payment coefficient beside a box for the corrected
-/// one, by grade or one for everybody. It knows its texts, nothing of tables. Controls Frame4, Label10 to
-/// Label16, Text3, Text4.
+/// one, by grade or one for everybody, and below them what the corrections do to the total. It knows its
+/// texts, nothing of tables. Controls Frame4, Label10 to Label17, Label23 to Label26, Text3, Text4.
 class PaymentPanel : public widgets::Card {
     Q_OBJECT
   public:
@@ -35,6 +36,12 @@ class PaymentPanel : public widgets::Card {
     /// otherwise the message is told and false returned.
     bool check(QLineEdit* box);
 
+    /// The total now and with the corrections, or "—" and why there is none.
+    void showEffect(const PaymentEffect& effect);
+
+  Q_SIGNALS:
+    void edited();  ///< the text of a box changed, by the user or by the panel
+
   private:
     struct Row {
         QLabel* hyouka;
@@ -44,6 +51,7 @@ class PaymentPanel : public widgets::Card {
 
         void showUsed();  ///< what is empty takes no room
     };
+    QLayout* makeEffect();
     QLabel* label(const QString& name, const QString& text = {});
     QLineEdit* box(const QString& name, const QString& accessibleName);
 
@@ -51,6 +59,8 @@ class PaymentPanel : public widgets::Card {
     QLabel* uniformHead_;
     QLabel* uniformRegistered_;
     QLineEdit* uniformCorrected_;
+    std::array<QLabel*, 3> effect_{};
+    QLabel* effectNote_;
 };
 
 }  // namespace calc

@@ -71,8 +71,8 @@ QString sendLines(reports::ExportSession& session, const std::vector<QStringList
     return path;
 }
 
-QDialog* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
-                       const QString& coefficientLine, bool panelOpen, QWidget* parent) {
+reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
+                                  const QString& coefficientLine, bool panelOpen, QWidget* parent) {
     const QString name = QStringLiteral("賞与支給額");
     reports::Report report = amountReport({name, name, title, resultHeadings(), resultHeadings()}, rows);
     if (panelOpen) {

@@ -7,8 +7,11 @@
 #include "reports/report.h"
 #include "reports/workbook.h"
 
-class QDialog;
 class QWidget;
+
+namespace reports {
+class frmReport;
+}
 
 namespace calc {
 
@@ -37,8 +40,8 @@ inline const std::vector<int> kAmountColumns{3, 4, 5, 6, 7};
 std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKey& run);
 
 /// The preview of 賞与支給額. `coefficientLine` is printed when the simulation panel is open.
-QDialog* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
-                       const QString& coefficientLine, bool panelOpen, QWidget* parent);
+reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
+                                  const QString& coefficientLine, bool panelOpen, QWidget* parent);
 
 /// Writes the sheet as the next file of the session, opens it where there is a desktop, and returns its path.
 QString sendResultSheet(reports::ExportSession& session, const std::vector<ResultRow>& rows,

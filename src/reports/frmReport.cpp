@@ -1,8 +1,8 @@
 #include "reports/frmReport.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPdfWriter>
@@ -13,13 +13,15 @@
 #include <QSaveFile>
 #include <QShortcut>
 #include <QSpinBox>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
 
+#include "reports/ui_chart_picture.h"
 #include "reports/ui_page_view.h"
+#include "reports/ui_save_dialog.h"
 #include "shell/ui_box.h"
+#include "shell/ui_guard.h"
 #include "widgets/theme.h"
 
 namespace reports {
@@ -33,14 +35,6 @@ constexpr int kPdfResolution = 600;
 constexpr int kProgressAfterMs = 500;
 constexpr QSize kWindow{920, 820};
 
-/// The title as a file may bear it.
-QString fileNameOf(QString title) {
-    static const QString kForbidden = QStringLiteral("\\/:*?\"<>|");
-    for (QChar& c : title)
-        if (kForbidden.contains(c) || c.category() == QChar::Other_Control) c = u'_';
-    return title.trimmed().isEmpty() ? QStringLiteral("印刷") : title.trimmed();
-}
-
 }  // namespace
 
 frmReport::frmReport(Report report, QWidget* parent)
@@ -53,6 +47,7 @@ frmReport::frmReport(Report report, QWidget* parent)
     layout->addWidget(view_, 1);
     connectKeys();
     resize(kWindow);
+    showPageCount();
     showPage(1);
     view_->setFocus();
 }
@@ -62,11 +57,10 @@ void frmReport::buildToolbar() {
     previous_ = make<QPushButton>(QStringLiteral("cmdPrevious"), tr("前へ(&B)"));
     auto* caption = make<QLabel>(QStringLiteral("lblPage"), tr("ページ(&G)"));
     pageField_ = make<QSpinBox>(QStringLiteral("txtPage"));
-    pageField_->setRange(1, pageCount());
     pageField_->setKeyboardTracking(false);
     pageField_->setAccessibleName(tr("ページ番号"));
     caption->setBuddy(pageField_);
-    pages_ = make<QLabel>(QStringLiteral("lblPages"), tr("全 %1 ページ").arg(pageCount()));
+    pages_ = make<QLabel>(QStringLiteral("lblPages"), QString());
     next_ = make<QPushButton>(QStringLiteral("cmdNext"), tr("次へ(&N)"));
     last_ = make<QPushButton>(QStringLiteral("cmdLast"), tr("最終(&L)"));
     auto* zoomCaption = make<QLabel>(QStringLiteral("lblZoom"), tr("倍率(&Z)"));
@@ -76,6 +70,8 @@ void frmReport::buildToolbar() {
     zoom_->addItem(tr("幅に合わせる"), kFitWidth);
     zoom_->addItem(tr("ページ全体"), kFitPage);
     for (const int percent : kPercents) zoom_->addItem(QStringLiteral("%1 %").arg(percent), percent);
+    withCharts_ = make<QCheckBox>(QStringLiteral("chkCharts"), tr("グラフを付ける(&R)"));
+    withCharts_->hide();
     auto* pdf = make<QPushButton>(QStringLiteral("cmdPdf"), tr("PDF 保存(&S)"));
     auto* print = make<QPushButton>(QStringLiteral("cmdPrint"), tr("印刷(&P)"));
     auto* close = make<QPushButton>(QStringLiteral("cmdClose"), tr("閉じる(&C)"));
@@ -90,7 +86,8 @@ void frmReport::buildToolbar() {
          std::initializer_list<QWidget*>{first_, previous_, caption, pageField_, pages_, next_, last_})
         bar->addWidget(widget);
     bar->addStretch(1);
-    for (QWidget* widget : std::initializer_list<QWidget*>{zoomCaption, zoom_, pdf, print, close})
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{zoomCaption, zoom_, withCharts_, pdf, print, close})
         bar->addWidget(widget);
     static_cast<QVBoxLayout*>(layout())->addLayout(bar);
 
@@ -107,6 +104,7 @@ void frmReport::buildToolbar() {
                                            : PageView::Zoom::Percent,
                        value);
     });
+    connect(withCharts_, &QCheckBox::toggled, this, &frmReport::attachCharts);
     connect(pdf, &QPushButton::clicked, this, &frmReport::savePdfWithDialog);
     connect(print, &QPushButton::clicked, this, &frmReport::printWithDialog);
     connect(close, &QPushButton::clicked, this, &frmReport::reject);
@@ -127,6 +125,32 @@ void frmReport::connectKeys() {
     key(Qt::CTRL | Qt::Key_Equal, [this] { stepZoom(1); });
     key(Qt::CTRL | Qt::Key_Semicolon, [this] { stepZoom(1); });
     key(Qt::CTRL | Qt::Key_Minus, [this] { stepZoom(-1); });
+}
+
+void frmReport::offerCharts(std::function<std::vector<Chart>()> charts) {
+    charts_ = std::move(charts);
+    withCharts_->show();
+}
+
+/// The charts are read when they are wanted for the first time.
+void frmReport::attachCharts(bool attach) {
+    const bool done = shell::guarded(this, [this, attach] {
+        std::vector<ReportPainter::ExtraPage> pages;
+        if (attach) pages = chartPages(charts_(), painter_.aspectRatio() < 1);
+        painter_.setAppendix(std::move(pages));
+    });
+    if (!done) {
+        const QSignalBlocker quiet(withCharts_);
+        withCharts_->setChecked(false);
+    }
+    showPageCount();
+    showPage(attach && done ? pageCount() : page_);
+}
+
+void frmReport::showPageCount() {
+    const QSignalBlocker quiet(pageField_);
+    pageField_->setRange(1, pageCount());
+    pages_->setText(tr("全 %1 ページ").arg(pageCount()));
 }
 
 void frmReport::showPage(int page) {
@@ -196,15 +220,9 @@ bool frmReport::savePdf(const QString& path) {
 }
 
 void frmReport::savePdfWithDialog() {
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    const QString proposal =
-        documents.filePath(fileNameOf(painter_.report().title()) + QStringLiteral(".pdf"));
-    QFileDialog dialog(this, tr("PDF 保存"), proposal, tr("PDF ファイル (*.pdf)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("pdf"));
-    if (dialog.exec() != QDialog::Accepted) return;
-    const QString path = dialog.selectedFiles().value(0);
-    if (savePdf(path))
+    const QString path = askWhereToSave(
+        this, {tr("PDF 保存"), tr("PDF ファイル (*.pdf)"), QStringLiteral("pdf")}, painter_.report().title());
+    if (!path.isEmpty() && savePdf(path))
         shell::tell(this, tr("PDF ファイルを保存しました。\n%1").arg(QDir::toNativeSeparators(path)),
                     windowTitle(), shell::BoxIcon::Information);
 }

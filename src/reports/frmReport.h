@@ -1,9 +1,13 @@
 #pragma once
 #include <QString>
+#include <functional>
+#include <vector>
 
+#include "reports/chart.h"
 #include "reports/ui_report_painter.h"
 #include "widgets/form.h"
 
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QPushButton;
@@ -27,6 +31,10 @@ class frmReport : public widgets::Form {
     /// 50 to 200 per cent of the paper's size; the window's own modes are fit width and fit page.
     void setZoom(int percent);
 
+    /// Offers to put charts behind the report's own pages, in the preview, on paper and in the PDF file.
+    /// `charts` reads them when they are wanted; it may throw store::Error.
+    void offerCharts(std::function<std::vector<Chart>()> charts);
+
     /// Writes all pages to a PDF file, replacing it only when the whole was written. False when it could not
     /// be, after telling why, or when the user stopped it.
     bool savePdf(const QString& path);
@@ -34,6 +42,8 @@ class frmReport : public widgets::Form {
   private:
     void buildToolbar();
     void connectKeys();
+    void attachCharts(bool attach);
+    void showPageCount();
     void stepZoom(int direction);
     void printWithDialog();
     void savePdfWithDialog();
@@ -49,6 +59,8 @@ class frmReport : public widgets::Form {
     QSpinBox* pageField_;
     QLabel* pages_;
     QComboBox* zoom_;
+    QCheckBox* withCharts_;
+    std::function<std::vector<Chart>()> charts_;
 };
 
 }  // namespace reports

@@ -141,6 +141,17 @@ void ReportPainter::paint(QPainter& painter, const QRectF& target, int number) c
     painter.translate(target.topLeft());
     painter.scale(target.width() / paperWidth(paper), target.height() / paperHeight(paper));
 
+    const int own = pagination_.pageCount();
+    if (number <= own)
+        paintOwnPage(painter, number);
+    else
+        paintExtraPage(painter, static_cast<std::size_t>(number - own - 1));
+    const int footer = paperHeight(paper) - kVerticalMargin - report_.bandHeight(Section::Section3);
+    paintBand(painter, Section::Section3, footer, 0, number, true);
+    painter.restore();
+}
+
+void ReportPainter::paintOwnPage(QPainter& painter, int number) const {
     const Pagination::Page page = pagination_.page(number);
     int top = kVerticalMargin;
     const auto band = [&](Section section, int row, bool first) {
@@ -151,9 +162,14 @@ void ReportPainter::paint(QPainter& painter, const QRectF& target, int number) c
     band(Section::Section2, 0, true);
     for (int i = 0; i < page.rowCount; ++i) band(Section::Section1, page.firstRow + i, i == 0);
     if (page.reportFooter && report_.rowCount() > 0) band(Section::Section5, 0, true);
-    top = paperHeight(paper) - kVerticalMargin - report_.bandHeight(Section::Section3);
-    band(Section::Section3, 0, true);
-    painter.restore();
+}
+
+void ReportPainter::paintExtraPage(QPainter& painter, std::size_t number) const {
+    const Design& design = report_.design();
+    const int height =
+        paperHeight(design.paper) - 2 * kVerticalMargin - report_.bandHeight(Section::Section3);
+    appendix_[number](painter, QRectF((paperWidth(design.paper) - design.width) / 2.0, kVerticalMargin,
+                                      design.width, height));
 }
 
 void ReportPainter::setPaper(QPagedPaintDevice& device) const {

@@ -20,7 +20,11 @@ class ReportPainter {
     explicit ReportPainter(Report report);
 
     const Report& report() const { return report_; }
-    int pageCount() const { return pagination_.pageCount(); }
+    int pageCount() const { return pagination_.pageCount() + static_cast<int>(appendix_.size()); }
+
+    /// Pages behind the report's own, with its page numbers. Each draws into an area in twips.
+    using ExtraPage = std::function<void(QPainter& painter, const QRectF& area)>;
+    void setAppendix(std::vector<ExtraPage> pages) { appendix_ = std::move(pages); }
     double aspectRatio() const;  ///< width of the paper over its height
 
     /// Draws page `number` (from 1) so that the whole sheet of paper fills `target`.
@@ -36,6 +40,8 @@ class ReportPainter {
     bool print(QPagedPaintDevice& device, int first, int last, const Progress& progress = {}) const;
 
   private:
+    void paintOwnPage(QPainter& painter, int number) const;
+    void paintExtraPage(QPainter& painter, std::size_t number) const;
     void paintBand(QPainter& painter, Section section, int top, int row, int page, bool firstOnPage) const;
     void paintText(QPainter& painter, const Control& control, const QRectF& box, const QString& text) const;
 
@@ -49,6 +55,7 @@ class ReportPainter {
 
     Report report_;
     Pagination pagination_;
+    std::vector<ExtraPage> appendix_;
     std::vector<Look> looks_;  ///< by Style
 };
 

@@ -10,24 +10,54 @@
 #include <QStyle>
 #include <QTranslator>
 #include <algorithm>
+#include <array>
 
 #include "widgets/mint_style.h"
 
 namespace widgets {
 namespace {
 
-/// Text colours keep 4.5 : 1 or more against the surfaces they stand on.
+/// Text colours keep 4.5 : 1 or more against the surfaces they stand on, the series of a chart 3 : 1.
 struct Colours {
     QRgb window, surface, stripe, text, muted, disabled, button, line, strongLine;
     QRgb accent, onAccent, tint, onTint, danger, link, amber;
+    std::array<QRgb, 4> series;
 };
 
-constexpr Colours kLight{0xfff5f3ef, 0xffffffff, 0xfffaf9f6, 0xff26241f, 0xff68645b, 0xffa09b90,
-                         0xfffdfcfa, 0xffd3cec4, 0xff8f897d, 0xff137a64, 0xffffffff, 0xffd3ece4,
-                         0xff12372e, 0xffb3261e, 0xff0f6a8b, 0xff9a6400};
-constexpr Colours kDark{0xff232320, 0xff2c2c29, 0xff31312d, 0xffeceae4, 0xffaca89d, 0xff77736a,
-                        0xff373733, 0xff4b4a45, 0xff8d897f, 0xff3cc0a0, 0xff06231c, 0xff215347,
-                        0xffe6f7f2, 0xffff8f86, 0xff7cc7e6, 0xffe5b04c};
+constexpr Colours kLight{0xfff5f3ef,
+                         0xffffffff,
+                         0xfffaf9f6,
+                         0xff26241f,
+                         0xff68645b,
+                         0xffa09b90,
+                         0xfffdfcfa,
+                         0xffd3cec4,
+                         0xff8f897d,
+                         0xff137a64,
+                         0xffffffff,
+                         0xffd3ece4,
+                         0xff12372e,
+                         0xffb3261e,
+                         0xff0f6a8b,
+                         0xff9a6400,
+                         {0xff137a64, 0xffd17d00, 0xff3b6fb5, 0xff8e4a9c}};
+constexpr Colours kDark{0xff232320,
+                        0xff2c2c29,
+                        0xff31312d,
+                        0xffeceae4,
+                        0xffaca89d,
+                        0xff77736a,
+                        0xff373733,
+                        0xff4b4a45,
+                        0xff8d897f,
+                        0xff3cc0a0,
+                        0xff06231c,
+                        0xff215347,
+                        0xffe6f7f2,
+                        0xffff8f86,
+                        0xff7cc7e6,
+                        0xffe5b04c,
+                        {0xff3cc0a0, 0xffe5b04c, 0xff7cabea, 0xffcf96dd}};
 
 Colours current = kLight;
 
@@ -130,6 +160,12 @@ void setProperty(QWidget* widget, const char* property, const QString& value) {
     widget->update();
 }
 
+ChartColors chartColorsOf(const Colours& c) {
+    ChartColors colors{QColor(c.surface), QColor(c.text), QColor(c.muted), QColor(c.line), {}};
+    for (const QRgb series : c.series) colors.series << QColor(series);
+    return colors;
+}
+
 }  // namespace
 
 void applyTheme(QApplication& app, Scheme scheme) {
@@ -169,6 +205,13 @@ QColor dangerColor() {
 
 QColor warningColor() {
     return QColor(current.amber);
+}
+
+ChartColors chartColors() {
+    return chartColorsOf(current);
+}
+ChartColors paperChartColors() {
+    return chartColorsOf(kLight);
 }
 
 }  // namespace widgets

@@ -1,5 +1,6 @@
 #pragma once
 #include <QColor>
+#include <QList>
 
 class QApplication;
 class QLabel;
@@ -32,5 +33,13 @@ QColor accentColor();
 QColor onAccentColor();
 QColor dangerColor();
 QColor warningColor();  ///< the amber of a warning sign
+
+/// What a chart is drawn in: the ground, its writing, its lines, and a colour for each series.
+struct ChartColors {
+    QColor ground, text, muted, line;
+    QList<QColor> series;
+};
+ChartColors chartColors();       ///< of the installed scheme
+ChartColors paperChartColors();  ///< on paper and in saved pictures: light whatever the scheme is
 
 }  // namespace widgets

@@ -70,7 +70,18 @@ TEST_F(Run, ComputesEachMethodAsAFormulaWorkedOutApart) {
 }
 
 TEST_F(Run, CorrectedPaymentCoefficientsCountForThisDateOnly) {
+    const auto total = [](const std::string& amounts) {
+        qint64 sum = 0;
+        for (const QString& one : QString::fromStdString(amounts).split(u'|'))
+            sum += one.section(u' ', 1).toLongLong();
+        return sum;
+    };
     open([&](QDialog& form) {
+        const auto effect = [&] {
+            QStringList amounts;
+            for (int i = 0; i < 3; ++i) amounts << text(form, u"Label24_%1"_s.arg(i));
+            return amounts.join(u' ') + u'|' + text(form, u"Label26"_s);
+        };
         const auto refused = [&](const QString& entry, const QString& refusal) {
             driver_.expectBox(refusal, u"入力エラー"_s, BoxAnswer::Ok, BoxIcon::Critical);
             type(form, u"Text4"_s, entry, Qt::Key_Return);
@@ -80,12 +91,19 @@ TEST_F(Run, CorrectedPaymentCoefficientsCountForThisDateOnly) {
         click(form, u"Command6"_s);
         EXPECT_EQ(text(form, u"Label10"_s), u"登録値　【係数】　修正値"_s);
         EXPECT_EQ(text(form, u"Label15"_s), u"係数は 0.000～999.999 を入力してください"_s);
-        type(form, u"Text4"_s, u""_s, Qt::Key_Return);
+        type(form, u"Text4"_s, u""_s);
+        EXPECT_EQ(effect(), u"— — —|修正値に 0.000～999.999 を入力してください。"_s);
+        press(form, Qt::Key_Return);
         EXPECT_EQ(text(form, u"Text4"_s), u"1.000"_s);
         refused(u"1000"_s, u"0.000～999.999を入力してください。"_s);
         refused(u"1.2.3"_s, u"数字以外は許されません。 "_s);
         type(form, u"Text4"_s, u"999.999"_s, Qt::Key_Return);
-        type(form, u"Text4"_s, u"2.75"_s, Qt::Key_Return);
+        const QByteArray before = everything();
+        type(form, u"Text4"_s, u"2.75"_s);  // the totals follow each key
+        const qint64 now = total(individually(Managers)), then = total(individually(Managers, u"1.1"_s));
+        EXPECT_EQ(effect().section(u'|', 0, 0), u"%L1 %L2 +%L3"_s.arg(now).arg(then).arg(then - now));
+        expectUnchanged(before);
+        press(form, Qt::Key_Return);
         EXPECT_EQ(text(form, u"Text4"_s), u"2.750"_s);
         run(form, kKojinbetsu);
         EXPECT_EQ(stored(kKojinbetsu, Managers), individually(Managers, u"1.1"_s));
@@ -166,9 +184,27 @@ TEST_F(Run, ListsAndSendsTheResult) {
             EXPECT_TRUE(head.contains(title));
             EXPECT_TRUE(head.contains(u"支給係数  S=2.600  A=2.400  B=2.200  C=2.000  D=1.800  E=1.600"_s));
             EXPECT_TRUE(texts(report, Section::Section5).contains(text(form, u"Label6_0"_s)));
+            const auto pages = [&] { return dynamic_cast<reports::frmReport&>(preview).pageCount(); };
+            const int own = pages();
+            click(preview, u"chkCharts"_s);  // three charts, two on a page
+            EXPECT_EQ(pages(), own + 2);
+            EXPECT_EQ(text(preview, u"lblPages"_s), u"全 %1 ページ"_s.arg(own + 2));
+            const QString pdf = folder_.programDir() + u"/list.pdf"_s;
+            EXPECT_TRUE(dynamic_cast<reports::frmReport&>(preview).savePdf(pdf));
+            QFile file(pdf);
+            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+            EXPECT_TRUE(file.readAll().contains("/Count " + QByteArray::number(own + 2)));
+            click(preview, u"chkCharts"_s);
+            EXPECT_EQ(pages(), own);
             preview.reject();
         });
         click(form, u"Command4"_s);
+        driver_.onScreen(u"frmChart"_s, [&](QDialog& charts) {
+            EXPECT_EQ(text(charts, u"lblSubject"_s), title + u"　基準日 2026/12/10"_s);
+            press(charts, Qt::Key_2, Qt::AltModifier);
+            charts.reject();
+        });
+        click(form, u"Command7"_s);
         EXPECT_EQ(sum(u"合計"_s, General), sum(kKojinbetsu, General) + sum(u"金一封"_s, General));
         for (const bool panel : {true, false}) {
             if (!panel) click(form, u"Option1_1"_s);  // closes it: no line of coefficients

@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "calc/frmSJCheck.h"
+#include "calc/pay_charts.h"
 #include "reports/frmReport.h"
 #include "reports/workbook.h"
 #include "screen_driver.h"
@@ -126,7 +127,7 @@ TEST_F(Sheets, OfTheYearTakeEachDateOnceAndNeedOne) {
     open<calc::frmSNenkan>([&](QDialog& form) {
         EXPECT_EQ(text(form, u"Label4"_s), u"基準日を指定してください（複数可）。"_s);
         EXPECT_EQ(rows(form, third), (QStringList{u"2025/12/10"_s, u"2026/7/10"_s, u"2026/12/10"_s}));
-        for (const QString& button : {u"Command4"_s, u"Command5"_s})
+        for (const QString& button : {u"Command4"_s, u"Command5"_s, u"Command7"_s})
             refused(form, u"１つ以上の基準日を指定してください。"_s, u"未指定"_s, button);
         // A click into an empty combo goes to the first empty one.
         QTest::mouseClick(control<QComboBox>(form, third).lineEdit(), Qt::LeftButton);
@@ -182,6 +183,11 @@ TEST_F(Sheets, OfTheYearAndItsListSetTheDatesSideBySide) {
             preview.reject();
         });
         click(form, u"Command4"_s);
+        driver_.onScreen(u"frmChart"_s, [&](QDialog& charts) {
+            EXPECT_EQ(text(charts, u"lblSubject"_s), u"年間賞与支給額　2026/7/10、2026/12/10"_s);
+            charts.reject();
+        });
+        click(form, u"Command7"_s);
         click(form, u"Command5"_s);
         expectTold(form);
         EXPECT_EQ(sent_.name + line(1) + line(2), u"年間支給額年間賞与支給額"_s);
@@ -194,6 +200,37 @@ TEST_F(Sheets, OfTheYearAndItsListSetTheDatesSideBySide) {
         EXPECT_EQ(line(3), u"社員Code|氏名|なし|いつか|なし|なし|合計"_s);
         EXPECT_EQ(people(), 0);
     });
+}
+
+/// 000001 moved the day after the payment; 000002 has no birthday and stands under a code without a name.
+TEST_F(Sheets, OfTheYearAsChartsCountPeopleWhereTheyStoodAtTheDate) {
+    for (const auto& statement :
+         {u"delete from S配分基準対応社員"_s, u"delete from 異動テーブル"_s,
+          u"insert into S配分基準対応社員(社員Code,基準日,個人別計算,総額配分,金一封,特別加算金) values"
+          "('000002','2026-07-10',1000000,0,0,0),('000001','2026-12-10',20000000,10000,0,0),"
+          "('000001','2026-12-10',30000000,0,0,0),('000002','2026-12-10',null,1,1,1)"_s,
+          u"insert into 異動テーブル(社員Code,異動日,等級,所属大,役職) values"
+          "('000001','2026-12-10','1','01','01'),('000001','2026-12-11','02','02','02'),"
+          "('000001','2020-01-01','03','03','03'),('000002','2020-01-01',null,'99',null)"_s,
+          u"update 履歴書テーブル set 生年月日 = null where 社員Code = '000002'"_s,
+          u"update 履歴書テーブル set 氏名 = '山田', 生年月日 = (select date(年齢算出年月日, '-46 years')"
+          " from Sデータ取込年月日運用 where 基準日 = '2026-12-10') where 社員Code = '000001'"_s,
+          u"update 所属大マスタ set 所属大 = '本社' where Code = '01'"_s,
+          u"update 等級マスタ set 等級 = '一級' where Code = '1'"_s})
+        sql(statement);
+    const auto charts =
+        calc::chartsOfYear(*global_.cn_main, {QDate(2026, 12, 10), {}, QDate(2026, 7, 10), {}});
+    QStringList told;
+    for (const auto& chart : charts)
+        for (int i = 0; i < reports::itemCount(chart); ++i) told << reports::describeItem(chart, i);
+    EXPECT_EQ(told.filter(u"000001"_s).join(u'|'),
+              u"000001 山田　年齢 46　5,001円|000001 山田　一級　5,001円"_s);
+    EXPECT_EQ(told.filter(u"000002"_s).size(), 1);
+    EXPECT_TRUE(told.filter(u"000002"_s).first().endsWith(u"　（なし）　100円"_s));
+    EXPECT_EQ(charts[1].note, u"1人（生年月日の入っていない 1人を除く）"_s);
+    EXPECT_TRUE(told.contains(u"本社　2026/7/10 0円　2026/12/10 5,001円　合計 5,001円"_s));
+    EXPECT_TRUE(told.contains(u"コード 99　2026/7/10 100円　2026/12/10 0円　合計 100円"_s));
+    EXPECT_EQ(reports::itemCount(calc::chartsOfYear(*global_.cn_main, {}).front()), 0);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "calc/kojinbetsu.h"
 
+#include "calc/payment_preview.h"
 #include "run_fixture.h"
 
 using namespace calctest;
@@ -176,6 +177,12 @@ TEST_F(KojinbetsuTest, ASimulationScalesTheStoredCoefficient) {
                  {u"A", byGrade, "2.5", 902524}};
     for (const auto& c : cases) {
         sql("UPDATE S実行個人別計算 SET 評価 = ?", {c.grade});
+        const QByteArray before = support::dump(cn());
+        const auto effect = calc::PaymentPreview(cn(), run).effectOf(c.simulation).totals.value();
+        EXPECT_EQ(support::firstDifference(before, support::dump(cn())).toStdString(), "");
+        EXPECT_EQ(effect.registered, yen(902524));
+        EXPECT_EQ(effect.corrected, yen(c.amount));
+        EXPECT_EQ(effect.difference, yen(c.amount - 902524));
         EXPECT_EQ(commit(c.simulation).total, yen(c.amount)) << c.effective;
         EXPECT_EQ(read("SELECT 支給係数 FROM S実行個人別計算決定"), c.effective);
         EXPECT_EQ(read("SELECT 支給係数 FROM S実行個人別計算"), "2.5") << "stored";
@@ -200,7 +207,11 @@ TEST_F(KojinbetsuTest, EveryFailureLeavesTheTablesAsTheyWere) {
     commit();
     const auto byGrade = grades();
     const auto refused = [&](Reason reason, const char* damage, const PaymentSimulation& simulation = {}) {
-        expectRefusal(reason, damage, [&] { calculate(simulation); });
+        expectRefusal(reason, damage, [&] {
+            const auto effect = calc::PaymentPreview(cn(), run).effectOf(simulation);
+            EXPECT_TRUE(!effect.totals && !effect.reason.isEmpty());
+            calculate(simulation);
+        });
     };
     refused(Reason::DivideByZero, "", uniform(u"1.000"_s, u"0.000"_s));
     refused(Reason::Type, "", uniform(u"1.000"_s, u""_s));
@@ -221,7 +232,7 @@ TEST_F(KojinbetsuTest, EveryFailureLeavesTheTablesAsTheyWere) {
     refused(Reason::Type, "UPDATE S実行個人別計算 SET 社員Code = 'A1'");
     refused(Reason::Type, "UPDATE S配分基準対応社員 SET 社員Code = ''");
     refused(Reason::Type, "DELETE FROM S配分基準対応社員 WHERE 社員Code = '2'");
-    refused(Reason::Type, "DELETE FROM S実行予算");
+    expectRefusal(Reason::Type, "DELETE FROM S実行予算", [&] { calculate(); });
     // What does not act may be missing.
     sql("UPDATE S実行個人別計算 SET 年齢係数 = NULL, 評価 = NULL");
     EXPECT_EQ(commit().total, yen(40000));

@@ -1,0 +1,32 @@
+#pragma once
+#include <QChartView>
+
+#include "reports/ui_chart_picture.h"
+
+namespace reports {
+
+/// A chart in a window. The mouse points at a class, point or group; the arrow keys, Home and End move
+/// through them. What is pointed at is ringed or stands out, and is told beside the mouse and to the window.
+class ChartView : public QChartView {
+    Q_OBJECT
+  public:
+    ChartView(const Chart& chart, QWidget* parent);
+
+    const Chart& shown() const { return picture_->chart(); }
+
+  Q_SIGNALS:
+    void pointed(const QString& text);  ///< empty when nothing is pointed at any more
+
+  protected:
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    QString point(int item);
+
+    ChartPicture* picture_;
+    int item_ = -1;
+};
+
+}  // namespace reports
