@@ -1,5 +1,6 @@
 #include "personnel/frmJinjiIdou2.h"
 
+#include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -43,6 +44,10 @@ frmJinjiIdou2::frmJinjiIdou2(shell::House& house, QWidget* parent)
              {u"等級"_s, {}, 700},
              {kItems[Jiyuu], {}, 1500}});
     arrange(u"異動履歴"_s, arrangeFields(), grid());
+    auto* reminder = make<QLabel>(u"Label6"_s, kReminder);
+    reminder->setWordWrap(true);
+    widgets::setTone(reminder, widgets::Tone::Muted);
+    column()->insertWidget(1, reminder);
     openRecords();
 }
 
@@ -88,10 +93,6 @@ QLayout* frmJinjiIdou2::arrangeFields() {
     widgets::addField(fields, make<QLabel>(u"Label4_0"_s, u"号俸:"_s), kept_[0]);
     widgets::addField(fields, make<QLabel>(u"Label4_1"_s, u"評語:"_s), kept_[1]);
     addEdit(Comment, u"コメント:"_s);
-    auto* reminder = make<QLabel>(u"Label6"_s, kReminder);
-    reminder->setWordWrap(true);
-    widgets::setTone(reminder, widgets::Tone::Muted);
-    fields->addWidget(reminder, fields->rowCount(), 0, 1, 2);
     return fields;
 }
 

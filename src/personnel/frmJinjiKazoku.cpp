@@ -1,5 +1,6 @@
 #include "personnel/frmJinjiKazoku.h"
 
+#include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -8,6 +9,7 @@
 #include "shell/global_record.h"
 #include "shell/ui_reading_capture.h"
 #include "widgets/layout.h"
+#include "widgets/theme.h"
 
 namespace personnel {
 namespace {
@@ -39,6 +41,7 @@ frmJinjiKazoku::frmJinjiKazoku(shell::House& house, QWidget* parent)
              {u"同居"_s, u"同居"_s, 700},
              {u"障害"_s, u"障害"_s, 600}});
     arrange(u"家族情報"_s, arrangeFields());
+    grid()->setMinimumHeight(widgets::twips(2700));
     column()->insertWidget(1, grid(), 1);
     openRecords();
 }

@@ -1,12 +1,14 @@
 #include "shell/ui_reading_capture.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <algorithm>
+
+#include "widgets/theme.h"
 
 namespace shell {
 namespace {
@@ -96,9 +98,11 @@ bool ReadingCapture::replacesAll() const {
 }
 
 QWidget* makeReadingForms(ReadingCapture* capture, QWidget* form) {
-    auto* frame = new QGroupBox(u"「フリガナ」の書式"_s, form);
-    frame->setObjectName(u"Frame_optMode"_s);
+    auto* frame = new QWidget(form);
     auto* row = new QHBoxLayout(frame);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2 * widgets::kGrid);
+    row->addWidget(new QLabel(u"「フリガナ」の書式"_s, frame));
     const std::pair<QString, KanaForm> forms[] = {{u"全角ひらがな"_s, KanaForm::Hiragana},
                                                   {u"全角カタカナ"_s, KanaForm::Katakana},
                                                   {u"半角ｶﾀｶﾅ"_s, KanaForm::HalfKatakana}};

@@ -45,7 +45,7 @@ class ReadingCapture : public QObject {
     KanaForm form_ = KanaForm::HalfKatakana;
 };
 
-/// The options 「フリガナ」の書式, optMode_0 to optMode_2 in a frame: "全角ひらがな", "全角カタカナ",
+/// The options 「フリガナ」の書式, optMode_0 to optMode_2, in a row: "全角ひらがな", "全角カタカナ",
 /// "半角ｶﾀｶﾅ" (chosen at first).
 QWidget* makeReadingForms(ReadingCapture* capture, QWidget* form);
 
