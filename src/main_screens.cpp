@@ -3,6 +3,12 @@
 #include "calc/frmSHaibunjikkouK2.h"
 #include "calc/frmSJCheck.h"
 #include "calc/frmSNenkan.h"
+#include "personnel/frmJinjiIdou2.h"
+#include "personnel/frmJinjiKazoku.h"
+#include "personnel/frmJinjiSiborikomi.h"
+#include "personnel/frmJinjiSiborikomi2.h"
+#include "personnel/frmJinjiSikaku.h"
+#include "personnel/frmJinjiTorikomi.h"
 #include "prep/frmMenuSJikkou.h"
 #include "prep/frmSDatatorikomi.h"
 #include "prep/frmSHaibunjikkouK.h"
@@ -41,6 +47,12 @@ void addShell(shell::ScreenRegistry& screens) {
         });
 }
 
+void addRecords(shell::ScreenRegistry& screens) {
+    add<personnel::frmJinjiIdou2>(screens, "frmJinjiIdou2");
+    add<personnel::frmJinjiKazoku>(screens, "frmJinjiKazoku");
+    add<personnel::frmJinjiSikaku>(screens, "frmJinjiSikaku");
+}
+
 void addRun(shell::ScreenRegistry& screens) {
     add<prep::frmSDatatorikomi>(screens, "frmSDatatorikomi");
     add<prep::frmMenuSJikkou>(screens, "frmMenuSJikkou");
@@ -66,10 +78,21 @@ void addSender(shell::ScreenRegistry& screens, const char* name,
 }
 
 /// The sheets of one run of the program belong together: the session lives as long as the screens can be
-/// opened.
+/// opened. `prefix` begins the names of its files.
+std::shared_ptr<reports::ExportSession> sheetSession(const QString& sheetFolder, const QString& prefix) {
+    return std::make_shared<reports::ExportSession>(reports::ExportSession::Options{
+        sheetFolder.isEmpty() ? reports::ExportSession::defaultFolder() : sheetFolder, prefix});
+}
+
+void addSelection(shell::ScreenRegistry& screens, const QString& sheetFolder) {
+    const auto session = sheetSession(sheetFolder, QStringLiteral("人事"));
+    addSender<personnel::frmJinjiSiborikomi>(screens, "frmJinjiSiborikomi", session);
+    addSender<personnel::frmJinjiSiborikomi2>(screens, "frmJinjiSiborikomi2", session);
+    add<personnel::frmJinjiTorikomi>(screens, "frmJinjiTorikomi");
+}
+
 void addCalculation(shell::ScreenRegistry& screens, const QString& sheetFolder) {
-    const auto session = std::make_shared<reports::ExportSession>(reports::ExportSession::Options{
-        sheetFolder.isEmpty() ? reports::ExportSession::defaultFolder() : sheetFolder});
+    const auto session = sheetSession(sheetFolder, QStringLiteral("賞与"));
     addSender<calc::frmSHaibunjikkouK2>(screens, "frmSHaibunjikkouK2", session);
     addSender<calc::frmSJCheck>(screens, "frmSJCheck", session);
     addSender<calc::frmSNenkan>(screens, "frmSNenkan", session);
@@ -79,7 +102,9 @@ void addCalculation(shell::ScreenRegistry& screens, const QString& sheetFolder) 
 
 void registerScreens(shell::ScreenRegistry& screens, const QString& sheetFolder) {
     addShell(screens);
+    addRecords(screens);
     addRun(screens);
+    addSelection(screens, sheetFolder);
     addCalculation(screens, sheetFolder);
     // The list of snapshots is no screen of its own: the top menu opens its preview by this name.
     screens.add(QStringLiteral("frmHDataPrint"), reports::previewSnapshotDates);

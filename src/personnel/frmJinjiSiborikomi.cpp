@@ -265,11 +265,11 @@ QString frmJinjiSiborikomi::printedDate() {
     return dateLine(referenceDate());
 }
 
-std::optional<FoundPeople> frmJinjiSiborikomi::find() {
+SelectionForm::Query frmJinjiSiborikomi::query() {
     if (!checkDate(text1_, true)) return {};
     SelectionConditions asked = conditions();
     asked.kijunbi = referenceDate();
-    return selectPeople(cn(), asked);
+    return [this, asked] { return selectPeople(cn(), asked); };
 }
 
 }  // namespace personnel

@@ -19,7 +19,7 @@ class frmJinjiSiborikomi : public SelectionForm {
     frmJinjiSiborikomi(shell::House& house, reports::ExportSession& session, QWidget* parent);
 
   protected:
-    std::optional<FoundPeople> find() override;
+    Query query() override;
     void clearConditions() override;
     QDate referenceDate() override;
     QString printedDate() override;

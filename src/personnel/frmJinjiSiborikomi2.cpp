@@ -75,9 +75,10 @@ QString frmJinjiSiborikomi2::printedDate() {
     return u"%1～%2の退職者"_s.arg(text1_->text(), text2_->text());
 }
 
-std::optional<FoundPeople> frmJinjiSiborikomi2::find() {
+SelectionForm::Query frmJinjiSiborikomi2::query() {
     if (!checkDate(text1_, true) || !checkDate(text2_, true)) return {};
-    return selectRetired(cn(), store::parseDate(text1_->text()).value_or(QDate()), referenceDate());
+    const QDate from = store::parseDate(text1_->text()).value_or(QDate());
+    return [this, from, to = referenceDate()] { return selectRetired(cn(), from, to); };
 }
 
 void frmJinjiSiborikomi2::restore(const QString& code) {

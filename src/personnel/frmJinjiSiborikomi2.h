@@ -13,7 +13,7 @@ class frmJinjiSiborikomi2 : public SelectionForm {
     frmJinjiSiborikomi2(shell::House& house, reports::ExportSession& session, QWidget* parent);
 
   protected:
-    std::optional<FoundPeople> find() override;
+    Query query() override;
     void clearConditions() override;
     QDate referenceDate() override;
     QString printedDate() override;

@@ -94,6 +94,7 @@ void SelectionForm::arrange(QLayout* conditions) {
 
     auto* asked = new widgets::Card(this);
     asked->body()->addLayout(conditions);
+    asked->body()->addSpacing(widgets::kGrid);
     asked->body()->addStretch(1);
     asked->body()->addLayout(widgets::buttonRow({}, {command2_, command1_}));
     auto* middle = new QHBoxLayout;
@@ -137,11 +138,12 @@ bool SelectionForm::checkDate(QLineEdit* edit, bool mayBeEmpty) {
 void SelectionForm::search() {
     shell::guarded(this, [this] {
         setHourglass();
-        const auto found = find();
+        const Query asked = query();
+        if (!asked) return;
+        query_ = asked;
+        showPeople(query_());
         setDefaultPointer();
-        if (!found) return;
-        showPeople(*found);
-        if (found->empty())
+        if (people_.empty())
             shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
         else
             list_->setFocus();
@@ -149,8 +151,7 @@ void SelectionForm::search() {
 }
 
 void SelectionForm::refresh() {
-    if (people_.empty()) return;
-    if (const auto found = find()) showPeople(*found);
+    if (query_) showPeople(query_());
 }
 
 void SelectionForm::showPeople(const FoundPeople& people) {

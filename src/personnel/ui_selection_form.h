@@ -1,6 +1,6 @@
 #pragma once
 #include <QString>
-#include <optional>
+#include <functional>
 
 #include "personnel/person_lists.h"
 #include "personnel/selection.h"
@@ -49,8 +49,10 @@ class SelectionForm : public widgets::Form {
 
     // ---- what a subclass says
 
-    /// The people that meet the typed conditions; none after a box of its own.
-    virtual std::optional<FoundPeople> find() = 0;
+    /// Finds the people that meet the conditions as they are typed now, whenever it is called; null after a
+    /// box of its own.
+    using Query = std::function<FoundPeople()>;
+    virtual Query query() = 0;
     virtual void clearConditions() = 0;
     /// The date at which positions are shown; an empty field takes today first.
     virtual QDate referenceDate() = 0;
@@ -89,6 +91,7 @@ class SelectionForm : public widgets::Form {
     reports::ExportSession& session_;
     const SelectionMode* mode_;
     shell::FormTransaction transaction_;
+    Query query_;  ///< of the people found
     FoundPeople people_;
     widgets::CodeList* list_ = nullptr;
     QLabel* count_;

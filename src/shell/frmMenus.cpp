@@ -92,6 +92,7 @@ Menu registrationMenu() {
              entry("Command7", "Excel　にデータを送る", select, onlyOf(&G::jinji_mode_kazoku_excel)),
              entry("Command8", "資格・免許保有状況の確認", select, onlyOf(&G::jinji_mode_shikaku)),
              entry("Command9", "Excel　にデータを送る", select, onlyOf(&G::jinji_mode_shikaku_excel)),
+             entry("Command10", "社員・異動の取込(&D)", "frmJinjiTorikomi"),
              back("Command3", "人事情報ﾒﾆｭｰへ戻る(&B)")}};
 }
 

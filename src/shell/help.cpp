@@ -45,6 +45,7 @@ std::vector<HelpTopic> makeTopics() {
         {"frmMastaGiyuu5", Jhelp, 3014},
         {"frmMastaSyain", Jhelp, 3019},
         {"frmRireki", Jhelp, 3028},
+        {"frmJinjiTorikomi", Jhelp, 3101},
         {"frmSDatatorikomi", Shelp, 7001},
         {"frmSHaibunjikkouK", Shelp, 7003},
         {"frmSHaibunjikkouK2", Shelp, 7004},

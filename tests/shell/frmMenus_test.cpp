@@ -46,6 +46,7 @@ const struct {
     {"frmMenuJinjiSub", "Command7", "frmJinjiSiborikomi", "kazoku_excel", "zenin modes"},
     {"frmMenuJinjiSub", "Command8", "frmJinjiSiborikomi", "shikaku", "zenin modes"},
     {"frmMenuJinjiSub", "Command9", "frmJinjiSiborikomi", "shikaku_excel", "zenin modes"},
+    {"frmMenuJinjiSub", "Command10", "frmJinjiTorikomi", "", ""},
     {"frmMenuJinjiTaisyoku", "Command1", "frmJinjiSiborikomi", "yoteisya", "modes"},
     {"frmMenuJinjiTaisyoku", "Command2", "frmJinjiSiborikomi", "taisyoku", "modes"},
     {"frmMenuJinjiTaisyoku", "Command3", "frmJinjiSiborikomi2", "taisyokusya", "fukkatsu"},

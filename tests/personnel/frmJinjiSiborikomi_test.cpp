@@ -1,0 +1,438 @@
+#include "personnel/frmJinjiSiborikomi.h"
+
+#include "person_screens.h"
+#include "personnel/frmJinjiSiborikomi2.h"
+#include "reports/frmReport.h"
+#include "store/date_text.h"
+
+namespace {
+
+using namespace persontest;
+using personnel::frmJinjiSiborikomi;
+using personnel::frmJinjiSiborikomi2;
+using Flag = bool shell::GlobalRecord::*;
+using G = shell::GlobalRecord;
+
+const QString kNobody = u"該当する社員データはありません。"_s;
+
+/// A person as of a date, worked out without the work tables.
+struct Person {
+    QString code, kana, sex;
+    QDate joined;
+    bool retired;
+    int age, tenure;
+    QStringList position;  ///< six codes; empty without a transfer up to the date
+};
+
+int number(QDate date) {
+    return date.year() * 10000 + date.month() * 100 + date.day();
+}
+
+class Selection : public PersonScreens {
+  protected:
+    Selection() {
+        folder_.makeSample();
+        openCompany();
+        global_.jinji_mode_joukenn = true;
+        addPlain(u"frmRireki"_s);
+    }
+    std::vector<Person> peopleAt(QDate date) {
+        std::vector<Person> people;
+        auto row = global_.cn_main->prepare(
+            u"SELECT 社員Code,フリガナ,性別,生年月日,入社日,退職フラグ FROM 履歴書テーブル ORDER BY 社員Code"_s);
+        while (row.step())
+            people.push_back({row.toText(0),
+                              row.toText(1),
+                              row.toText(2),
+                              row.toDate(4),
+                              row.toBool(5),
+                              (number(date) - number(row.toDate(3))) / 10000,
+                              (number(date) - number(row.toDate(4))) / 10000,
+                              {}});
+        for (Person& person : people) {
+            QDate latest;
+            auto move = global_.cn_main->prepare(
+                u"SELECT 異動日,社員区分,所属大,所属小,役職,職種,コース FROM 異動テーブル WHERE 社員Code = ?"_s);
+            move.bind(1, person.code);
+            while (move.step()) {
+                if (move.toDate(0) > date || (latest.isValid() && move.toDate(0) <= latest)) continue;
+                latest = move.toDate(0);
+                person.position.clear();
+                for (int i = 1; i <= 6; ++i) person.position << move.toText(i);
+            }
+        }
+        return people;
+    }
+    static void enter(QDialog& form, const QString& combo, int row) {
+        control(form, combo).setFocus(Qt::TabFocusReason);
+        choose(form, combo, row);
+    }
+    static QString code(QDialog& form, int item) {
+        return control<widgets::CodeCombo>(form, u"DataCombo1_%1"_s.arg(item)).code();
+    }
+    static QStringList found(QDialog& form) {
+        QStringList codes;
+        for (const QString& line : rows(form, u"DataList1"_s)) codes << line.left(6);
+        return codes;
+    }
+};
+
+using Fill = std::function<void(QDialog&)>;
+using Meets = std::function<bool(QDialog&, const Person&)>;
+
+/// Choosing the entries of a combo by their lines; the first one asks nothing.
+Fill chosen(std::initializer_list<std::pair<int, int>> lines) {
+    return [lines = std::vector(lines)](QDialog& form) {
+        for (const auto& [item, line] : lines) {
+            const QString combo = u"DataCombo1_%1"_s.arg(item);
+            control(form, combo).setFocus(Qt::TabFocusReason);
+            choose(form, combo, line);
+        }
+    };
+}
+Fill typed(std::initializer_list<std::pair<QString, QString>> texts) {
+    return [texts = std::vector(texts)](QDialog& form) {
+        for (const auto& [name, text] : texts) type(form, name, text, Qt::Key_Tab);
+    };
+}
+
+TEST_F(Selection, FindsWhoMeetsTheConditionsWhicheverOnesAreAsked) {
+    const auto all = [](QDialog&, const Person&) { return true; };
+    const auto at = [](std::initializer_list<int> items) -> Meets {
+        return [items = std::vector(items)](QDialog& form, const Person& person) {
+            return std::all_of(items.begin(), items.end(),
+                               [&](int i) { return person.position.value(i, u"なし"_s) == code(form, i); });
+        };
+    };
+    const struct {
+        const char* what;
+        Fill fill;
+        Meets meets;
+    } cases[] = {
+        {"nothing", typed({}), all},
+        {"reading, typed in another form", typed({{u"txtFields_1"_s, u"さ"_s}}),
+         [](QDialog&, const Person& p) { return QString(u"さサｻ"_s).contains(p.kana.front()); }},
+        {"sex", [](QDialog& form) { click(form, u"Option3"_s); },
+         [](QDialog&, const Person& p) { return p.sex == u"3"_s; }},
+        {"not stated", [](QDialog& form) { click(form, u"Option1"_s); },
+         [](QDialog&, const Person& p) { return p.sex == u"1"_s; }},
+        {"社員区分", chosen({{0, 1}}), at({0})},
+        {"所属大", chosen({{1, 2}}), at({1})},
+        {"所属小", chosen({{1, 2}, {2, 1}}), at({1, 2})},
+        {"役職", chosen({{3, 4}}), at({3})},
+        {"職種", chosen({{4, 2}}), at({4})},
+        {"コース", chosen({{5, 1}}), at({5})},
+        {"age from", typed({{u"Text2"_s, u"40"_s}}), [](QDialog&, const Person& p) { return p.age >= 40; }},
+        {"age to", typed({{u"Text3"_s, u"30"_s}}), [](QDialog&, const Person& p) { return p.age <= 30; }},
+        {"tenure from", typed({{u"Text4"_s, u"10"_s}}),
+         [](QDialog&, const Person& p) { return p.tenure >= 10; }},
+        {"tenure to", typed({{u"Text5"_s, u"5"_s}}), [](QDialog&, const Person& p) { return p.tenure <= 5; }},
+        {"several, one of them a position",
+         [](QDialog& form) {
+             chosen({{0, 1}})(form);
+             click(form, u"Option2"_s);
+             typed({{u"Text2"_s, u"25"_s}, {u"Text5"_s, u"1000"_s}})(form);
+         },
+         [](QDialog& form, const Person& p) {
+             return p.position.value(0) == code(form, 0) && p.sex == u"2"_s && p.age >= 25;
+         }},
+        {"an age and a tenure",
+         typed({{u"Text2"_s, u"30"_s}, {u"Text3"_s, u"50"_s}, {u"Text4"_s, u"3"_s}, {u"Text5"_s, u"20"_s}}),
+         [](QDialog&, const Person& p) {
+             return p.age >= 30 && p.age <= 50 && p.tenure >= 3 && p.tenure <= 20;
+         }},
+    };
+    sql(u"UPDATE 履歴書テーブル SET 性別 = '1' WHERE 社員Code IN ('000003','000046')"_s);
+    sql(u"UPDATE 履歴書テーブル SET 生年月日 = '1986-12-01', 入社日 = '2016-12-01' WHERE 社員Code = '000004'"_s);
+    sql(u"UPDATE 履歴書テーブル SET 生年月日 = '1986-12-02', 入社日 = '2016-12-02' WHERE 社員Code = '000006'"_s);
+    for (const auto& [code, kana] : {std::pair(u"000007"_s, u"ｻﾄｳ"_s), std::pair(u"000008"_s, u"さとう"_s)})
+        sql(u"UPDATE 履歴書テーブル SET フリガナ = ? WHERE 社員Code = ?"_s, {kana, code});
+    for (const QDate date : {QDate(2026, 12, 1), QDate(2019, 6, 30)}) {
+        const std::vector<Person> people = peopleAt(date);
+        open<frmJinjiSiborikomi>(
+            [&](QDialog& form) {
+                for (const auto& each : cases) {
+                    SCOPED_TRACE(each.what);
+                    click(form, u"Command2"_s);
+                    EXPECT_EQ(text(form, u"Text1"_s), QString());
+                    type(form, u"Text1"_s, date.toString(u"yyyy年M月d日"_s), Qt::Key_Tab);
+                    each.fill(form);
+                    QStringList expected;
+                    for (const Person& person : people)
+                        if (!person.retired && person.joined <= date && each.meets(form, person))
+                            expected << person.code;
+                    EXPECT_FALSE(expected.isEmpty());
+                    click(form, u"Command1"_s);
+                    EXPECT_EQ(found(form), expected);
+                    EXPECT_EQ(text(form, u"Label18"_s), u"対象者数： %1 人"_s.arg(expected.size()));
+                }
+                EXPECT_EQ(text(form, u"Text2"_s), u"30"_s);
+            },
+            session_);
+    }
+}
+
+TEST_F(Selection, TellsWhatCannotBeAskedAndTakesACodeForACompleteCondition) {
+    open<frmJinjiSiborikomi>(
+        [&](QDialog& form) {
+            const auto told = [&](const QString& text, const QString& title, const QString& button) {
+                driver_.expectBox(text, title);
+                click(form, button);
+            };
+            EXPECT_EQ(text(form, u"Text1"_s), u"2026/12/1"_s);
+            const QString choice = u"処理する人を選択してください。"_s, wrong = u"選択エラー"_s;
+            told(choice, wrong, u"Command4"_s);
+            type(form, u"Text2"_s, u"40000"_s, Qt::Key_Tab);
+            EXPECT_EQ(text(form, u"Text2"_s), u"40,000"_s);
+            told(u"オーバーフローしました。"_s, {}, u"Command1"_s);
+            driver_.expectBox(u"未入力は許されません。"_s, u"入力エラー"_s);
+            type(form, u"Text1"_s, {}, Qt::Key_Tab);
+            driver_.expectBox(u"日付の入力が正しくありません。"_s, u"入力エラー"_s);
+            type(form, u"Text1"_s, u"2026/2/29"_s, Qt::Key_Tab);
+            type(form, u"Text1"_s, u"1989/1/1"_s, Qt::Key_Tab);
+            driver_.expectBox(u"条件に合致するデータはありません。"_s, u"入力エラー"_s);
+            control(form, u"DataCombo1_3"_s).setFocus(Qt::TabFocusReason);
+
+            type(form, u"txtFields_0"_s, u"9"_s, Qt::Key_Tab);  // retired
+            EXPECT_EQ(text(form, u"txtFields_0"_s), u"000009"_s);
+            for (const QString& other :
+                 {u"txtFields_1"_s, u"Option2"_s, u"DataCombo1_0"_s, u"Text1"_s, u"Text5"_s})
+                EXPECT_FALSE(enabled(form, other)) << other.toStdString();
+            EXPECT_EQ(text(form, u"Text2"_s), QString());
+            told(kNobody, u"検索結果"_s, u"Command1"_s);
+            EXPECT_EQ(text(form, u"Text1"_s), u"2026/12/1"_s);
+            type(form, u"txtFields_0"_s, u"000046"_s);
+            click(form, u"Command1"_s);
+            EXPECT_EQ(found(form), QStringList{u"000046"_s});
+            type(form, u"txtFields_0"_s, {}, Qt::Key_Tab);
+            EXPECT_TRUE(enabled(form, u"Text5"_s));
+            told(choice, wrong, u"Command5"_s);
+            choose(form, u"DataList1"_s, 0);
+            for (const auto& [button, all] :
+                 {std::pair(u"Command5"_s, false), std::pair(u"Command4"_s, true)}) {
+                driver_.onScreen(u"frmRireki"_s, [](QDialog& record) { record.reject(); });
+                click(form, button);
+                EXPECT_EQ(global_.rireki_shinki, all);
+                EXPECT_EQ(global_.syain_code, u"000046"_s);
+                EXPECT_EQ(read(u"SELECT 社員Code,ID FROM 社員絞込"_s), QStringList{u"000046|1"_s});
+                if (!all) choose(form, u"DataList1"_s, 0);
+            }
+        },
+        session_);
+    global_.jinji_mode_joukenn = false;
+    global_.jinji_mode_taisyoku = true;
+    open<frmJinjiSiborikomi>(
+        [&](QDialog& form) {
+            EXPECT_FALSE(visible(form, u"Command4"_s));
+            EXPECT_FALSE(enabled(form, u"Command5"_s));  // its screen is not there
+        },
+        session_);
+}
+
+/// Four people: 000010 in full, 000009 without a sex, 000011 without a transfer, 000012 retired.
+class Lists : public PersonScreens {
+  protected:
+    Lists() {
+        folder_.makeEmpty(u"見本商事"_s);
+        openCompany();
+        for (
+            const QString& statement :
+            {u"INSERT INTO "
+             u"履歴書テーブル(社員Code,氏名,フリガナ,性別,婚姻区分,世帯主区分,生年月日,入社日,電話番号,"
+             "最終学歴,自由1,退職フラグ,退職日) VALUES"
+             "('000010','甲野','ｺｳﾉ','2','3','1','1980-02-29','2000-04-01','03-1','01','09',0,NULL),"
+             "('000009','乙川','ｵﾂｶﾜ',NULL,'1','1','1980-01-01','2000-04-01',NULL,NULL,NULL,0,NULL),"
+             "('000011','丙山','ﾍｲﾔﾏ','3','1','1','1980-01-01','2000-04-01',NULL,NULL,NULL,0,NULL),"
+             "('000012','丁田','ﾃｲﾀﾞ','3','1','1','1960-05-05','1990-04-01',NULL,NULL,NULL,-1,'2026-03-31')"_s,
+             u"INSERT INTO 異動テーブル(社員Code,異動日,社員区分,所属大,所属小,役職,職種,コース,等級,号俸) "
+             u"VALUES"
+             "('000010','2027-04-01','01','01','01','01','01','01','9','9'),"
+             "('000010','2026-12-01','01','02','01','01','88',NULL,'5','7'),"
+             "('000010','2000-04-01','01','01','01','01','01','01','1','1'),"
+             "('000009','2000-04-01','01','01','01','01','01','01','1','1'),"
+             "('000012','1990-04-01','01','01','01','01','01','01','1','1')"_s,
+             u"INSERT INTO 社員区分マスタ VALUES('01','正社員','1990-04-01')"_s,
+             u"INSERT INTO 所属大マスタ VALUES('01','総務部','1990-04-01'),('02','営業部','1990-04-01')"_s,
+             u"INSERT INTO 所属小マスタ VALUES('01','01','庶務課','1990-04-01'),('02','01','一課','1990-04-01')"_s,
+             u"INSERT INTO 役職マスタ VALUES('01','部長','1990-04-01')"_s,
+             u"INSERT INTO 職種マスタ VALUES('01','事務','1990-04-01')"_s,
+             u"INSERT INTO コースマスタ VALUES('01','総合','1990-04-01')"_s,
+             u"INSERT INTO 最終学歴マスタ VALUES('01','大学',22)"_s,
+             u"UPDATE 会社テーブル SET 自由マスタ1 = '職能資格', 自由マスタ2 = '未設定'"_s,
+             u"INSERT INTO 続柄マスタ VALUES('10','父',NULL),('9','妻',NULL)"_s,
+             u"INSERT INTO 家族テーブル VALUES('000010','甲野　父','ﾁﾁ','10','2','1950-01-01','3','3','1'),"
+             "('000010','甲野　妻','ﾂﾏ','9','3','1981-01-01','2','2','3'),"
+             "('000010','甲野　子','ｺ',NULL,'3','2010-01-01','2','2','3')"_s,
+             u"INSERT INTO 資格・免許マスタ VALUES('01','普通自動車')"_s,
+             u"INSERT INTO 資格・免許テーブル VALUES('000010','01','2','2001-05-01'),('000012','01','2',NULL)"_s})
+            sql(statement);
+    }
+    /// The texts of a band in the order of its columns.
+    static QString band(const reports::Report& report, reports::Section section, int row = 0) {
+        QStringList texts;
+        for (const auto& item : report.design().band(section).controls)
+            if (item.kind != reports::ControlKind::Line) texts << report.textOf(item, row, 1);
+        return texts.join(u'|');
+    }
+    QString line(int row) {
+        QStringList texts;
+        const auto& lines = sent_.back().grid->rows();
+        if (const auto found = lines.find(row); found != lines.end())
+            for (const auto& [column, cell] : found->second) {
+                while (texts.size() < column - 1) texts << QString();
+                texts << (std::holds_alternative<QDate>(cell) ? store::formatDate(std::get<QDate>(cell))
+                                                              : std::get<QString>(cell));
+            }
+        return texts.join(u'|');
+    }
+};
+
+const QString kLeft =
+    u"%1 人は一覧に入っていません（%2が入っていないか、基準日の時点の異動履歴がありません）。"_s;
+
+TEST_F(Lists, ShowThePeopleInHandAsPrintsAndAsSheets) {
+    const struct {
+        Flag flag;
+        QString title;  ///< of the print or of the sheet
+        QString headings;
+        QStringList lines;
+        QString told;  ///< of the whole list
+    } cases[] = {
+        {&G::jinji_mode_daichou,
+         u"社員台帳"_s,
+         u"社員Code|氏名|フリガナ|性別|生年月日|入社日|社員区分|所属大|所属小|役職|職種|コース"_s,
+         {u"000010|甲野|ｺｳﾉ|男|1980/2/29|2000/4/1|正社員|営業部|庶務課|部長||"_s},
+         kLeft.arg(2).arg(u"性別"_s)},
+        {&G::jinji_mode_yoteisya,
+         u"退職予定者一覧"_s,
+         u"社員Code|氏名|フリガナ|性別|生年月日|入社日|社員区分|所属大|所属小|役職|職種|コース"_s,
+         {u"000010|甲野|ｺｳﾉ|男|1980/2/29|2000/4/1|正社員|営業部|庶務課|部長||"_s},
+         kLeft.arg(2).arg(u"性別"_s)},
+        {&G::jinji_mode_kazoku,
+         u"家族情報一覧"_s,
+         u"社員Code|氏名|家族氏名|フリガナ|続柄|性別|生年月日|扶養|同居|障害"_s,
+         {u"000010|甲野|甲野　妻|ﾂﾏ|妻|女|1981/1/1|扶養|同居|無"_s,
+          u"000010|甲野|甲野　父|ﾁﾁ|父|男|1950/1/1|非扶養|別居|－"_s},
+         {}},
+        {&G::jinji_mode_shikaku,
+         u"資格・免許保有状況一覧"_s,
+         u"社員Code|氏名|資格・免許|業務必要性|取得年月日"_s,
+         {u"000010|甲野|普通自動車|有|2001/5/1"_s},
+         {}},
+        {&G::jinji_mode_excel,
+         u"社員データ"_s,
+         u"社員Code|氏名|フリガナ|性別|婚姻区分|世帯主区分|生年月日|入社日|郵便番号|住所１|住所２|tel|fax|"
+         u"最終学歴|出身地|"
+         "採用区分|職能資格|未設定|自由3|自由4|自由5|社員区分名|所属大名|所属小名|役職名|職種名|コース名|等級|号俸|評語"_s,
+         {u"000010|甲野|ｺｳﾉ|男|未婚|－|1980/2/29|2000/4/1||||03-1||大学||||||||正社員|営業部|庶務課|部長|||5|7"_s},
+         kLeft.arg(2).arg(u"性別・婚姻区分・世帯主区分"_s)},
+        {&G::jinji_mode_kazoku_excel,
+         u"家族情報"_s,
+         u"社員Code|氏名|家族フリガナ|家族氏名|続柄|性別|生年月日|扶養|同居|障害"_s,
+         {u"000010|甲野|ﾂﾏ|甲野　妻|妻|女|1981/1/1|扶養|同居|無"_s,
+          u"000010|甲野|ﾁﾁ|甲野　父|父|男|1950/1/1|非扶養|別居|－"_s},
+         {}},
+        {&G::jinji_mode_shikaku_excel,
+         u"資格・免許"_s,
+         u"社員Code|氏名|資格・免許|業務必要性|取得年月日"_s,
+         {u"000010|甲野|普通自動車|有|2001/5/1"_s},
+         {}},
+    };
+    sql(u"UPDATE 会社テーブル SET 自由マスタ3 = '自由3', 自由マスタ4 = '自由4', 自由マスタ5 = '自由5'"_s);
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.title.toStdString());
+        global_.*each.flag = true;
+        const auto look = [&](QDialog& preview) {
+            const reports::Report& report = dynamic_cast<reports::frmReport&>(preview).report();
+            EXPECT_EQ(report.title(), each.title);
+            EXPECT_EQ(band(report, reports::Section::Section2), each.headings);
+            QStringList lines;
+            for (int row = 0; row < report.rowCount(); ++row)
+                lines << band(report, reports::Section::Section1, row);
+            EXPECT_EQ(lines, each.lines);
+            const QString head = band(report, reports::Section::Section4);
+            EXPECT_TRUE(head.contains(u"基準日：2026年12月1日"_s) && head.contains(u"見本商事"_s));
+            preview.reject();
+        };
+        const auto send = [&](QDialog& form, const QString& button) {
+            const bool sheet = each.title == u"社員データ"_s || !each.title.endsWith(u"覧"_s);
+            const bool printed = each.title == u"社員台帳"_s || !sheet;
+            if (printed) driver_.onScreen(u"frmReport"_s, look);
+            click(form, button);
+            if (printed) return;
+            EXPECT_TRUE(sent_.back().name.startsWith(each.title));
+            EXPECT_EQ(line(1), each.headings);
+            for (int row = 0; row < each.lines.size(); ++row) EXPECT_EQ(line(row + 2), each.lines[row]);
+            EXPECT_EQ(line(int(each.lines.size()) + 2), QString());
+            EXPECT_TRUE(text(form, u"lblTold"_s).startsWith(u"保存しました: "_s));
+        };
+        open<frmJinjiSiborikomi>(
+            [&](QDialog& form) {
+                click(form, u"Command1"_s);
+                send(form, u"Command4"_s);
+                EXPECT_EQ(read(u"SELECT 社員Code,ID FROM 社員絞込 ORDER BY ID"_s),
+                          (QStringList{u"000009|1"_s, u"000010|2"_s, u"000011|3"_s}));
+                EXPECT_TRUE(text(form, u"lblTold"_s).endsWith(each.told));
+                choose(form, u"DataList1"_s, 1);
+                send(form, u"Command5"_s);
+                EXPECT_FALSE(text(form, u"lblTold"_s).contains(u"一覧に入っていません"_s));
+            },
+            session_);
+        global_.*each.flag = false;
+    }
+}
+
+TEST_F(Lists, OfTheRetiredAndTheWayBack) {
+    global_.jinji_mode_taisyokusya = true;
+    open<frmJinjiSiborikomi2>(
+        [&](QDialog& form) {
+            EXPECT_EQ(text(form, u"Text2"_s), u"2026/12/1"_s);
+            type(form, u"Text1"_s, u"2026/4/1"_s, Qt::Key_Tab);
+            driver_.expectBox(kNobody, u"検索結果"_s);
+            click(form, u"Command1"_s);
+            type(form, u"Text1"_s, u"2026/3/31"_s, Qt::Key_Tab);
+            type(form, u"Text2"_s, u"2026/3/31"_s, Qt::Key_Tab);
+            click(form, u"Command1"_s);
+            EXPECT_EQ(text(form, u"Label1"_s), u"対象者数： 1 人"_s);
+            driver_.onScreen(u"frmReport"_s, [](QDialog& preview) {
+                const reports::Report& report = dynamic_cast<reports::frmReport&>(preview).report();
+                EXPECT_EQ(report.title(), u"退職者一覧"_s);
+                EXPECT_EQ(band(report, reports::Section::Section1),
+                          u"000012|丁田|ﾃｲﾀﾞ|女|1960/5/5|2026/3/31|正社員|総務部|庶務課|部長|事務|総合"_s);
+                EXPECT_TRUE(band(report, reports::Section::Section2).contains(u"|退職日|"_s));
+                EXPECT_TRUE(
+                    band(report, reports::Section::Section3).endsWith(u"2026/3/31～2026/3/31の退職者"_s));
+                preview.reject();
+            });
+            click(form, u"Command4"_s);
+        },
+        session_);
+    global_.jinji_mode_taisyokusya = false;
+    global_.jinji_mode_fukkatsu = true;
+    open<frmJinjiSiborikomi2>(
+        [&](QDialog& form) {
+            EXPECT_FALSE(visible(form, u"Command4"_s));
+            const QString title = u"復活の確認"_s, question = u" 000012 丁田 を復活させますか？"_s;
+            const auto flag = [&] {
+                return read(u"SELECT 退職フラグ,退職日 FROM 履歴書テーブル WHERE 社員Code = '000012'"_s)
+                    .first();
+            };
+            click(form, u"Command1"_s);
+            choose(form, u"DataList1"_s, 0);
+            driver_.expectBox(question, title, BoxAnswer::No);
+            click(form, u"Command5"_s);
+            EXPECT_EQ(flag(), u"True|2026/3/31"_s);
+            sql(u"UPDATE 履歴書テーブル SET 退職フラグ = 0 WHERE 社員Code = '000012'"_s);
+            driver_.expectBox(u"復活処理済です。"_s, title);
+            click(form, u"Command5"_s);
+            sql(u"UPDATE 履歴書テーブル SET 退職フラグ = -1 WHERE 社員Code = '000012'"_s);
+            driver_.expectBox(question, title, BoxAnswer::Yes);
+            driver_.expectBox(u"処理が終了しました。"_s, u"処理終了確認"_s);
+            click(form, u"Command5"_s);
+            EXPECT_EQ(flag(), u"False|-"_s);
+            EXPECT_EQ(text(form, u"Label1"_s), u"対象者数： 0 人"_s);
+        },
+        session_);
+}
+
+}  // namespace

@@ -1,0 +1,65 @@
+#pragma once
+#include <gtest/gtest.h>
+
+#include "reports/workbook.h"
+#include "screen_driver.h"
+#include "shell/global_record.h"
+#include "shell/ui_screens.h"
+#include "support/company_fixture.h"
+#include "widgets/form.h"
+
+namespace persontest {
+
+using namespace Qt::StringLiterals;
+using namespace support;
+using shell::BoxAnswer;
+
+/// Personnel screens over a company on 2026/12/1; sheets are caught before they are written.
+class PersonScreens : public ::testing::Test {
+  protected:
+    void openCompany() {
+        global_.cn_main = folder_.open();
+        global_.clock = [] { return QDate(2026, 12, 1); };
+        global_.panels.company = u"見本商事"_s;
+    }
+    void sql(const QString& statement, const store::Binds& binds = {}) {
+        global_.cn_main->execute(statement, binds);
+    }
+    /// The rows of a query, one text each: cells between bars, Null as a dash.
+    QStringList read(const QString& query) {
+        QStringList lines;
+        auto row = global_.cn_main->prepare(query);
+        while (row.step()) {
+            QStringList cells;
+            for (int i = 0; i < row.columnCount(); ++i)
+                cells << (row.isNull(i) ? u"-"_s : row.value(i).toText());
+            lines << cells.join(u'|');
+        }
+        return lines;
+    }
+    template <class Screen, class... Args>
+    void open(const ScreenDriver::Step& step, Args&... args) {
+        Screen form(house_, args..., nullptr);
+        driver_.run(form, [&](QDialog& shown) {
+            step(shown);
+            if (shown.isVisible()) shown.reject();
+        });
+    }
+    /// A screen of a next step that only tells that it was there.
+    void addPlain(const QString& name) {
+        screens_.add(
+            name, [name](shell::House&, QWidget* parent) { return new widgets::Form(name, name, parent); });
+    }
+
+    CompanyFolder folder_;
+    shell::GlobalRecord global_;
+    shell::ScreenRegistry screens_;
+    shell::House house_{global_, screens_};
+    std::vector<reports::NamedSheet> sent_;
+    reports::ExportSession session_{
+        {folder_.programDir() + u"/out"_s, u"人事"_s, [] { return QDate(2026, 12, 1).startOfDay(); },
+         [this](const QString&, const auto& sheets) { sent_.push_back(sheets.front()); }}};
+    ScreenDriver driver_;
+};
+
+}  // namespace persontest
