@@ -34,7 +34,7 @@ QString rangeText(int highest, const QString& caption) {
 }
 
 QString titleOf(const MasterKind& kind, store::Connection& cn) {
-    return kind.attribute ? captionOf(kind, attributeNames(cn)) : kind.table->name;
+    return kind.attribute ? captionOf(kind, attributeNames(cn)) : kind.tableName();
 }
 
 /// The master whose codes the column `other` holds: 所属大マスタ, 続柄グループマスタ.
@@ -116,7 +116,7 @@ store::TableQuery frmMasta::query() const {
     const QString order = kind_.underOther
                               ? QStringLiteral("Cint(%1),Cint(Code)").arg(kind_.column(kind_.other))
                               : QStringLiteral("Cint(Code)");
-    return {kind_.table->name, {}, {}, order};
+    return {kind_.tableName(), {}, {}, order};
 }
 
 QStringList frmMasta::keyColumns() const {
@@ -175,7 +175,7 @@ bool frmMasta::checkCode() {
 }
 
 bool frmMasta::isTaken(const QString& code) {
-    QString sql = QStringLiteral("select 1 from %1 where Code = ?").arg(kind_.table->name);
+    QString sql = QStringLiteral("select 1 from %1 where Code = ?").arg(kind_.tableName());
     store::Binds binds{code};
     if (kind_.underOther) {
         sql += QStringLiteral(" and %1 = ?").arg(kind_.column(kind_.other));

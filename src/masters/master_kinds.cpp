@@ -1,5 +1,7 @@
 #include "masters/master_kinds.h"
 
+#include "store/catalog.h"
+
 namespace t = store::tables;
 using R = personnel::Referent;
 
@@ -71,6 +73,14 @@ std::vector<MasterKind> build() {
 }
 
 }  // namespace
+
+QString MasterKind::tableName() const {
+    return table->name;
+}
+
+QString MasterKind::column(int position) const {
+    return table->columns[static_cast<std::size_t>(position)].name;
+}
 
 const std::vector<MasterKind>& masterKinds() {
     static const std::vector<MasterKind> kinds = build();

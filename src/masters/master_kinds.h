@@ -25,7 +25,8 @@ struct MasterKind {
     /// The other code belongs to the key: the entry is unique under it, and it must be chosen.
     bool underOther = false;
 
-    QString column(int position) const { return table->columns[static_cast<std::size_t>(position)].name; }
+    QString tableName() const;
+    QString column(int position) const;
     QString nameColumn() const { return column(name); }
 };
 

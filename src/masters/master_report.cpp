@@ -1,6 +1,7 @@
 #include "masters/master_report.h"
 
 #include "reports/designs.h"
+#include "store/catalog.h"
 
 namespace masters {
 namespace {
@@ -33,7 +34,7 @@ QString selectOf(const MasterKind& kind) {
     QStringList columns{kind.column(kind.code), kind.nameColumn()};
     for (const int position : {kind.date, kind.age})
         if (position >= 0) columns << kind.column(position);
-    return QStringLiteral("select %1 from %2 Order by Cint(Code)").arg(columns.join(u','), kind.table->name);
+    return QStringLiteral("select %1 from %2 Order by Cint(Code)").arg(columns.join(u','), kind.tableName());
 }
 
 /// Sections under the name of their department. A section whose department is gone does not print.

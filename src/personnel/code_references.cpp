@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 
+#include "store/catalog.h"
 #include "store/company_files.h"
 
 namespace t = store::tables;

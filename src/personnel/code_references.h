@@ -2,8 +2,11 @@
 #include <QString>
 #include <vector>
 
-#include "store/catalog.h"
 #include "store/connection.h"
+
+namespace store {
+struct Table;
+}
 
 /// Who refers to whom by code. No table declares a foreign key: this map is what keeps the codes in step. A
 /// column that holds a code of a master or of an employee and is missing here is a fault (a test walks the

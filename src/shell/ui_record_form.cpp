@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <algorithm>
 
 #include "shell/global_record.h"
@@ -117,8 +118,16 @@ widgets::Table* RecordForm::setGrid(std::vector<GridColumn> columns) {
             [this](const QModelIndex& current) {
                 if (current.isValid() && current.row() != row_) goTo(current.row());
             });
-    list_ = grid_;
+    setList(grid_);
     return grid_;
+}
+
+/// Its place stays when it hides: the fields do not jump.
+void RecordForm::setList(QWidget* list) {
+    QSizePolicy policy = list->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    list->setSizePolicy(policy);
+    list_ = list;
 }
 
 void RecordForm::refreshGrid() {
@@ -155,6 +164,17 @@ void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside)
     bottom->addWidget(help);
     bottom->addWidget(bar_.commands, 1);
     column_->addLayout(bottom);
+    orderTabs(help);
+}
+
+/// From the last field on to the update and on through the buttons.
+void RecordForm::orderTabs(QWidget* help) {
+    if (bound_.empty()) return;
+    QWidget* last = bound_.back().control;
+    const QList<QRadioButton*> options = last->findChildren<QRadioButton*>();
+    if (!options.isEmpty()) last = options.back();
+    widgets::tabOrder({last, bar_.update, bar_.cancel, bar_.first, bar_.previous, bar_.next, bar_.last,
+                       bar_.add, bar_.edit, bar_.remove, bar_.close, help});
 }
 
 // ---- rows

@@ -121,7 +121,7 @@ class RecordForm : public widgets::Form {
     widgets::Table* grid() const { return grid_; }
     void refreshGrid();  ///< the texts of gridText() changed
     /// A list of the subclass's own instead of DataGrid1: shown in Browse only. It calls goTo().
-    void setList(QWidget* list) { list_ = list; }
+    void setList(QWidget* list);
 
     /// Title, fields (and beside them the list), moves, commands; help stands apart at the left.
     void arrange(const QString& title, QLayout* fields, QWidget* beside = nullptr);
@@ -163,6 +163,7 @@ class RecordForm : public widgets::Form {
         bool entered = true;
     };
     void add(Bound bound);
+    void orderTabs(QWidget* help);
     void cmdAdd();
     void cmdEdit();
     void cmdUpdate();

@@ -1,0 +1,186 @@
+#include "personnel/code_references.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <map>
+#include <set>
+
+#include "store/catalog.h"
+#include "store/company_files.h"
+#include "support/company_fixture.h"
+
+namespace personnel {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace support;
+using store::File;
+
+/// What the name of a column tells: which code it holds. Apart from the map, so that each watches the other.
+struct Word {
+    Referent referent;
+    QString name;
+};
+const std::vector<Word> kWords = {
+    {Referent::SyainKubun, u"社員区分"_s}, {Referent::SyozokuDai, u"所属大"_s},
+    {Referent::SyozokuSyo, u"所属小"_s},   {Referent::Yakusyoku, u"役職"_s},
+    {Referent::Syokusyu, u"職種"_s},       {Referent::Course, u"コース"_s},
+    {Referent::IdouJiyuu, u"異動事由"_s},  {Referent::Jyutaku, u"住宅区分"_s},
+    {Referent::Gakureki, u"最終学歴"_s},   {Referent::Saiyou, u"採用区分"_s},
+    {Referent::Shikaku, u"資格・免許"_s},  {Referent::ZokugaraGroup, u"続柄グループ"_s},
+    {Referent::Zokugara, u"続柄"_s},       {Referent::Syussinchi, u"出身地"_s},
+    {Referent::Jiyuu1, u"自由1"_s},        {Referent::Jiyuu2, u"自由2"_s},
+    {Referent::Jiyuu3, u"自由3"_s},        {Referent::Jiyuu4, u"自由4"_s},
+    {Referent::Jiyuu5, u"自由5"_s},        {Referent::Syain, u"社員Code"_s},
+    {Referent::Syain, u"評価者"_s},
+};
+
+/// The columns that hold a code of that kind by their name: short texts. The names of entries are longer, the
+/// judgments of automatic input are marks, and the code itself stands in its own table.
+struct Found {
+    Referent referent;
+    const store::Table* table;
+    QString column;
+};
+std::vector<Found> columnsByName() {
+    std::vector<Found> found;
+    for (const store::Table& table : store::catalog())
+        for (const store::Column& column : table.columns) {
+            const bool code = column.type.kind == store::TypeKind::Text && column.type.width <= 6;
+            const bool own = table.name == u"履歴書テーブル" && column.name == u"社員Code";
+            if (!code || own || column.name.endsWith(u"係数")) continue;
+            for (const Word& word : kWords)
+                if (column.name.contains(word.name)) {
+                    found.push_back({word.referent, &table, column.name});
+                    break;
+                }
+        }
+    return found;
+}
+
+/// A code that stands nowhere else, so that each place where it is found was put there by the test.
+CodeKey key(Referent referent, QChar mark) {
+    const QString code = QString(QChar(u'a' + int(referent))) + mark;
+    if (referent == Referent::Syain) return {code.repeated(3), {}};
+    return {code, referent == Referent::SyozokuSyo ? u"zz"_s : QString()};
+}
+constexpr QChar kOld = u'<';
+constexpr QChar kNew = u'>';
+
+class CodeReferences : public ::testing::Test {
+  protected:
+    /// A row with the code in each column of that kind, in every file.
+    void use(Referent referent, const CodeKey& code) {
+        for (const Found& place : columnsByName()) {
+            if (place.referent != referent) continue;
+            store::Connection& cn = connectionTo(place.table->file);
+            if (place.table->lifetime == store::Lifetime::Scratch && !cn.hasTable(place.table->name))
+                for (const QString& sql : store::createStatements(*place.table)) cn.execute(sql);
+            if (referent == Referent::SyozokuSyo) {
+                const QString parent = QString(place.column).replace(u"小"_s, u"大"_s);
+                cn.execute(
+                    u"insert into %1(%2,%3) values(?,?)"_s.arg(place.table->name, place.column, parent),
+                    {code.code, code.parent});
+            } else {
+                cn.execute(u"insert into %1(%2) values(?)"_s.arg(place.table->name, place.column),
+                           {code.code});
+            }
+            ++used_[referent];
+        }
+    }
+    store::Connection& connectionTo(File file) {
+        if (file == File::Kihon || file == File::Syouyo) return *cn_;
+        auto& secondary = secondaries_[file];
+        if (!secondary)
+            secondary = std::make_unique<store::Connection>(folder_.file(file), store::databasePassword());
+        return *secondary;
+    }
+    CompanyDatabases company() { return {*cn_, folder_.dataDir(), folder_.company()}; }
+
+    CompanyFolder folder_;
+    std::unique_ptr<store::Connection> cn_;
+    std::map<File, std::unique_ptr<store::Connection>> secondaries_;
+    std::map<Referent, qsizetype> used_;
+};
+
+TEST_F(CodeReferences, TheMapHoldsEveryColumnThatNamesSomebodyOrAnEntry) {
+    std::set<QString> byName, mapped;
+    for (const Found& found : columnsByName())
+        byName.insert(u"%1.%2 %3"_s.arg(found.table->name, found.column).arg(int(found.referent)));
+    for (const Reference& reference : codeReferences()) {
+        const QString column = reference.table->columns[size_t(reference.column)].name;
+        mapped.insert(u"%1.%2 %3"_s.arg(reference.table->name, column).arg(int(reference.refersTo)));
+    }
+    EXPECT_EQ(byName, mapped);
+}
+
+/// After a rename no table of any file holds the old code, after a removal none holds it at all; what people
+/// use is refused before, and the same section code under another department is another section.
+TEST_F(CodeReferences, ACodeIsCarriedThroughEveryFileAndGoesFromEveryFile) {
+    folder_.makeEmpty(u"甲社"_s, {true, true});
+    cn_ = folder_.open();
+    std::vector<Referent> all;
+    for (int i = 0; i <= int(Referent::Jiyuu5); ++i) all.push_back(Referent(i));
+    for (const Referent referent : all) use(referent, key(referent, kOld));
+    secondaries_.clear();
+    const QString section = key(Referent::SyozokuSyo, kOld).code;
+    cn_->execute(u"insert into 異動テーブル(所属大,所属小,コメント) values('ww',?,'よその所属')"_s,
+                 {section});
+
+    cn_->executeScript(u"BEGIN"_s);
+    for (const Referent referent : all)
+        renameCode(company(), referent, key(referent, kOld), key(referent, kNew));
+    cn_->commitTrans();
+    QByteArray found = folder_.fingerprint();
+    for (const Referent referent : all) {
+        const qsizetype strangers = referent == Referent::SyozokuSyo ? 1 : 0;
+        EXPECT_EQ(found.count(key(referent, kOld).code.toUtf8()), strangers) << int(referent);
+        EXPECT_EQ(found.count(key(referent, kNew).code.toUtf8()), used_[referent]) << int(referent);
+        EXPECT_GT(used_[referent], 0) << int(referent);
+        for (const CodeUse& use : codeUsage(*cn_, referent, key(referent, kNew))) {
+            EXPECT_NE(referent, Referent::Syain);
+            EXPECT_EQ(use.rows, 1) << qPrintable(use.label);
+        }
+    }
+    // People let go of the entries; only then they are removed.
+    for (const QString& table : {u"履歴書"_s, u"異動"_s, u"家族"_s, u"資格・免許"_s})
+        cn_->execute(u"delete from %1テーブル where 社員Code is null"_s.arg(table));
+    for (const QString& table : {u"所属小マスタ"_s, u"続柄マスタ"_s}) cn_->execute(u"delete from "_s + table);
+    cn_->executeScript(u"BEGIN"_s);
+    for (const Referent referent : all) removeCode(company(), referent, key(referent, kNew));
+    cn_->commitTrans();
+    found = folder_.fingerprint();
+    for (const Referent referent : all)
+        EXPECT_EQ(found.count(key(referent, kNew).code.toUtf8()), 0) << int(referent);
+}
+
+/// A step on a file of its own stands when the main transaction is taken back; a missing file is passed over;
+/// copies of the name follow the code.
+TEST_F(CodeReferences, SecondaryFilesStandByThemselves) {
+    folder_.makeEmpty(u"甲社"_s, {true, true});
+    cn_ = folder_.open();
+    const CodeKey from = key(Referent::Syain, kOld), to = key(Referent::Syain, kNew);
+    use(Referent::Syain, from);
+    secondaries_.clear();
+    cn_->executeScript(u"BEGIN"_s);
+    renameCode(company(), Referent::Syain, from, to, u"改名　花子"_s);
+    cn_->rollbackTrans();
+    store::Connection chingin(folder_.file(File::Chingin), store::databasePassword());
+    for (const QString& table : {u"C改定テーブル"_s, u"C改定シミュレーションテーブル"_s}) {
+        const auto copy = chingin.query(u"select 社員Code, 氏名 from "_s + table);
+        EXPECT_EQ(copy.value(0).toText() + copy.value(1).toText(), to.code + u"改名　花子"_s);
+    }
+    EXPECT_EQ(employeeHistory(*cn_, from.code).size(), 9u);  // four of people, five of runs
+    EXPECT_TRUE(employeeHistory(*cn_, to.code).empty());
+
+    folder_.makeEmpty(u"乙社"_s);
+    cn_ = folder_.open();
+    cn_->execute(u"insert into 異動テーブル(社員Code) values(?)"_s, {from.code});
+    removeCode(company(), Referent::Syain, from);
+    EXPECT_TRUE(employeeHistory(*cn_, from.code).empty());
+    EXPECT_FALSE(QFile::exists(folder_.file(File::Chingin)));
+}
+
+}  // namespace
+}  // namespace personnel
