@@ -43,11 +43,14 @@ void CodeList::setItems(const std::vector<Item>& items) {
     const QScopedValueRollback<bool> quiet(silent_, true);
     pressed_ = false;
     model_->clear();
+    QList<QStandardItem*> lines;
     for (const Item& item : items) {
         auto* line = new QStandardItem(item.text);
         line->setData(item.code, CodeRole);
-        model_->appendRow(line);
+        lines << line;
     }
+    // All at once: the view lays out a long list one time only.
+    model_->invisibleRootItem()->appendRows(lines);
     viewport()->update();
 }
 

@@ -26,17 +26,7 @@ class PersonScreens : public ::testing::Test {
         global_.cn_main->execute(statement, binds);
     }
     /// The rows of a query, one text each: cells between bars, Null as a dash.
-    QStringList read(const QString& query) {
-        QStringList lines;
-        auto row = global_.cn_main->prepare(query);
-        while (row.step()) {
-            QStringList cells;
-            for (int i = 0; i < row.columnCount(); ++i)
-                cells << (row.isNull(i) ? u"-"_s : row.value(i).toText());
-            lines << cells.join(u'|');
-        }
-        return lines;
-    }
+    QStringList read(const QString& query) { return textRows(*global_.cn_main, query); }
     template <class Screen, class... Args>
     void open(const ScreenDriver::Step& step, Args&... args) {
         Screen form(house_, args..., nullptr);

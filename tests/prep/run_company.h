@@ -28,16 +28,7 @@ class RunCompany : public ::testing::Test {
     void sql(const QString& statement, const store::Binds& binds = {}) { cn_.execute(statement, binds); }
     /// The rows of a query, one text each: cells between bars, Null as a dash.
     QStringList read(const QString& query, const store::Binds& binds = {}) {
-        QStringList lines;
-        store::Statement row = cn_.prepare(query);
-        row.bindAll(binds);
-        while (row.step()) {
-            QStringList cells;
-            for (int i = 0; i < row.columnCount(); ++i)
-                cells << (row.isNull(i) ? u"-"_s : row.value(i).toText());
-            lines << cells.join(u'|');
-        }
-        return lines;
+        return support::textRows(cn_, query, binds);
     }
     void expectUnchanged(const QByteArray& before) {
         EXPECT_EQ(support::firstDifference(before, support::dump(cn_)).toStdString(), "");

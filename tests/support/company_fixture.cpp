@@ -105,6 +105,18 @@ QByteArray dump(store::Connection& connection) {
     return out;
 }
 
+QStringList textRows(store::Connection& connection, const QString& query, const store::Binds& binds) {
+    QStringList lines;
+    store::Statement row = connection.prepare(query);
+    row.bindAll(binds);
+    while (row.step()) {
+        QStringList cells;
+        for (int i = 0; i < row.columnCount(); ++i) cells << (row.isNull(i) ? u"-"_s : row.value(i).toText());
+        lines << cells.join(u'|');
+    }
+    return lines;
+}
+
 QByteArray firstDifference(const QByteArray& before, const QByteArray& after) {
     if (before == after) return {};
     const QList<QByteArray> a = before.split('\n'), b = after.split('\n');

@@ -1,6 +1,7 @@
 #pragma once
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -43,6 +44,8 @@ class CompanyFolder {
 /// Every table of every file of the connection as text, one line a row in stored order; the link table, which
 /// holds paths, left out. Two dumps are equal when the data are.
 QByteArray dump(store::Connection& connection);
+/// The rows of a query, one text each: cells between bars as the screens show them, Null as a dash.
+QStringList textRows(store::Connection& connection, const QString& query, const store::Binds& binds = {});
 /// The first line in which two dumps differ, for a test's message; empty when they are equal.
 QByteArray firstDifference(const QByteArray& before, const QByteArray& after);
 
