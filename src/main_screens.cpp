@@ -3,6 +3,8 @@
 #include "calc/frmSHaibunjikkouK2.h"
 #include "calc/frmSJCheck.h"
 #include "calc/frmSNenkan.h"
+#include "masters/frmMasta.h"
+#include "masters/frmMenuMasuta.h"
 #include "personnel/frmJinjiIdou2.h"
 #include "personnel/frmJinjiKazoku.h"
 #include "personnel/frmJinjiSiborikomi.h"
@@ -51,6 +53,14 @@ void addRecords(shell::ScreenRegistry& screens) {
     add<personnel::frmJinjiIdou2>(screens, "frmJinjiIdou2");
     add<personnel::frmJinjiKazoku>(screens, "frmJinjiKazoku");
     add<personnel::frmJinjiSikaku>(screens, "frmJinjiSikaku");
+}
+
+void addMasters(shell::ScreenRegistry& screens) {
+    add<masters::frmMenuMasuta>(screens, "frmMenuMasuta");
+    for (const masters::MasterKind& kind : masters::masterKinds())
+        screens.add(kind.screen, [&kind](shell::House& house, QWidget* parent) -> QDialog* {
+            return new masters::frmMasta(kind, house, parent);
+        });
 }
 
 void addRun(shell::ScreenRegistry& screens) {
@@ -102,6 +112,7 @@ void addCalculation(shell::ScreenRegistry& screens, const QString& sheetFolder) 
 
 void registerScreens(shell::ScreenRegistry& screens, const QString& sheetFolder) {
     addShell(screens);
+    addMasters(screens);
     addRecords(screens);
     addRun(screens);
     addSelection(screens, sheetFolder);

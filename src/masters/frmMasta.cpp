@@ -147,6 +147,12 @@ QString frmMasta::gridText(int row, int column) const {
     return value.toText();
 }
 
+/// Two masters are explained apart, the free attributes and 社員区分; all others have one page.
+QString frmMasta::helpTopic() const {
+    const bool own = kind_.attribute || kind_.referent == personnel::Referent::SyainKubun;
+    return own ? objectName() : QStringLiteral("frmMasta");
+}
+
 // ---- checks
 
 bool frmMasta::checkRequired() {

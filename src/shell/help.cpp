@@ -44,6 +44,7 @@ std::vector<HelpTopic> makeTopics() {
         {"frmMastaGiyuu4", Jhelp, 3013},
         {"frmMastaGiyuu5", Jhelp, 3014},
         {"frmMastaSyain", Jhelp, 3019},
+        {"frmMasta", Jhelp, 3020},
         {"frmRireki", Jhelp, 3028},
         {"frmJinjiTorikomi", Jhelp, 3101},
         {"frmSDatatorikomi", Shelp, 7001},

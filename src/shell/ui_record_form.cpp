@@ -157,7 +157,7 @@ void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside)
     column_->addWidget(bar_.moves);
     auto* help = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("ヘルプ"));
     connect(help, &QPushButton::clicked, this, [this] {
-        if (house_.help) house_.help(objectName());
+        if (house_.help) house_.help(helpTopic());
     });
     auto* bottom = new QHBoxLayout;
     bottom->setSpacing(widgets::kGrid);

@@ -95,6 +95,7 @@ class RecordForm : public widgets::Form {
     virtual void rowsRead() {}      ///< the rows were read anew: companions' rows are read here
     virtual void rowShown() {}      ///< the fields show another row (or none): age, subordinate commands
     virtual void stateChanged() {}  ///< after every change of state and at opening
+    virtual QString helpTopic() const { return objectName(); }  ///< whose topic the help button shows
     /// Keys that the focused control has for itself in Browse: Home and End in an editable text box.
     virtual bool keepsKey(const QWidget* focused, int key) const;
     /// The text of a cell of DataGrid1; the row's value unless overridden. `row` counts from 0.
