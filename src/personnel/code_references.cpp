@@ -313,10 +313,9 @@ class Walk {
     void run() {
         for (const auto& [file, part] : order()) {
             const QString path = store::filePath(company_.dataDir, company_.company, file);
-            if (!QFile::exists(path)) continue;
             if (isMain(file))
                 visit(company_.cn_main, part);
-            else
+            else if (QFile::exists(path))
                 visitSecondary(path, part);
         }
         visit(company_.cn_main, Part::Own);

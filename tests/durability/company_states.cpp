@@ -5,6 +5,7 @@
 #include "calc/kojinbetsu.h"
 #include "calc/shikyuu_store.h"
 #include "calc/sougaku.h"
+#include "personnel/code_references.h"
 #include "prep/auto_input.h"
 #include "prep/evaluation_import.h"
 #include "prep/run_input.h"
@@ -82,13 +83,22 @@ void storeCorrection(store::Connection& cn, int side) {
     calc::storePaymentCoefficients(cn, generalRun(), panel);
 }
 
+/// The companions' files stand by themselves, so they are kept out: none is found in no folder.
+void renameEmployee(store::Connection& cn, int side) {
+    const QString codes[] = {QStringLiteral("000001"), QStringLiteral("900001")};
+    const personnel::CompanyDatabases databases{cn, {}, sample::SampleOptions().company};
+    personnel::renameCode(databases, personnel::Referent::Syain, {codes[1 - side], {}}, {codes[side], {}});
+    cn.execute(QStringLiteral("update 履歴書テーブル set 社員Code = ? where 社員Code = ?"),
+               {codes[side], codes[1 - side]});
+}
+
 }  // namespace
 
 void runTowards(store::Connection& cn, Command command, int side) {
     if (command == Command::Dates) prep::SelectIntoX(cn, {extraDate(), extraDate(), extraDate()});
     using Work = void (*)(store::Connection&, int);
-    static constexpr Work kWorks[] = {computeIndividual, computePool,  changeDates,    fillAutomatically,
-                                      typeAmounts,       importGrades, storeCorrection};
+    static constexpr Work kWorks[] = {computeIndividual, computePool,  changeDates,     fillAutomatically,
+                                      typeAmounts,       importGrades, storeCorrection, renameEmployee};
     store::Transaction transaction(cn);
     kWorks[static_cast<int>(command)](cn, side);
     transaction.commit();
