@@ -28,21 +28,21 @@ namespace shell {
 ///     class frmMastaSample : public RecordForm {
 ///       public:
 ///         frmMastaSample(House& house, QWidget* parent)
-///             : RecordForm(u"frmMastaSample"_qs, u"見本マスタ"_qs, house, parent) {
-///             code_ = make<QLineEdit>(u"txtFields_0"_qs);
-///             name_ = make<QLineEdit>(u"txtFields_1"_qs);
-///             bind(code_, u"Code"_qs, [this] { return checkCode(); });       // false keeps the focus
-///             bind(name_, u"見本"_qs, [this] { return check_field(this, name_->text(), 16, false, …); });
-///             setGrid({{u"Code"_qs, u"Code"_qs, 750}, {u"見本"_qs, u"見本"_qs, 1875}});
+///             : RecordForm(u"frmMastaSample"_s, u"見本マスタ"_s, house, parent) {
+///             code_ = make<QLineEdit>(u"txtFields_0"_s);
+///             name_ = make<QLineEdit>(u"txtFields_1"_s);
+///             bind(code_, u"Code"_s, [this] { return checkCode(); });       // false keeps the focus
+///             bind(name_, u"見本"_s, [this] { return check_field(this, name_->text(), 16, false, …); });
+///             setGrid({{u"Code"_s, u"Code"_s, 750}, {u"見本"_s, u"見本"_s, 1875}});
 ///             auto* fields = widgets::fieldGrid();
-///             widgets::addField(fields, labelFor(u"lblLabels_0"_qs, u"Code:"_qs, code_), code_);
+///             widgets::addField(fields, labelFor(u"lblLabels_0"_s, u"Code:"_s, code_), code_);
 ///             …
-///             arrange(u"見本マスタ"_qs, fields, grid());
+///             arrange(u"見本マスタ"_s, fields, grid());
 ///             openRecords();                                                  // last
 ///         }
 ///       protected:
-///         store::TableQuery query() const override { return {u"見本マスタ"_qs, {}, {}, u"Cint(Code)"_qs}; }
-///         QStringList keyColumns() const override { return {u"Code"_qs}; }
+///         store::TableQuery query() const override { return {u"見本マスタ"_s, {}, {}, u"Cint(Code)"_s}; }
+///         QStringList keyColumns() const override { return {u"Code"_s}; }
 ///         void keyRenamed() override { /* carry the code; runs in the transaction */ }
 ///         bool mayRemove() override { /* usage check; tells and answers false */ }
 ///         void rowGoes() override { /* what goes with the row; runs in the transaction */ }
