@@ -94,8 +94,6 @@ void frmJinjiSiborikomi::makeTexts() {
     for (std::size_t i = 0; i < combo_.size(); ++i)
         combo_[i] = make<widgets::CodeCombo>(u"DataCombo1_%1"_s.arg(i));
     text1_ = make<QLineEdit>(u"Text1"_s);
-    text1_->setPlaceholderText(u"入力例： 2000/4/1"_s);
-    text1_->setToolTip(u"入力例： 2000/4/1"_s);
     for (std::size_t i = 0; i < years_.size(); ++i) {
         years_[i] = make<QLineEdit>(u"Text%1"_s.arg(i + 2));
         years_[i]->setAlignment(Qt::AlignRight);
@@ -115,8 +113,9 @@ QLayout* frmJinjiSiborikomi::makeConditions() {
     grid->addWidget(new QLabel(u"性別:"_s, this), grid->rowCount(), 0);
     grid->addLayout(makeSex(), grid->rowCount() - 1, 1);
     makePosition(grid);
-    field(u"Label2"_s, u"基準日(&D):"_s, text1_);
-    const int row = grid->rowCount();
+    const int row = grid->rowCount() + 1;
+    grid->addWidget(labelFor(u"Label2"_s, u"基準日(&D):"_s, text1_), row - 1, 0);
+    grid->addLayout(withHint(text1_, u"入力例： 2000/4/1"_s), row - 1, 1);
     grid->addWidget(labelFor(u"Label3"_s, u"年齢(&A):"_s, years_[0]), row, 0);
     grid->addLayout(range(years_[0], u"歳～"_s, years_[1], u"歳"_s), row, 1);
     grid->addWidget(labelFor(u"Label4"_s, u"勤続年数(&K):"_s, years_[2]), row + 1, 0);

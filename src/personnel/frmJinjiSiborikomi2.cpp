@@ -47,11 +47,13 @@ frmJinjiSiborikomi2::frmJinjiSiborikomi2(shell::House& house, reports::ExportSes
 
 QLayout* frmJinjiSiborikomi2::makeConditions() {
     auto* grid = widgets::fieldGrid();
-    widgets::addField(grid, labelFor(u"Label2"_s, u"退職日(&D):"_s, text1_), text1_);
-    widgets::addField(grid, labelFor(u"Label3"_s, u"から(&T)"_s, text2_), text2_);
+    const QString hint = u"入力例： 2001/3/31"_s;
+    grid->addWidget(labelFor(u"Label2"_s, u"退職日(&D):"_s, text1_), 0, 0);
+    grid->addLayout(withHint(text1_, hint), 0, 1);
+    grid->addWidget(labelFor(u"Label3"_s, u"から(&T)"_s, text2_), 1, 0);
+    grid->addLayout(withHint(text2_, hint), 1, 1);
     text1_->setAccessibleName(u"退職日から"_s);
     text2_->setAccessibleName(u"退職日まで"_s);
-    for (QLineEdit* edit : {text1_, text2_}) edit->setPlaceholderText(u"入力例： 2001/3/31"_s);
     auto* column = new QVBoxLayout;
     column->addLayout(grid);
     auto* until = make<QLabel>(u"Label4"_s, u"までに退職した社員をリストアップします"_s);

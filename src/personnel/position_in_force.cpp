@@ -53,7 +53,7 @@ void fillNen(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
 
 const QString kLatest = QStringLiteral(
     "INSERT INTO IdoChuusyutsuMax SELECT 社員Code,MAX(異動日) AS MAXIdoubi "
-    "FROM 異動テーブル WHERE %1異動日 <= ? GROUP BY 社員Code");
+    "FROM 異動テーブル WHERE %1異動日 <= ? GROUP BY 社員Code ORDER BY 社員Code");
 
 void fillMax(store::Connection& cn, QDate kijunbi) {
     cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax"));
@@ -66,7 +66,8 @@ void fillMaxOf(store::Connection& cn, const QStringList& codes, QDate kijunbi) {
                {jsonArray(codes), kijunbi});
 }
 
-/// Ages and tenure with it, names without.
+/// Ages and tenure with it, names without. IdoChuusyutsuMax stands in the order of 社員Code: joined from it
+/// in this order, nothing needs sorting.
 void fillMax2(store::Connection& cn) {
     cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax2"));
     cn.execute(QStringLiteral(
@@ -76,9 +77,9 @@ void fillMax2(store::Connection& cn) {
         "SELECT M.社員Code,M.MAXIdoubi,I.社員区分,I.所属大,I.所属小,I.役職,I.職種,I.コース,N.年齢,N.勤続年数,"
         "I.等級,I.号俸,I.評語 "
         "FROM IdoChuusyutsuMax AS M "
-        "INNER JOIN 異動テーブル AS I ON I.社員Code = M.社員Code AND I.異動日 = M.MAXIdoubi "
-        "INNER JOIN IdoChuusyutsuNen AS N ON N.社員Code = I.社員Code "
-        "ORDER BY M.社員Code,I.rowid,N.rowid"));
+        "CROSS JOIN 異動テーブル AS I ON I.社員Code = M.社員Code AND I.異動日 = M.MAXIdoubi "
+        "CROSS JOIN IdoChuusyutsuNen AS N ON N.社員Code = I.社員Code "
+        "ORDER BY M.rowid,I.rowid,N.rowid"));
 }
 
 /// Names with it, ages and tenure without. Of several master rows of one code the first counts; that is also

@@ -110,6 +110,18 @@ void SelectionForm::arrange(QLayout* conditions) {
     widgets::tabOrder({command1_, command2_, list_, command5_, command4_, command6_, command3_});
 }
 
+QLayout* SelectionForm::withHint(QLineEdit* edit, const QString& hint) {
+    auto* label = new QLabel(hint, this);
+    widgets::setTone(label, widgets::Tone::Muted);
+    edit->setAccessibleDescription(hint);
+    edit->setMinimumWidth(fontMetrics().horizontalAdvance(u"2026/12/31"_s) + 3 * widgets::kGrid);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(widgets::kGrid);
+    row->addWidget(edit, 1);
+    row->addWidget(label);
+    return row;
+}
+
 QString SelectionForm::today() const {
     return store::formatDate(house_.global.clock());
 }

@@ -12,6 +12,7 @@
 
 class QLabel;
 class QLayout;
+class QLineEdit;
 class QPushButton;
 
 namespace reports {
@@ -64,6 +65,8 @@ class SelectionForm : public widgets::Form {
 
     /// Title and purpose, the conditions with their buttons beside the people found, the row of buttons.
     void arrange(QLayout* conditions);
+    /// The field of a date with its example beside it.
+    QLayout* withHint(QLineEdit* edit, const QString& hint);
     /// Finds again what was found last, silently: someone else changed the people.
     void refresh();
     QString today() const;
