@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <map>
+#include <optional>
 #include <set>
 
 #include "store/catalog.h"
@@ -17,24 +18,18 @@ using namespace Qt::StringLiterals;
 using namespace support;
 using store::File;
 
-/// What the name of a column tells: which code it holds. Apart from the map, so that each watches the other.
-struct Word {
-    Referent referent;
-    QString name;
-};
-const std::vector<Word> kWords = {
-    {Referent::SyainKubun, u"社員区分"_s}, {Referent::SyozokuDai, u"所属大"_s},
-    {Referent::SyozokuSyo, u"所属小"_s},   {Referent::Yakusyoku, u"役職"_s},
-    {Referent::Syokusyu, u"職種"_s},       {Referent::Course, u"コース"_s},
-    {Referent::IdouJiyuu, u"異動事由"_s},  {Referent::Jyutaku, u"住宅区分"_s},
-    {Referent::Gakureki, u"最終学歴"_s},   {Referent::Saiyou, u"採用区分"_s},
-    {Referent::Shikaku, u"資格・免許"_s},  {Referent::ZokugaraGroup, u"続柄グループ"_s},
-    {Referent::Zokugara, u"続柄"_s},       {Referent::Syussinchi, u"出身地"_s},
-    {Referent::Jiyuu1, u"自由1"_s},        {Referent::Jiyuu2, u"自由2"_s},
-    {Referent::Jiyuu3, u"自由3"_s},        {Referent::Jiyuu4, u"自由4"_s},
-    {Referent::Jiyuu5, u"自由5"_s},        {Referent::Syain, u"社員Code"_s},
-    {Referent::Syain, u"評価者"_s},
-};
+/// What the name of a column tells: which code it holds, in the order of Referent behind the employee. Apart
+/// from the map, so that each watches the other.
+const QStringList kEntries =
+    u"社員区分 所属大 役職 職種 コース 所属小 異動事由 住宅区分 最終学歴 採用区分 資格・免許 続柄グループ "
+    u"続柄 "
+    "出身地 自由1 自由2 自由3 自由4 自由5"_s.split(u' ');
+std::optional<Referent> namedBy(const QString& column) {
+    if (column.contains(u"社員Code") || column.contains(u"評価者")) return Referent::Syain;
+    for (int i = 0; i < kEntries.size(); ++i)
+        if (column.contains(kEntries[i])) return Referent(i + 1);
+    return {};
+}
 
 /// The columns that hold a code of that kind by their name: short texts. The names of entries are longer, the
 /// judgments of automatic input are marks, and the code itself stands in its own table.
@@ -50,11 +45,7 @@ std::vector<Found> columnsByName() {
             const bool code = column.type.kind == store::TypeKind::Text && column.type.width <= 6;
             const bool own = table.name == u"履歴書テーブル" && column.name == u"社員Code";
             if (!code || own || column.name.endsWith(u"係数")) continue;
-            for (const Word& word : kWords)
-                if (column.name.contains(word.name)) {
-                    found.push_back({word.referent, &table, column.name});
-                    break;
-                }
+            if (const auto referent = namedBy(column.name)) found.push_back({*referent, &table, column.name});
         }
     return found;
 }
