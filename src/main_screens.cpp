@@ -5,12 +5,15 @@
 #include "calc/frmSNenkan.h"
 #include "masters/frmMasta.h"
 #include "masters/frmMenuMasuta.h"
+#include "personnel/frmJinjiCheck.h"
 #include "personnel/frmJinjiIdou2.h"
 #include "personnel/frmJinjiKazoku.h"
 #include "personnel/frmJinjiSiborikomi.h"
 #include "personnel/frmJinjiSiborikomi2.h"
 #include "personnel/frmJinjiSikaku.h"
+#include "personnel/frmJinjiTaisyokusyori.h"
 #include "personnel/frmJinjiTorikomi.h"
+#include "personnel/frmRireki.h"
 #include "prep/frmMenuSJikkou.h"
 #include "prep/frmSDatatorikomi.h"
 #include "prep/frmSHaibunjikkouK.h"
@@ -28,6 +31,7 @@
 #include "reports/workbook.h"
 #include "shell/frmAbout.h"
 #include "shell/frmDBSentaku.h"
+#include "shell/frmKaisha.h"
 #include "shell/frmMenu000.h"
 #include "shell/frmMenus.h"
 
@@ -43,6 +47,7 @@ void addShell(shell::ScreenRegistry& screens) {
     add<shell::frmDBSentaku>(screens, "frmDBSentaku");
     add<shell::frmMenu000>(screens, "frmMenu000");
     add<shell::frmAbout>(screens, "frmAbout");
+    add<shell::frmKaisha>(screens, "frmKaisha");
     for (const QString& name : shell::frmMenus::names())
         screens.add(name, [name](shell::House& house, QWidget* parent) -> QDialog* {
             return new shell::frmMenus(name, house, parent);
@@ -50,7 +55,10 @@ void addShell(shell::ScreenRegistry& screens) {
 }
 
 void addRecords(shell::ScreenRegistry& screens) {
+    add<personnel::frmRireki>(screens, "frmRireki");
     add<personnel::frmJinjiIdou2>(screens, "frmJinjiIdou2");
+    add<personnel::frmJinjiTaisyokusyori>(screens, "frmJinjiTaisyokusyori");
+    add<personnel::frmJinjiCheck>(screens, "frmJinjiCheck");
     add<personnel::frmJinjiKazoku>(screens, "frmJinjiKazoku");
     add<personnel::frmJinjiSikaku>(screens, "frmJinjiSikaku");
 }

@@ -15,6 +15,16 @@ namespace {
 constexpr int kManyEntries = 5;  ///< more buttons than this stand in two columns
 const QString kHelpControl = QStringLiteral("Command11");
 
+constexpr QPoint kMenuPlace(widgets::twips(45), widgets::twips(600));
+constexpr QPoint kOffScreen(widgets::twips(40000), widgets::twips(40000));
+
+/// False without a main window.
+bool standUnderMain(QWidget* screen, QPoint away) {
+    const QWidget* main = mainWindowOf(screen);
+    if (main) screen->move(main->pos() + away);
+    return main != nullptr;
+}
+
 bool closes(const MenuEntry& entry) {
     return entry.screen.isEmpty() && !entry.action;
 }
@@ -92,27 +102,20 @@ void MenuForm::run(const MenuEntry& entry) {
     });
 }
 
-void MenuForm::standUnderMain(int twipsAway) {
-    const QWidget* main = mainWindowOf(this);
-    if (!main) return;
-    const QPoint place = twipsAway ? QPoint(twipsAway, twipsAway) : QPoint(45, 600);
-    move(main->pos() + QPoint(widgets::twips(place.x()), widgets::twips(place.y())));
-}
-
 void MenuForm::place() {
-    if (mainWindowOf(this)) {
-        standUnderMain(0);
-    } else {
-        widgets::center_form(this);
-    }
+    placeAsMenu(this);
 }
 
 void MenuForm::deactivated() {
-    standUnderMain(40000);
+    standUnderMain(this, kOffScreen);
 }
 
 void MenuForm::activated() {
-    standUnderMain(0);
+    standUnderMain(this, kMenuPlace);
+}
+
+void placeAsMenu(widgets::Form* screen) {
+    if (!standUnderMain(screen, kMenuPlace)) widgets::center_form(screen);
 }
 
 QWidget* mainWindowOf(const QWidget* screen) {

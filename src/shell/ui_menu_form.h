@@ -47,12 +47,13 @@ class MenuForm : public widgets::Form {
   private:
     void addEntries();
     void run(const MenuEntry& entry);
-    void standUnderMain(int twipsAway);
 
     std::vector<MenuEntry> entries_;
     QVBoxLayout* head_;
 };
 
+/// Stands a screen where the menus stand, under the top of the main window; center_form without one.
+void placeAsMenu(widgets::Form* screen);
 /// The main window above a screen, or null (in a test without one).
 QWidget* mainWindowOf(const QWidget* screen);
 /// A control of the main window itself, by its name; null when there is no main window. Screens over it may

@@ -76,7 +76,7 @@ TEST_F(HelpWindow, OneWindowPerBookMovesToTheTopicAndAnotherBookClosesIt) {
     EXPECT_FALSE(shelf_.window(HelpFile::Shelp));
     EXPECT_EQ(shown(*shelf_.window(HelpFile::Jhelp)), u"会社指定"_s);
     EXPECT_EQ(global_.help_bunya, u"jin"_s);
-    shelf_.helpOn(u"frmRireki"_s);  // a screen whose page is not written
+    shelf_.helpOn(u"frmBackup"_s);  // a screen whose page is not written
     EXPECT_EQ(shown(*shelf_.window(HelpFile::Jhelp)), u"基本事項のヘルプ"_s);
     shelf_.helpOn(u"frmNowhere"_s);
     EXPECT_EQ(shown(*shelf_.window(HelpFile::Mhelp)), u"メニュー画面のヘルプ"_s);
