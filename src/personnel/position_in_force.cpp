@@ -79,7 +79,7 @@ void fillMax2(store::Connection& cn) {
         "FROM IdoChuusyutsuMax AS M "
         "CROSS JOIN 異動テーブル AS I ON I.社員Code = M.社員Code AND I.異動日 = M.MAXIdoubi "
         "CROSS JOIN IdoChuusyutsuNen AS N ON N.社員Code = I.社員Code "
-        "ORDER BY M.rowid,I.rowid,N.rowid"));
+        "ORDER BY M.rowid,I.rowid"));
 }
 
 /// Names with it, ages and tenure without. Of several master rows of one code the first counts; that is also
