@@ -11,6 +11,7 @@
 
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
+#include "shell/ui_menu_form.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -482,6 +483,10 @@ bool RecordForm::eventFilter(QObject* watched, QEvent* event) {
         keepsKey(control, key->key()))
         return Form::eventFilter(watched, event);
     return takesKey(key->key(), modifiers == Qt::ControlModifier);
+}
+
+void RecordForm::place() {
+    placeAsMenu(this);
 }
 
 void RecordForm::showEvent(QShowEvent* event) {

@@ -147,6 +147,7 @@ class RecordForm : public widgets::Form {
     store::Connection& cn();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void place() override;  ///< where the menus stand
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
