@@ -35,7 +35,8 @@ void PeopleSearch::setPeople(int count, Text text) {
 }
 
 /// One conversion for all people: the rules are costly to start, not to run.
-void PeopleSearch::makeKeys() {
+void PeopleSearch::prepare() {
+    if (!keys_.empty()) return;
     QString all;
     for (int row = 0; row < count_; ++row) {
         for (int i = 0; i < kTexts; ++i) {
@@ -54,7 +55,7 @@ std::vector<int> PeopleSearch::find(const QString& typed) {
     std::vector<int> rows(static_cast<std::size_t>(count_));
     std::iota(rows.begin(), rows.end(), 0);
     if (words.isEmpty()) return rows;
-    if (keys_.empty()) makeKeys();
+    prepare();
     std::erase_if(rows, [&](int row) {
         const QString& key = keys_[static_cast<std::size_t>(row)];
         return !std::all_of(words.begin(), words.end(),

@@ -7,7 +7,8 @@ namespace personnel {
 
 /// Finds people by what is typed: words between blanks, each somewhere in the 社員Code, the 氏名 or the
 /// フリガナ. Kana of all three forms, both widths and both cases count as the same, and the blank within a
-/// name does not count. The folded texts are made once, at the first search.
+/// name does not count. The folded texts are made once: prepare() makes them before the first search needs
+/// them.
 class PeopleSearch {
   public:
     static constexpr int kTexts = 3;
@@ -16,12 +17,11 @@ class PeopleSearch {
 
     void setPeople(int count, Text text);
     int count() const { return count_; }
+    void prepare();
     /// The rows that hold every word, in their order; all of them when there is no word.
     std::vector<int> find(const QString& typed);
 
   private:
-    void makeKeys();
-
     int count_ = 0;
     Text text_;
     std::vector<QString> keys_;

@@ -134,6 +134,8 @@ void PeopleList::go(Move to) {
 }
 
 bool PeopleList::eventFilter(QObject* watched, QEvent* event) {
+    // The first character typed must not wait for the texts of all people.
+    if (watched == search_ && event->type() == QEvent::FocusIn) people_.prepare();
     const bool escape =
         event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
     if (watched != search_ || !escape || search_->text().isEmpty())

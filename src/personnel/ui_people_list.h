@@ -38,7 +38,7 @@ class PeopleList : public QWidget {
     void chosen(int row);
 
   protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;  ///< Escape empties the search box
+    bool eventFilter(QObject* watched, QEvent* event) override;  ///< of the search box: Escape empties it
 
   private:
     void layOut();
