@@ -15,6 +15,11 @@ function(_mint_room target base)
     ${target}
     PUBLIC ${base} ${A_LINK}
     PRIVATE mint_flags)
+  if(base STREQUAL Qt6::Core)
+    mint_precompile(${target} logic)
+  else()
+    mint_precompile(${target} screens)
+  endif()
 endfunction()
 
 # mint_logic(name LINK libs...): library <name>_logic of the files that are no screens.
