@@ -80,6 +80,8 @@ frmRireki::frmRireki(shell::House& house, QWidget* parent)
     arrange(u"履歴書"_s, arrangeFields(), people_);
     putInOrder();
     openRecords();
+    // A window of its own accord takes two thirds of the screen at most, and the list would be cut.
+    resize(sizeHint());
 }
 
 /// rireki_shinki is used up: the next opening says anew what it wants.
@@ -185,7 +187,7 @@ void frmRireki::connectMoves() {
 
 QLayout* frmRireki::arrangeFields() {
     auto* both = new QHBoxLayout;
-    both->setSpacing(4 * widgets::kGrid);
+    both->setSpacing(3 * widgets::kGrid);
     both->addLayout(arrangePerson(), 1);
     both->addLayout(arrangeRest(), 1);
     return both;

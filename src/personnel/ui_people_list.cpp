@@ -72,7 +72,7 @@ void PeopleList::layOut() {
 int PeopleList::widthOf(int characters) const {
     const QString widest =
         table_->model()->headerData(0, Qt::Horizontal).toString() + QString(characters, u'漢');
-    return table_->fontMetrics().horizontalAdvance(widest) + 10 * widgets::kGrid;
+    return table_->fontMetrics().horizontalAdvance(widest) + 12 * widgets::kGrid;
 }
 
 QSize PeopleList::sizeHint() const {
