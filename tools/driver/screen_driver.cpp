@@ -61,6 +61,8 @@ void requireUsable(const QWidget& widget) {
 
 void bringForward(QWidget& form) {
     QWidget* window = form.window();
+    // A screen that was closed just now hands the focus to its parent, a little later than it went.
+    QCoreApplication::processEvents();
     window->activateWindow();
     if (!QTest::qWaitForWindowActive(window, kPatience))
         give_up(nameOf(form) + QStringLiteral(" stays behind"));

@@ -1,5 +1,6 @@
 // Goes through the main job on the real screens without a display: opens 見本商事, loads the newest date,
-// looks at the assignment, computes one criterion of each method, prints and exports.
+// looks at the assignment, fills in automatically and by hand, simulates a payment coefficient, computes one
+// criterion of each method, prints, exports, checks the inputs and sets the year's payments side by side.
 //   mint-tour <program folder> <output folder>
 // It works on a copy of the company, so that the sample stays as it is. The output folder receives the
 // printed list, the sheet and pictures of the screens; the totals are printed.
@@ -21,6 +22,8 @@ namespace {
 using namespace support;
 
 const QString kCompany = QStringLiteral("見本商事");
+const QString kSeisyain = QStringLiteral("正社員賞与");
+const QString kIppan = QStringLiteral("一般社員");
 
 void copyFolder(const QString& from, const QString& to) {
     QDir().mkpath(to);
@@ -55,7 +58,12 @@ class Tour {
                          .arg(++pictures_, 2, 10, QLatin1Char('0'))
                          .arg(name));
     }
-    void compute(ScreenDriver& driver, QDialog& form, const QString& kubun, const QString& kijun, int option);
+    static void chooseRun(QDialog& form, const QString& kubun, const QString& kijun, int option);
+    void fillIn(QDialog& form);
+    void typeIn(QDialog& form);
+    void simulate(QDialog& form);
+    void compute(QDialog& form, const QString& kubun, const QString& kijun, int option);
+    void showYear(ScreenDriver& driver, QDialog& form);
     void printList(ScreenDriver& driver, QDialog& form, const QString& pdf);
     void tellResults() const;
 
@@ -79,6 +87,7 @@ void Tour::foresee(ScreenDriver& driver) {
     driver.onScreen(QStringLiteral("frmMenuSSyouyo"), [this](QDialog& form) {
         picture(form, QStringLiteral("賞与配分メニュー"));
         click(form, QStringLiteral("Command2"));
+        click(form, QStringLiteral("Command4"));
         click(form, QStringLiteral("Command5"));
     });
     driver.onScreen(QStringLiteral("frmSDatatorikomi"), [this](QDialog& form) {
@@ -91,30 +100,89 @@ void Tour::foresee(ScreenDriver& driver) {
     driver.onScreen(QStringLiteral("frmMenuSJikkou"), [this](QDialog& form) {
         picture(form, QStringLiteral("配分実行メニュー"));
         click(form, QStringLiteral("Option1_2"));
-        click(form, QStringLiteral("Command1"));
-        click(form, QStringLiteral("Command7"));
-        click(form, QStringLiteral("Command10"));
+        for (int entry : {1, 3, 5, 6, 7, 10}) click(form, QStringLiteral("Command%1").arg(entry));
     });
     driver.onScreen(QStringLiteral("frmSTaisyousya"), [this](QDialog& form) {
         picture(form, QStringLiteral("対象者と配分基準の対応"));
         click(form, QStringLiteral("Command5"));
     });
+    driver.onScreen(QStringLiteral("frmSHaibunjikkouK"), [this](QDialog& form) { fillIn(form); });
+    driver.onScreen(QStringLiteral("frmSSanteishitei"), [this, &driver](QDialog& form) {
+        chooseRun(form, kSeisyain, kIppan, 2);
+        driver.onScreen(QStringLiteral("frmSJikkou01"), [this](QDialog& grid) { typeIn(grid); });
+        click(form, QStringLiteral("Command1"));
+        if (form.isVisible()) click(form, QStringLiteral("Command2"));
+    });
+    driver.onScreen(QStringLiteral("frmSJCheck"), [this](QDialog& form) {
+        chooseRun(form, kSeisyain, kIppan, 0);
+        click(form, QStringLiteral("Command1"));
+        picture(form, QStringLiteral("入力状況チェック"));
+        click(form, QStringLiteral("Command2"));
+    });
     driver.onScreen(QStringLiteral("frmSHaibunjikkouK2"), [this, &driver](QDialog& form) {
-        compute(driver, form, QStringLiteral("正社員賞与"), QStringLiteral("一般社員"), 0);
-        compute(driver, form, QStringLiteral("正社員賞与"), QStringLiteral("一般社員"), 1);
+        compute(form, kSeisyain, kIppan, 0);
+        compute(form, kSeisyain, kIppan, 1);
         printList(driver, form, QStringLiteral("賞与支給額_一般社員.pdf"));
-        compute(driver, form, QStringLiteral("嘱託・パート賞与"), QStringLiteral("パート"), 1);
+        compute(form, QStringLiteral("嘱託・パート賞与"), QStringLiteral("パート"), 1);
         printList(driver, form, QStringLiteral("賞与支給額_パート.pdf"));
         click(form, QStringLiteral("Command2"));
     });
+    driver.onScreen(QStringLiteral("frmSNenkan"), [this, &driver](QDialog& form) { showYear(driver, form); });
 }
 
-void Tour::compute(ScreenDriver&, QDialog& form, const QString& kubun, const QString& kijun, int option) {
-    const QString name = QStringLiteral("Option1_%1").arg(option);
+void Tour::chooseRun(QDialog& form, const QString& kubun, const QString& kijun, int option) {
     chooseText(form, QStringLiteral("DataList1"), kubun);
     chooseText(form, QStringLiteral("DataList2"), kijun);
-    click(form, name);
-    if (visible(form, QStringLiteral("Command6"))) click(form, QStringLiteral("Command6"));
+    click(form, QStringLiteral("Option1_%1").arg(option));
+}
+
+void Tour::fillIn(QDialog& form) {
+    for (int option : {0, 1}) {
+        chooseRun(form, kSeisyain, kIppan, option);
+        click(form, QStringLiteral("Command1"));
+    }
+    picture(form, QStringLiteral("自動入力"));
+    click(form, QStringLiteral("Command2"));
+}
+
+/// 金一封 of the first two employees.
+void Tour::typeIn(QDialog& form) {
+    type(form, QStringLiteral("Text1_0"), QStringLiteral("30000"), Qt::Key_Return);
+    type(form, QStringLiteral("Text1_1"), QStringLiteral("25000"), Qt::Key_Return);
+    picture(form, QStringLiteral("実行時入力"));
+    click(form, QStringLiteral("Command1"));
+    if (form.isVisible()) click(form, QStringLiteral("Command2"));
+}
+
+void Tour::showYear(ScreenDriver& driver, QDialog& form) {
+    for (int number = 1; number <= 2; ++number) {
+        const QString combo = QStringLiteral("DataCombo%1").arg(number);
+        const QStringList dates = rows(form, combo);
+        const qsizetype last = dates.size() - number;
+        if (last >= 0) choose(form, combo, static_cast<int>(last));
+    }
+    printList(driver, form, QStringLiteral("年間支給額.pdf"));
+    click(form, QStringLiteral("Command2"));
+}
+
+/// The panel of the individual calculation is where it is run: half a month more, looked at, computed and
+/// taken back, so that the run that counts pays what is registered.
+void Tour::simulate(QDialog& form) {
+    click(form, QStringLiteral("Command6"));
+    for (const QString& box : {QStringLiteral("Text4"), QStringLiteral("Text3_0")}) {
+        if (!visible(form, box)) continue;
+        const QString registered = text(form, box);
+        type(form, box, QString::number(registered.toDouble() + 0.5), Qt::Key_Return);
+        picture(form, QStringLiteral("支給係数シミュレーション"));
+        type(form, box, registered, Qt::Key_Return);
+        return;
+    }
+}
+
+void Tour::compute(QDialog& form, const QString& kubun, const QString& kijun, int option) {
+    const QString name = QStringLiteral("Option1_%1").arg(option);
+    chooseRun(form, kubun, kijun, option);
+    if (visible(form, QStringLiteral("Command6"))) simulate(form);
     click(form, QStringLiteral("Command1"));
     computed_.push_back({kubun + u'／' + kijun, text(form, name),
                          text(form, QStringLiteral("Label6_%1").arg(option)),
