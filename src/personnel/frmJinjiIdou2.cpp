@@ -4,12 +4,12 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QRegularExpressionValidator>
 #include <algorithm>
 
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "store/date_text.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -56,8 +56,7 @@ void frmJinjiIdou2::makeControls() {
         txtFields_[i] = make<QLineEdit>(u"txtFields_%1"_s.arg(i));
     txtFields_[Idoubi]->setPlaceholderText(u"入力例： 2000/4/1"_s);
     txtFields_[Tokyu]->setPlaceholderText(u"1～20"_s);
-    txtFields_[Tokyu]->setValidator(
-        new QRegularExpressionValidator(QRegularExpression(u"[0-9]*"_s), txtFields_[Tokyu]));
+    widgets::admitOnly(txtFields_[Tokyu], u"0123456789"_s);
     for (int i = 0; i < kCombos; ++i) {
         auto* combo = combo_[i] = make<widgets::CodeCombo>(u"DataCombo1_%1"_s.arg(i));
         connect(combo, &widgets::CodeCombo::entered, this,

@@ -17,6 +17,7 @@
 
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -306,10 +307,7 @@ bool InputGrid::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (moves(*key)) return true;
-    const bool command = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    const QString typed = key->text();
-    return !choice && !command && typed.size() == 1 && typed[0].isPrint() &&
-           !model_->rules.characters.contains(typed[0]);
+    return !choice && widgets::isRefusedKey(*key, model_->rules.characters);
 }
 
 /// Escape is the form's. Everything else that reaches the grid itself moves through its rows.

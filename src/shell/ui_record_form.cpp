@@ -310,6 +310,10 @@ void RecordForm::cmdAdd() {
 
 void RecordForm::cmdEdit() {
     savedKey_ = keyOf(row_);
+    // Options keep showing the row before where this one has none of their values: what is stored must not be
+    // another's.
+    for (const Bound& bound : bound_)
+        if (!bound.fresh.isEmpty() && bound.read() != shownText(bound)) bound.write(bound.fresh);
     setState(State::Editing);
 }
 

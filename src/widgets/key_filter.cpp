@@ -5,6 +5,15 @@
 #include <QLineEdit>
 
 namespace widgets {
+
+bool isRefusedKey(const QKeyEvent& key, const QString& characters) {
+    const QString text = key.text();
+    const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    // Half of a pair (an emoji is two units) is no printing character, but no control character either.
+    const bool typed = !text.isEmpty() && text.at(0).category() != QChar::Other_Control;
+    return !command && typed && !(text.size() == 1 && characters.contains(text.at(0)));
+}
+
 namespace {
 
 class KeyFilter : public QObject {
@@ -14,12 +23,7 @@ class KeyFilter : public QObject {
     }
     bool eventFilter(QObject*, QEvent* event) override {
         if (event->type() != QEvent::KeyPress) return false;
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const QString text = key->text();
-        const bool command = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-        // Half of a pair (an emoji is two units) is no printing character, but no control character either.
-        const bool typed = !text.isEmpty() && text.at(0).category() != QChar::Other_Control;
-        return !command && typed && !(text.size() == 1 && characters_.contains(text.at(0)));
+        return isRefusedKey(*static_cast<QKeyEvent*>(event), characters_);
     }
 
   private:

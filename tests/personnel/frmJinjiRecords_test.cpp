@@ -127,7 +127,7 @@ TEST_F(Records, OfTransfersOfferWhatIsSetUpByTheDateAndRefuseTheRest) {
         }
         refused(form, u"txtFields_2"_s, u"21"_s, u"1～20を入力してください。･･･等級"_s);
         refused(form, u"txtFields_2"_s, u"0"_s, u"1～20を入力してください。･･･等級"_s);
-        type(form, u"txtFields_2"_s, u"x020"_s, Qt::Key_Tab);
+        type(form, u"txtFields_2"_s, u"x20"_s, Qt::Key_Tab);
         EXPECT_EQ(text(form, u"txtFields_2"_s), u"20"_s);
         click(form, u"cmdUpdate"_s);
     });
@@ -140,6 +140,8 @@ TEST_F(Records, OfFamilyAreUniqueByRelationAndShowNames) {
     person(u"000001"_s, u"小林　陽介"_s, u"1991/7/1"_s, u"1969/1/1"_s);
     const QStringList before = stored(u"氏名, 続柄, 性別, 扶養, 同居, 障害"_s, u"家族テーブル"_s);
     global_.cn_main->execute(u"update 入力可・不可テーブル set フリガナ = 0"_s);
+    global_.cn_main->execute(
+        u"update 家族テーブル set 性別 = null where 社員Code = '000001' and 続柄 = '03'"_s);
     open<personnel::frmJinjiKazoku>([&](QDialog& form) {
         ASSERT_EQ(rows(form, u"DataGrid1"_s, 3).size(), 2);
         const QString relation = rows(form, u"DataGrid1"_s, 3).first();
@@ -164,6 +166,10 @@ TEST_F(Records, OfFamilyAreUniqueByRelationAndShowNames) {
         EXPECT_EQ(text(form, u"txtFields_2"_s), u"小林　花"_s);
         choose(form, u"DataGrid1"_s, 0);
         EXPECT_EQ(text(form, u"DataCombo1"_s), relation);
+        choose(form, u"DataGrid1"_s, 1);  // not stated: the options still show the row before
+        click(form, u"cmdEdit"_s);
+        EXPECT_TRUE(checked(form, u"Option1_0"_s));
+        click(form, u"cmdUpdate"_s);
     });
     QStringList after = stored(u"氏名, 続柄, 性別, 扶養, 同居, 障害"_s, u"家族テーブル"_s);
     EXPECT_TRUE(after.takeLast().endsWith(u" 3 1 1 2"_s));
