@@ -138,10 +138,14 @@ TEST_F(Records, OfTransfersOfferWhatIsSetUpByTheDateAndRefuseTheRest) {
 
 TEST_F(Records, OfFamilyAreUniqueByRelationAndShowNames) {
     person(u"000001"_s, u"小林　陽介"_s, u"1991/7/1"_s, u"1969/1/1"_s);
+    const auto setSex = [&](const store::Value& code) {
+        global_.cn_main->execute(
+            u"update 家族テーブル set 性別 = ? where 社員Code = '000001' and 続柄 = '03'"_s, {code});
+    };
+    setSex(u"1"_s);
     const QStringList before = stored(u"氏名, 続柄, 性別, 扶養, 同居, 障害"_s, u"家族テーブル"_s);
     global_.cn_main->execute(u"update 入力可・不可テーブル set フリガナ = 0"_s);
-    global_.cn_main->execute(
-        u"update 家族テーブル set 性別 = null where 社員Code = '000001' and 続柄 = '03'"_s);
+    setSex({});
     open<personnel::frmJinjiKazoku>([&](QDialog& form) {
         ASSERT_EQ(rows(form, u"DataGrid1"_s, 3).size(), 2);
         const QString relation = rows(form, u"DataGrid1"_s, 3).first();
