@@ -43,6 +43,12 @@ Finding CodeBook::resolve(const QString& item, QString& cell, QDate on, const QS
     }
     const auto& found = byCode.empty() ? byName : byCode;
     if (found.empty()) return refuse(u"「%1」はマスタにありません。"_s.arg(cell), item);
+    const bool two =
+        !byCode.empty() && std::any_of(byName.begin(), byName.end(),
+                                       [&](const CodeChoice* named) { return named != byCode.front(); });
+    if (two)
+        return refuse(
+            u"「%1」はコードとしても名称としても別の項目にあり、どちらか決められません。"_s.arg(cell), item);
     if (found.size() > 1)
         return refuse(u"「%1」はマスタに複数あります。コードで入力してください。"_s.arg(cell), item);
     const CodeChoice& entry = *found.front();

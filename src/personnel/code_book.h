@@ -14,9 +14,10 @@ class CodeBook {
   public:
     explicit CodeBook(store::Connection& cn) : cn_(cn) {}
 
-    /// Brings a cell to the code: "5" and "05" are the entry 05, otherwise the name counts. Dated entries
-    /// must be open on `on` (unless it is invalid), a 所属小 must stand under `syozokuDai`. The finding says
-    /// why there is no such code; then the cell stays.
+    /// Brings a cell to the code: "5" and "05" are the entry 05, otherwise the name counts; the code of one
+    /// entry that is the name of another is neither. Dated entries must be open on `on` (unless it is
+    /// invalid), a 所属小 must stand under `syozokuDai`. The finding says why there is no such code; then the
+    /// cell stays.
     Finding resolve(const QString& item, QString& cell, QDate on = {}, const QString& syozokuDai = {});
     /// Whether the list would offer anything: on any day, of 所属小 under the 所属大.
     bool hasEntries(const QString& item, const QString& syozokuDai = {});

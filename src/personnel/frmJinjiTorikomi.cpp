@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <algorithm>
 
 #include "reports/ui_save_dialog.h"
 #include "shell/ui_box.h"
@@ -136,7 +137,7 @@ void frmJinjiTorikomi::kindChosen() {
                                      {u"社員Code"_s},
                                      {employees ? u"氏名"_s : u"異動日"_s},
                                      {u"結果"_s},
-                                     {u"取り込めない理由"_s}},
+                                     {u"取り込めない理由・確認すること"_s}},
                                     this);
     table_->setModel(model_);
     delete former;
@@ -241,9 +242,12 @@ void frmJinjiTorikomi::Command2_Click() {
 void frmJinjiTorikomi::Command3_Click() {
     const int added = plan_->count(Outcome::Add);
     const int updated = plan_->count(Outcome::Update);
-    if (!shell::ask(this, u"%1 件を追加し、%2 件を更新します。\nよろしいですか。"_s.arg(added).arg(updated),
-                    u"取込の確認"_s))
-        return;
+    const auto renamed = std::count_if(plan_->rows.begin(), plan_->rows.end(),
+                                       [](const ImportRow& row) { return !row.reasons.isEmpty(); });
+    QString question = u"%1 件を追加し、%2 件を更新します。\n"_s.arg(added).arg(updated);
+    if (renamed > 0)
+        question += u"氏名の変わる社員が %1 人います。社員Codeを確かめてください。\n"_s.arg(renamed);
+    if (!shell::ask(this, question + u"よろしいですか。"_s, u"取込の確認"_s)) return;
     const bool done = shell::guarded(this, transaction_, [&] {
         setHourglass();
         transaction_.begin();

@@ -62,17 +62,15 @@ class Judge : public RowJudge {
         faults_.clear();
         cells_[0] = texts_[0] = paddedSyainCode(cells[0]);
         const QString key = checkKey(line);
-        const auto standing = standing_.constFind(key);
-        const bool exists = !key.isEmpty() && standing != standing_.constEnd();
-        if (exists) takeStanding(*standing);
+        const auto held = standing_.constFind(key);
+        const bool exists = !key.isEmpty() && held != standing_.constEnd();
+        former_ = exists ? *held : QStringList();
+        if (exists) takeStanding();
         if (exists && !wish_.updateExisting) fault(duplicate());
-        checkSwitchedOff();
+        checkCells();
         checkFields();
-        const Outcome outcome = !faults_.isEmpty() ? Outcome::Refused
-                                : exists           ? Outcome::Update
-                                                   : Outcome::Add;
-        return {line,    texts_[0], subject(),
-                outcome, faults_,   outcome == Outcome::Refused ? store::Binds() : values()};
+        if (!faults_.isEmpty()) return {line, texts_[0], subject(), Outcome::Refused, faults_, {}};
+        return {line, texts_[0], subject(), exists ? Outcome::Update : Outcome::Add, notices(), values()};
     }
 
   protected:
@@ -81,6 +79,8 @@ class Judge : public RowJudge {
     virtual Fault duplicate() const = 0;
     virtual void checkFields() = 0;
     virtual QString subject() const = 0;
+    /// What to look at before an accepted row is written.
+    virtual QStringList notices() const { return {}; }
 
     void fault(const Finding& finding) {
         if (finding && !faults_.contains(finding->text)) faults_ << finding->text;
@@ -102,6 +102,8 @@ class Judge : public RowJudge {
     }
     QString& text(const QString& column) { return texts_[qsizetype(indexOf(column))]; }
     bool isGiven(const QString& column) const { return !cells_[qsizetype(indexOf(column))].isEmpty(); }
+    /// What the row's column held so far; empty of a new row.
+    QString standing(const QString& column) const { return former_.value(qsizetype(indexOf(column))); }
     QDate date(const QString& column) { return store::parseDate(text(column)).value_or(QDate()); }
     /// A given cell becomes a code; false after a fault.
     bool resolve(const QString& column, QDate on = {}, const QString& syozokuDai = {}) {
@@ -135,14 +137,19 @@ class Judge : public RowJudge {
     QStringList texts_;  ///< of the row, as items_: the cells, and what stands in the place of empty ones
 
   private:
-    void takeStanding(const QStringList& standing) {
+    void takeStanding() {
         for (qsizetype i = 0; i < texts_.size(); ++i)
-            if (texts_[i].isEmpty()) texts_[i] = standing[i];
+            if (texts_[i].isEmpty()) texts_[i] = former_[i];
     }
-    void checkSwitchedOff() {
-        for (const ImportItem& item : items_)
-            if (isGiven(item.column) && !entered_.entered(item.column))
+    /// What no field of a screen would take in: an item switched off, a line's end.
+    void checkCells() {
+        for (qsizetype i = 0; i < cells_.size(); ++i) {
+            const ImportItem& item = items_[std::size_t(i)];
+            if (!cells_[i].isEmpty() && !entered_.entered(item.column))
                 fault(Fault{u"入力しない設定の項目です。･･･"_s + item.heading, u"入力エラー"_s});
+            if (std::any_of(cells_[i].begin(), cells_[i].end(), [](QChar c) { return c < u' '; }))
+                fault(Fault{u"項目中に改行を含むことはできません。･･･"_s + item.heading, u"入力エラー"_s});
+        }
     }
     store::Binds values() {
         store::Binds values;
@@ -158,7 +165,8 @@ class Judge : public RowJudge {
         return values;
     }
 
-    QStringList cells_;  ///< of the row, as items_
+    QStringList cells_;   ///< of the row, as items_
+    QStringList former_;  ///< what stands, as items_; empty without such a row
     QHash<QString, QStringList> standing_;
     QHash<QString, int> lines_;  ///< where the sheet names each key first
 };
@@ -181,6 +189,12 @@ class EmployeeJudge : public Judge {
     }
     Fault duplicate() const override { return duplicateSyainCode(); }
     QString subject() const override { return texts_.value(1); }
+    /// A wrong 社員Code would put somebody else in the place of this person.
+    QStringList notices() const override {
+        const QString former = standing(u"氏名"_s);
+        if (former.isEmpty() || former == subject()) return {};
+        return {u"いまの氏名は「%1」です。"_s.arg(former)};
+    }
 
     void checkFields() override {
         for (const ImportItem& item : items_) checkField(item);
@@ -238,8 +252,6 @@ class TransferJudge : public Judge {
     QString subject() const override { return texts_.value(1); }
 
     void checkFields() override {
-        // As on the screen: a 所属小 does not outlive a change of its 所属大.
-        if (isGiven(u"所属大"_s) && !isGiven(u"所属小"_s)) text(u"所属小"_s).clear();
         for (const ImportItem& item : items_)
             if (item.kind == Kind::Choice) checkChoice(item.column);
         QString& tokyu = text(u"等級"_s);
@@ -251,6 +263,9 @@ class TransferJudge : public Judge {
   private:
     void checkChoice(const QString& column) {
         const QString syozokuDai = text(u"所属大"_s);
+        // As on the screen: a 所属小 does not outlive a change of its 所属大.
+        if (column == u"所属小"_s && !isGiven(column) && syozokuDai != standing(u"所属大"_s))
+            text(column).clear();
         if (resolve(column, date(u"異動日"_s), syozokuDai))
             fault(checkTransferChoice(entered_, column, text(column), book_.hasEntries(column, syozokuDai)));
     }

@@ -25,13 +25,19 @@ QString folded(const QString& heading) {
 /// For each item of the import the column of the sheet, -1 without one.
 class Headings {
   public:
-    Headings(const std::vector<ImportItem>& items, const QStringList& cells) {
+    Headings(const std::vector<ImportItem>& items, const QStringList& cells) : headings_(cells) {
         for (const ImportItem& item : items) columns_.push_back(columnOf(item, cells));
         for (int i = 0; i < cells.size(); ++i)
             if (!cells[i].isEmpty() && std::find(columns_.begin(), columns_.end(), i) == columns_.end())
                 ignored_ << cells[i];
     }
     QStringList ignored() const { return ignored_; }
+    /// A cell without a heading: a comma inside a cell without quotes moves all cells behind it.
+    bool overrun(const CsvRow& row) const {
+        for (qsizetype i = 0; i < row.cells.size(); ++i)
+            if (!row.cells[i].isEmpty() && headings_.value(i).isEmpty()) return true;
+        return false;
+    }
 
     /// The cells of a row, one for each item.
     QStringList given(const CsvRow& row) const {
@@ -54,6 +60,7 @@ class Headings {
         return found;
     }
 
+    QStringList headings_;
     std::vector<int> columns_;
     QStringList ignored_;
 };
@@ -101,8 +108,16 @@ ImportPlan planImport(store::Connection& cn, ImportKind kind, const std::vector<
     const Headings headings(judge->items(), sheet.front().cells);
     ImportPlan plan{kind, {}, headings.ignored()};
     plan.rows.reserve(sheet.size() - 1);
-    for (auto row = sheet.begin() + 1; row != sheet.end(); ++row)
-        plan.rows.push_back(judge->judge(row->line, headings.given(*row)));
+    for (auto row = sheet.begin() + 1; row != sheet.end(); ++row) {
+        ImportRow judged = judge->judge(row->line, headings.given(*row));
+        if (headings.overrun(*row)) {
+            if (judged.outcome != ImportRow::Outcome::Refused) judged.reasons.clear();
+            judged.outcome = ImportRow::Outcome::Refused;
+            judged.reasons.prepend(
+                u"見出しのない列に値があります。「,」を含む項目は「\"」で囲んでください。"_s);
+        }
+        plan.rows.push_back(std::move(judged));
+    }
     return plan;
 }
 

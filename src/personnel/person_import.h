@@ -34,7 +34,7 @@ struct ImportRow {
     QString code;     ///< 社員Code
     QString subject;  ///< 氏名, or 異動日
     Outcome outcome;
-    QStringList reasons;  ///< why it is refused; each names its field
+    QStringList reasons;  ///< why it is refused, each names its field; what to look at before an update
     store::Binds values;  ///< of an accepted row, as the import's columns
 };
 

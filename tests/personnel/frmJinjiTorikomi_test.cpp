@@ -71,7 +71,13 @@ TEST_F(Import, RefusesRowsAsTheScreensDoAndTakesAllOrNothing) {
          "最終学歴を選択してください。　「99」はマスタにありません。･･･出身地　職能資格を選択してください。　"
          "勤務地を選択してください。　組合を選択してください。　日付の入力が正しくありません。･･･生年月日　"
          "1900年1月1日以降の日付を入力してください。･･･入社日"_s},
+        {u"105,新田,ｼﾝﾃﾞﾝ,女,1990/4/1,2013/4/1,01,01,01,01,13,01,01"_s,
+         u"取込不可:見出しのない列に値があります。「,」を含む項目は「\"」で囲んでください。"_s},
+        {u"106,\"新\n田\",ｼﾝﾃﾞﾝ,女,1990/4/1,2013/4/1,02"_s + rest.mid(3),
+         u"取込不可:項目中に改行を含むことはできません。･･･氏名　"
+         "「02」はコードとしても名称としても別の項目にあり、どちらか決められません。･･･最終学歴"_s},
     };
+    sql(u"UPDATE 最終学歴マスタ SET 最終学歴 = '02' WHERE Code = '03'"_s);
     QString sheet = kPeople;
     QStringList expected;
     for (const auto& each : cases) {
@@ -84,7 +90,7 @@ TEST_F(Import, RefusesRowsAsTheScreensDoAndTakesAllOrNothing) {
         EXPECT_EQ(judged(form), expected.mid(2));
         click(form, u"Check2"_s);
         EXPECT_EQ(judged(form), expected);
-        EXPECT_EQ(text(form, u"lblCounts"_s), u"追加： 2 件　更新： 0 件　取り込めない行： 5 件"_s);
+        EXPECT_EQ(text(form, u"lblCounts"_s), u"追加： 2 件　更新： 0 件　取り込めない行： 7 件"_s);
         EXPECT_FALSE(enabled(form, u"Command3"_s));
         expectSame(before);
 
@@ -116,6 +122,13 @@ TEST_F(Import, RefusesRowsAsTheScreensDoAndTakesAllOrNothing) {
         EXPECT_EQ(judged(form), QStringList{u"更新:"_s});
         take(form, u"0 件を追加し、1 件を更新します。"_s);
         EXPECT_EQ(read(columns), QStringList{u"新田　一|ｼﾝﾃﾞﾝ|03-1234-5678|1990/4/1"_s});
+        screen(form).load(file("社員Code,氏名\n101,別人\n"));
+        EXPECT_EQ(judged(form), QStringList{u"更新:いまの氏名は「新田　一」です。"_s});
+        driver_.expectBox(
+            u"0 件を追加し、1 件を更新します。\n氏名の変わる社員が 1 人います。社員Codeを確かめてください。\n"
+            "よろしいですか。"_s,
+            u"取込の確認"_s, BoxAnswer::No);
+        click(form, u"Command3"_s);
         screen(form).load(file("社員Code,住宅区分\n101,01\n"));
         EXPECT_EQ(judged(form), QStringList{u"取込不可:入力しない設定の項目です。･･･住宅区分"_s});
     });
@@ -163,7 +176,7 @@ TEST_F(Import, OfTransfersGoesByTheValidityOfCodesAndKeepsWhatCompanionsFill) {
         EXPECT_EQ(judged(form), expected);
         // Changed on wish: 号俸, 評語 and what the sheet does not fill stay.
         click(form, u"Check1"_s);
-        screen(form).load(file((headings + cases[0].row + u'\n' + u"1,2010/4/1,,,,,,,,8\n"_s).toUtf8()));
+        screen(form).load(file((headings + cases[0].row + u'\n' + u"1,2010/4/1,,,01,,,,,8\n"_s).toUtf8()));
         take(form, u"1 件を追加し、1 件を更新します。"_s);
         const QString syou = names(u"S.Code"_s);
         EXPECT_EQ(
