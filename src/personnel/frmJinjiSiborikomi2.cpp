@@ -74,13 +74,16 @@ QDate frmJinjiSiborikomi2::referenceDate() {
 }
 
 QString frmJinjiSiborikomi2::printedDate() {
-    return u"%1～%2の退職者"_s.arg(text1_->text(), text2_->text());
+    return asked_;
 }
 
 SelectionForm::Query frmJinjiSiborikomi2::query() {
     if (!checkDate(text1_, true) || !checkDate(text2_, true)) return {};
     const QDate from = store::parseDate(text1_->text()).value_or(QDate());
-    return [this, from, to = referenceDate()] { return selectRetired(cn(), from, to); };
+    const QDate to = referenceDate();
+    // The fields may change before the list is printed; its people stay those of this question.
+    asked_ = u"%1～%2の退職者"_s.arg(text1_->text(), text2_->text());
+    return [this, from, to] { return selectRetired(cn(), from, to); };
 }
 
 void frmJinjiSiborikomi2::restore(const QString& code) {

@@ -24,6 +24,7 @@ class frmJinjiSiborikomi2 : public SelectionForm {
 
     QLineEdit* text1_;
     QLineEdit* text2_;
+    QString asked_;  ///< the days of the people found, as printed
 };
 
 }  // namespace personnel
