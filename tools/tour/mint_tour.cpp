@@ -1,6 +1,7 @@
-// Goes through the main job on the real screens without a display: opens 見本商事, loads the newest date,
-// looks at the assignment, fills in automatically and by hand, simulates a payment coefficient, computes one
-// criterion of each method, prints, exports, checks the inputs and sets the year's payments side by side.
+// Goes through the main job on the real screens without a display: opens 見本商事, looks at a master and at
+// an employee, prints the staff register, loads the newest date, looks at the assignment, fills in
+// automatically and by hand, simulates a payment coefficient, computes one criterion of each method, prints,
+// exports, checks the inputs and sets the year's payments side by side.
 //   mint-tour <program folder> <output folder>
 // It works on a copy of the company, so that the sample stays as it is. The output folder receives the
 // printed list, the sheet and pictures of the screens; the totals are printed.
@@ -52,6 +53,9 @@ class Tour {
 
   private:
     void foresee(ScreenDriver& driver);
+    void foreseePeople(ScreenDriver& driver);
+    void look(ScreenDriver& driver, const QString& screen, const QString& name);
+    void savePdf(ScreenDriver& driver, const QString& pdf);
     void picture(QWidget& screen, const QString& name) {
         shot(screen, QStringLiteral("%1/screens/%2_%3.png")
                          .arg(out_)
@@ -81,9 +85,9 @@ void Tour::foresee(ScreenDriver& driver) {
     });
     driver.onScreen(QStringLiteral("frmMenu000"), [this](QDialog& form) {
         picture(form, QStringLiteral("メニュー"));
-        click(form, QStringLiteral("Command4"));
-        click(form, QStringLiteral("Command9"));
+        for (int entry : {2, 3, 4, 9}) click(form, QStringLiteral("Command%1").arg(entry));
     });
+    foreseePeople(driver);
     driver.onScreen(QStringLiteral("frmMenuSSyouyo"), [this](QDialog& form) {
         picture(form, QStringLiteral("賞与配分メニュー"));
         click(form, QStringLiteral("Command2"));
@@ -128,6 +132,46 @@ void Tour::foresee(ScreenDriver& driver) {
         click(form, QStringLiteral("Command2"));
     });
     driver.onScreen(QStringLiteral("frmSNenkan"), [this, &driver](QDialog& form) { showYear(driver, form); });
+}
+
+/// The masters, the employee record with what stands behind it, and the staff register.
+void Tour::foreseePeople(ScreenDriver& driver) {
+    driver.onScreen(QStringLiteral("frmMenuMasuta"), [this](QDialog& form) {
+        picture(form, QStringLiteral("マスタメニュー"));
+        click(form, QStringLiteral("Command1"));
+        click(form, QStringLiteral("Command20"));
+    });
+    look(driver, QStringLiteral("frmMastaSyain"), QStringLiteral("社員区分マスタ"));
+    driver.onScreen(QStringLiteral("frmMenuJinji"), [](QDialog& form) {
+        click(form, QStringLiteral("Command2"));
+        click(form, QStringLiteral("Command3"));
+    });
+    driver.onScreen(QStringLiteral("frmMenuJinjiSub"), [](QDialog& form) {
+        for (int entry : {1, 4, 3}) click(form, QStringLiteral("Command%1").arg(entry));
+    });
+    driver.onScreen(QStringLiteral("frmRireki"), [this](QDialog& form) {
+        picture(form, QStringLiteral("履歴書"));
+        for (int record : {2, 3, 4}) click(form, QStringLiteral("Command%1").arg(record));
+        click(form, QStringLiteral("cmdClose"));
+    });
+    look(driver, QStringLiteral("frmJinjiIdou2"), QStringLiteral("異動履歴"));
+    look(driver, QStringLiteral("frmJinjiKazoku"), QStringLiteral("家族情報"));
+    look(driver, QStringLiteral("frmJinjiSikaku"), QStringLiteral("資格・免許保有状況"));
+    driver.onScreen(QStringLiteral("frmJinjiSiborikomi"), [this, &driver](QDialog& form) {
+        click(form, QStringLiteral("Command1"));
+        picture(form, QStringLiteral("検索条件"));
+        savePdf(driver, QStringLiteral("社員台帳.pdf"));
+        click(form, QStringLiteral("Command4"));
+        click(form, QStringLiteral("Command6"));
+    });
+}
+
+/// A record form: its picture, and closed again.
+void Tour::look(ScreenDriver& driver, const QString& screen, const QString& name) {
+    driver.onScreen(screen, [this, name](QDialog& form) {
+        picture(form, name);
+        click(form, QStringLiteral("cmdClose"));
+    });
 }
 
 void Tour::chooseRun(QDialog& form, const QString& kubun, const QString& kijun, int option) {
@@ -190,13 +234,18 @@ void Tour::compute(QDialog& form, const QString& kubun, const QString& kijun, in
     picture(form, QStringLiteral("配分計算_") + text(form, name));
 }
 
-void Tour::printList(ScreenDriver& driver, QDialog& form, const QString& pdf) {
+/// The preview that comes next goes into a file.
+void Tour::savePdf(ScreenDriver& driver, const QString& pdf) {
     driver.onScreen(QStringLiteral("frmReport"), [this, pdf](QDialog& preview) {
         auto& report = dynamic_cast<reports::frmReport&>(preview);
         picture(preview, QStringLiteral("一覧表"));
         report.savePdf(out_ + u'/' + pdf);
         preview.reject();
     });
+}
+
+void Tour::printList(ScreenDriver& driver, QDialog& form, const QString& pdf) {
+    savePdf(driver, pdf);
     click(form, QStringLiteral("Command4"));
     click(form, QStringLiteral("Command5"));
     picture(form, QStringLiteral("Excelにデータを送る"));
