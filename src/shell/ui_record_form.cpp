@@ -12,6 +12,7 @@
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "shell/ui_menu_form.h"
+#include "store/error.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -194,9 +195,9 @@ void RecordForm::openRecords() {
     setState(State::Browse);
 }
 
-/// The table's rows as they are now. The position is void afterwards.
-void RecordForm::readRows() {
-    guarded(this, [this] {
+/// The table's rows as they are now, unless the reading failed. The position is void afterwards.
+bool RecordForm::readRows() {
+    const bool read = guarded(this, [this] {
         if (rows_)
             rows_->requery();
         else
@@ -204,6 +205,7 @@ void RecordForm::readRows() {
         rowsRead();
     });
     row_ = -1;
+    return read;
 }
 
 void RecordForm::showList() {
@@ -226,11 +228,12 @@ QStringList RecordForm::keyOf(int row) const {
     return key;
 }
 
-/// On the row with that key, or on `otherwise`.
+/// On the row with that key, or on `otherwise`, which also settles a key that stands in several rows.
 void RecordForm::standOn(const QStringList& key, int otherwise) {
     const int count = rowCount();
     row_ = count == 0 ? -1 : std::clamp(otherwise, 0, count - 1);
-    for (int row = 0; !key.isEmpty() && row < count; ++row)
+    const bool there = keyOf(row_) == key;
+    for (int row = 0; !there && !key.isEmpty() && row < count; ++row)
         if (keyOf(row) == key) {
             row_ = row;
             break;
@@ -318,6 +321,7 @@ void RecordForm::cmdEdit() {
 }
 
 void RecordForm::cmdCancel() {
+    if (row_ < 0) standOn(savedKey_, 0);
     setState(State::Browse);
 }
 
@@ -362,7 +366,9 @@ bool RecordForm::keyDiffers() const {
 void RecordForm::cmdUpdate() {
     const State was = state_;
     bool written = false;
+    if (was == State::Editing && row_ < 0) forgetWrite();
     const bool ok = guarded(this, transaction_, [&] {
+        if (was == State::Editing) requireRow();
         if (!checkRequired() || !passesChecks() || !checkUpdate()) return;
         setHourglass();
         writeRow();
@@ -394,14 +400,23 @@ void RecordForm::writeRow() {
     if (!adding) savedKey_ = keyOf(row_);
 }
 
-/// After a failure the rows are as before, and so is the state: what was typed stands in the fields.
+/// After a failure the rows are as before, and so is the state: what was typed stands in the fields. Where
+/// the row being edited is not to be found it must not be written over another one: then there is none.
 void RecordForm::forgetWrite() {
     if (!rows_) return;
+    const int at = row_;
     rows_->cancelUpdate();
-    readRows();
-    standOn(savedKey_, 0);
+    const bool read = readRows();
+    standOn(savedKey_, at);
+    if (state_ == State::Editing && (!read || keyOf(row_) != savedKey_)) row_ = -1;
     showList();
     if (state_ == State::Browse) showRow();
+}
+
+void RecordForm::requireRow() const {
+    if (row_ >= 0) return;
+    throw store::Error(store::Error::Reason::Conflict,
+                       QStringLiteral("編集中のレコードが見つからないため、更新できません。"));
 }
 
 // ---- removal

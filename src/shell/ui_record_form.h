@@ -176,12 +176,13 @@ class RecordForm : public widgets::Form {
     bool keyDiffers() const;
     void writeRow();
     void forgetWrite();
+    void requireRow() const;
     void set_buttons(bool browse);
     void setState(State state);
     void focusInBrowse();
     void showRow();
     void showList();
-    void readRows();
+    bool readRows();
     void standOn(const QStringList& key, int otherwise);
     QStringList keyOf(int row) const;
     QString shownText(const Bound& bound) const;

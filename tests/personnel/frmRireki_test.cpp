@@ -227,6 +227,23 @@ TEST_F(Rireki, ANewCodeReachesEveryTableAndARemovalLeavesNone) {
         EXPECT_EQ(rows(form, u"DataGrid1"_s), QStringList());
     });
     EXPECT_EQ(cells(u"987654"_s), 0);
+    // Who is gone meanwhile is not written over somebody else.
+    const QString others =
+        u"SELECT 社員Code, 氏名 FROM 履歴書テーブル WHERE 社員Code <> '000013' ORDER BY 1"_s;
+    const QStringList untouched = read(others);
+    rireki([&](QDialog& form) {
+        type(form, u"Text1"_s, u"000013"_s);
+        click(form, u"cmdEdit"_s);
+        type(form, u"txtFields_1"_s, u"別人"_s, Qt::Key_Tab);
+        sql(u"DELETE FROM 履歴書テーブル WHERE 社員Code = '000013'"_s);
+        driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s);
+        click(form, u"cmdUpdate"_s);
+        driver_.expectBox(u"編集中のレコードが見つからないため、更新できません。"_s, {});
+        click(form, u"cmdUpdate"_s);
+        EXPECT_EQ(text(form, u"txtFields_1"_s), u"別人"_s);
+        click(form, u"cmdCancel"_s);
+    });
+    EXPECT_EQ(read(others), untouched);
 }
 
 TEST_F(Rireki, WhoRetiresLeavesTheStaffOnceItIsConfirmed) {
