@@ -62,7 +62,8 @@ void frmJinjiIdou2::makeControls() {
         connect(combo, &widgets::CodeCombo::entered, this,
                 [this, i] { shell::guarded(this, [this, i] { enterCombo(i); }); });
     }
-    connect(combo_[SyozokuDai], &widgets::CodeCombo::chosen, this, &frmJinjiIdou2::dropSyozokuSyou);
+    connect(combo_[SyozokuDai], &widgets::CodeCombo::chosen, this,
+            [this] { shell::guarded(this, [this] { dropSyozokuSyou(); }); });
     for (std::size_t i = 0; i < kept_.size(); ++i) kept_[i] = make<QLabel>(u"Label3_%1"_s.arg(i));
 }
 
@@ -148,6 +149,12 @@ void frmJinjiIdou2::rowShown() {
 void frmJinjiIdou2::stateChanged() {
     if (state() != State::Adding) return;
     for (QLabel* label : kept_) label->clear();
+}
+
+/// A 所属小 of the former 所属大 does not survive, not even where the company does not enter it any more.
+void frmJinjiIdou2::rowWritten(store::Recordset& row) {
+    PersonRecordForm::rowWritten(row);
+    if (combo_[SyozokuSyou]->code().isEmpty()) row.setValue(kItems[SyozokuSyou], store::Value());
 }
 
 void frmJinjiIdou2::showWholeLists() {

@@ -69,8 +69,8 @@ bool PersonRecordForm::taken(const QString& column, const store::Value& value) {
         cn().prepare(u"SELECT count(*) FROM %1 WHERE 社員Code = ? AND %2 = ?"_s.arg(table_, column));
     others.bindAll({house_.global.syain_code, value});
     others.step();
-    const bool own = state() == State::Editing && rows().value(column) == value;
-    return others.toInteger(0) > (own ? 1 : 0);
+    const bool own = state() == State::Editing && row() >= 0 && rows().value(column) == value;
+    return !own && others.toInteger(0) > 0;
 }
 
 }  // namespace personnel

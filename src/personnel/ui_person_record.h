@@ -33,7 +33,7 @@ class PersonRecordForm : public shell::RecordForm {
     /// DataGrid1 shows the names of these columns' codes in place of the codes.
     void nameCodes(const QStringList& columns);
     QString gridText(int row, int column) const override;
-    /// Whether another row of the person has this value in `column`; the row being edited does not count.
+    /// Whether another row of the person has this value in `column`. The row being edited may keep its own.
     bool taken(const QString& column, const store::Value& value);
 
   private:

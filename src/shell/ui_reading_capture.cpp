@@ -80,7 +80,7 @@ void ReadingCapture::typed(const QKeyEvent& event) {
     const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
     const QString text = event.text();
     if (command || text.size() != 1 || !text.front().isPrint()) return;
-    add(text);
+    reading_->setText(replacesAll() ? text : reading_->text() + text);
 }
 
 void ReadingCapture::add(const QString& text) {

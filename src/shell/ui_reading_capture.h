@@ -14,7 +14,7 @@ namespace shell {
 /// Fills the reading of a name while the name is typed (フリガナ).
 /// - Typed with the input method: the kana that stood in the composition before it was converted, brought
 ///   into the chosen form when the phrase is confirmed.
-/// - Typed without it: the characters themselves.
+/// - Typed without it: the characters themselves, behind the reading.
 /// A phrase confirmed at the very start of a name goes in front of the reading, every other one behind it. A
 /// name that is replaced as a whole, or emptied, takes its reading with it. A cancelled composition, a
 /// conversion of text that was confirmed before and a pasted text leave the reading as it is: what the

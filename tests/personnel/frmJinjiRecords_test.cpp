@@ -134,6 +134,15 @@ TEST_F(Records, OfTransfersOfferWhatIsSetUpByTheDateAndRefuseTheRest) {
     EXPECT_EQ(
         stored(u"社員区分, 異動日, 所属大, 所属小, 役職, 職種, コース, 等級"_s, u"異動テーブル"_s).value(1),
         u"01 2024/12/1 01 11 01 01 01 20"_s);
+    global_.cn_main->execute(u"update 入力可・不可テーブル set 所属小 = 0"_s);
+    open<personnel::frmJinjiIdou2>([](QDialog& form) {
+        choose(form, u"DataGrid1"_s, 2);
+        click(form, u"cmdEdit"_s);
+        control(form, u"DataCombo1_2"_s).setFocus();
+        choose(form, u"DataCombo1_2"_s, 1);
+        click(form, u"cmdUpdate"_s);
+    });
+    EXPECT_EQ(stored(u"所属大, 異動日, 所属小"_s, u"異動テーブル"_s).value(1), u"02 2024/12/1 "_s);
 }
 
 TEST_F(Records, OfFamilyAreUniqueByRelationAndShowNames) {
@@ -250,8 +259,10 @@ TEST_F(Reading, KeepsNoRubbish) {
     compose(u"さとう"_s);
     compose({}, u"佐藤"_s);
     EXPECT_EQ(reading_.text(), u"ｻﾄｳ"_s);
+    capture_.furigana_set_mode(shell::KanaForm::Katakana);
+    name_.setCursorPosition(0);
     key(Qt::Key_A, u"A"_s);
-    EXPECT_EQ(name_.text() + reading_.text(), u"佐藤AｻﾄｳA"_s);
+    EXPECT_EQ(name_.text() + reading_.text(), u"A佐藤ｻﾄｳA"_s);
     name_.selectAll();
     key(Qt::Key_Backspace, u"\b"_s);
     EXPECT_EQ(name_.text() + reading_.text(), QString());
