@@ -175,7 +175,9 @@ bool frmMasta::checkCode() {
     if (code_->text().isEmpty()) return !hasRows() || refuse(kEmpty + caption);
     const auto number = numberUpTo(code_->text(), kind_.highest);
     if (!number) return refuse(rangeText(kind_.highest, caption));
-    code_->setText(paddedCode(*number));
+    // A longer code from elsewhere (0001) that is left as it is must not be renamed by the way.
+    const bool kept = state() == State::Editing && code_->text().size() > 1 && typedKey() == oldKey();
+    if (!kept) code_->setText(paddedCode(*number));
     const bool same = state() == State::Editing && typedKey() == oldKey();
     return same || !isTaken(code_->text()) || refuse(caption + QStringLiteral("が重複しています。"));
 }

@@ -200,6 +200,13 @@ TEST_F(Masta, ARenameReachesEveryTableOrNone) {
     }
     EXPECT_EQ(held(u"31"_s), before);
     EXPECT_EQ(held(u"01"_s), u"0/0");
+    global_.cn_main->execute(u"update 社員区分マスタ set Code = '0031' where Code = '31'"_s);
+    edit(u"frmMastaSyain"_s, [&](QDialog& form) {
+        click(form, u"cmdLast"_s);
+        click(form, u"cmdEdit"_s);
+        click(form, u"cmdUpdate"_s);
+        EXPECT_EQ(text(form, u"txtFields_0"_s), u"0031");
+    });
 }
 
 TEST_F(Masta, BrowsingGoesByKeysAndTheLastEntryLeavesAnEmptyList) {
