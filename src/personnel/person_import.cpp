@@ -26,7 +26,13 @@ QString folded(const QString& heading) {
 class Headings {
   public:
     Headings(const std::vector<ImportItem>& items, const QStringList& cells) : headings_(cells) {
-        for (const ImportItem& item : items) columns_.push_back(columnOf(item, cells));
+        for (const ImportItem& item : items) {
+            const int column = columnOf(item, cells);
+            // A company may name an attribute as another item: its cells must not fill both.
+            if (column >= 0 && std::find(columns_.begin(), columns_.end(), column) != columns_.end())
+                refuseFile(u"見出し「%1」は2つの項目に当てはまります。"_s.arg(cells[column]));
+            columns_.push_back(column);
+        }
         for (int i = 0; i < cells.size(); ++i)
             if (!cells[i].isEmpty() && std::find(columns_.begin(), columns_.end(), i) == columns_.end())
                 ignored_ << cells[i];

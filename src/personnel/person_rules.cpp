@@ -1,6 +1,7 @@
 #include "personnel/person_rules.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "shell/field_rules.h"
 #include "store/catalog.h"
@@ -178,7 +179,8 @@ Finding checkTokyu(const QString& text) {
     if (text.isEmpty()) return refuse(u"未入力は許されません。"_s, column);
     if (!isNumber(text)) return refuse(u"数字以外は許されません。 "_s);
     const double tokyu = *store::parseNumber(text);
-    if (tokyu < 1 || tokyu > 20) return refuse(u"1～20を入力してください。"_s, column);
+    if (tokyu < 1 || tokyu > 20 || tokyu != std::floor(tokyu))
+        return refuse(u"1～20を入力してください。"_s, column);
     return {};
 }
 

@@ -61,7 +61,7 @@ Finding checkEmployeeChoice(const EntryItems& items, const QString& column, cons
 /// An invalid `nyuusyabi` is not compared with.
 Finding checkIdoubi(const QString& text, QDate nyuusyabi);
 Fault duplicateIdoubi();
-/// 1 to 20. A valid one is kept as tokyuText() writes it.
+/// A whole number from 1 to 20. A valid one is kept as tokyuText() writes it.
 Finding checkTokyu(const QString& text);
 /// Format "##,##0": "05" is "5". Text that is no number stays.
 QString tokyuText(const QString& text);

@@ -154,8 +154,8 @@ TEST_F(Import, OfTransfersGoesByTheValidityOfCodesAndKeepsWhatCompanionsFill) {
     } cases[] = {
         {u"1,2000/4/1,1,1,%1,1,1,1,05"_s.arg(second), u"追加:"_s},
         {u"1,2010/4/1,1,1,%1,1,1,1,20"_s.arg(second), u"取込不可:異動日が重複しています。"_s},
-        {u"1,2000年4月1日,1,1,%1,1,1,1,6"_s.arg(second),
-         u"取込不可:異動日が重複しています。（2行目と同じ）"_s},
+        {u"1,2000年4月1日,1,1,%1,1,1,1,1.5"_s.arg(second),
+         u"取込不可:異動日が重複しています。（2行目と同じ）　1～20を入力してください。･･･等級"_s},
         {u"1,2000/3/31,1,1,%1,1,1,1,21"_s.arg(second),
          u"取込不可:入社日より古い日付はありえません。･･･異動日　1～20を入力してください。･･･等級"_s},
         {u"777777,2026/4/1,1,5,1,%1,,1,1,x"_s.arg(names(u"S.所属小"_s)),
@@ -206,9 +206,11 @@ TEST_F(Import, ReadsWhatOfficeProgramsWriteAndTellsWhatItCannotRead) {
         {"\x81\x20\xff", u"文字を読み取れません。UTF-8かシフトJISのCSVファイルを選んでください。"_s},
         {"氏名\n1\n", u"見出し「社員Code」がありません。1行目に見出しを入れてください。"_s},
         {"社員Code,住所1,住所１\n1\n", u"見出し「住所１」が2つあります。"_s},
+        {"社員Code,出身地\n1\n", u"見出し「出身地」は2つの項目に当てはまります。"_s},
         {QByteArray(personnel::kMaxImportBytes + 1, 'x'),
          u"ファイルが大きすぎます（21 MB）。20 MB までのファイルに分けてください。"_s},
     };
+    sql(u"UPDATE 会社テーブル SET 自由マスタ1 = '出身地'"_s);
     open<frmJinjiTorikomi>([&](QDialog& form) {
         for (const auto& each : cases) {
             SCOPED_TRACE(each.content.left(40).toStdString());
@@ -216,6 +218,7 @@ TEST_F(Import, ReadsWhatOfficeProgramsWriteAndTellsWhatItCannotRead) {
             screen(form).load(file(each.content));
             EXPECT_EQ(judged(form).size(), each.told.isEmpty() ? 1 : 0);
         }
+        sql(u"UPDATE 会社テーブル SET 自由マスタ1 = '職能資格'"_s);
         const QString path = folder_.programDir() + u"/ひな形.csv"_s;
         screen(form).saveTemplate(path);
         QFile saved(path);
