@@ -216,6 +216,7 @@ void frmJinjiSiborikomi::DataCombo1_GotFocus(std::size_t index) {
         combo_[index]->setItems(items);
         // What may no longer be chosen must not go on asking unseen.
         if (combo_[index]->currentIndex() < 0) combo_[index]->setCode({});
+        if (combo_[1]->code().isEmpty()) combo_[2]->setCode({});
         const bool underNothing = itemOf(index) == u"所属小"_s && syozokuDai.isEmpty();
         if (choices.empty() && !underNothing)
             shell::tell(this, u"条件に合致するデータはありません。"_s, u"入力エラー"_s,
