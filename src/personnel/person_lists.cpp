@@ -193,7 +193,15 @@ reports::SheetGrid personSheet(store::Connection& cn, PersonList list, const sto
     return grid;
 }
 
-int leftOut(store::Connection& cn, const store::Recordset& rows) {
+int leftOut(store::Connection& cn, PersonList list, const store::Recordset& rows) {
+    if (!showsPosition(list)) {
+        const QString table = list == PersonList::Family ? u"家族テーブル"_s : u"資格・免許テーブル"_s;
+        auto held = cn.prepare(
+            u"SELECT COUNT(*) FROM 社員絞込 AS F INNER JOIN 履歴書テーブル AS R ON R.社員Code = F.社員Code "
+            "INNER JOIN %1 AS K ON K.社員Code = R.社員Code WHERE %2"_s.arg(table, kCurrent));
+        held.step();
+        return std::max(0, static_cast<int>(held.toInteger(0)) - rows.recordCount());
+    }
     QSet<QString> shown;
     for (int row = 0; row < rows.recordCount(); ++row) shown.insert(rows.valueAt(row, 0).toText());
     auto chosen = cn.prepare(u"SELECT COUNT(DISTINCT 社員Code) FROM 社員絞込"_s);

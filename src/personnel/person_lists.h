@@ -29,7 +29,8 @@ store::Recordset personRows(store::Connection& cn, PersonList list);
 /// as the company names them. A row beyond the counter's limit throws Error(Overflow).
 reports::SheetGrid personSheet(store::Connection& cn, PersonList list, const store::Recordset& rows);
 
-/// How many of the people in 社員絞込 have no row.
-int leftOut(store::Connection& cn, const store::Recordset& rows);
+/// How many of the people in 社員絞込 have no row; of a list of their relatives or qualifications, how many
+/// of these.
+int leftOut(store::Connection& cn, PersonList list, const store::Recordset& rows);
 
 }  // namespace personnel

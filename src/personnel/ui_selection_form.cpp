@@ -31,6 +31,23 @@ const SelectionMode* modeOf(const shell::GlobalRecord& global, const std::vector
     return found == modes.end() ? &modes.front() : &*found;
 }
 
+/// Why rows of the whole are missing in a list; %1 is their number.
+QString leftOutText(PersonList list) {
+    const QString people =
+        u"%1 人は一覧に入っていません（%2が入っていないか、基準日の時点の異動履歴がありません）。"_s;
+    const QString rows = u"%1 件は一覧に入っていません（%2のどれかが入っていません）。"_s;
+    switch (list) {
+        case PersonList::StaffSheet:
+            return QString(people).replace(u"%2"_s, u"性別・婚姻区分・世帯主区分"_s);
+        case PersonList::Family:
+            return QString(rows).replace(u"%2"_s, u"続柄・性別・扶養・同居・障害"_s);
+        case PersonList::Qualifications:
+            return QString(rows).replace(u"%2"_s, u"資格・免許の名称と業務必要性"_s);
+        default:
+            return QString(people).replace(u"%2"_s, u"性別"_s);
+    }
+}
+
 }  // namespace
 
 SelectionForm::SelectionForm(const Names& names, const std::vector<SelectionMode>& modes, shell::House& house,
@@ -234,27 +251,21 @@ void SelectionForm::print() {
         return shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
     showChild(
         personPreview(mode_->list, rows, {mode_->title, house_.global.panels.company, printedDate()}, this));
-    tell({}, leftOut(cn(), rows));
+    tell({}, leftOut(cn(), mode_->list, rows));
 }
 
 void SelectionForm::sendSheet() {
     const store::Recordset rows = personRows(cn(), mode_->list);
     const QString path = session_.send(personSheet(cn(), mode_->list, rows), mode_->title);
     reports::openDocument(path);
-    tell(u"保存しました: %1"_s.arg(path), leftOut(cn(), rows));
+    tell(u"保存しました: %1"_s.arg(path), leftOut(cn(), mode_->list, rows));
 }
 
 /// What came of it; who is missing in a list of people, which nobody would notice in a long one.
 void SelectionForm::tell(const QString& done, int left) {
     QStringList lines;
     if (!done.isEmpty()) lines << done;
-    if (left > 0 && showsPosition(mode_->list)) {
-        const QString codes =
-            mode_->list == PersonList::StaffSheet ? u"性別・婚姻区分・世帯主区分"_s : u"性別"_s;
-        lines << u"%1 人は一覧に入っていません（%2が入っていないか、基準日の時点の異動履歴がありません）。"_s
-                     .arg(left)
-                     .arg(codes);
-    }
+    if (left > 0) lines << leftOutText(mode_->list).arg(left);
     told_->setText(lines.join(u'\n'));
     told_->setVisible(!lines.isEmpty());
 }
