@@ -9,6 +9,7 @@
 #include "prep/auto_input.h"
 #include "prep/evaluation_import.h"
 #include "prep/run_input.h"
+#include "store/catalog.h"
 
 namespace durability {
 namespace {
@@ -92,13 +93,49 @@ void renameEmployee(store::Connection& cn, int side) {
                {codes[side], codes[1 - side]});
 }
 
+/// Another person with all rows of the first employee's. What the person is called is of no account.
+void copyFirstEmployee(store::Connection& cn, const store::Table& table, int codeColumn,
+                       const QString& copy) {
+    QStringList names;
+    QStringList values;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (table.columns[i].type.kind == store::TypeKind::Counter) continue;
+        names << table.columns[i].name;
+        values << (static_cast<int>(i) == codeColumn ? QStringLiteral("?") : table.columns[i].name);
+    }
+    cn.execute(QStringLiteral("insert into %1(%2) select %3 from %1 where %4 = '000001'")
+                   .arg(table.name, names.join(u','), values.join(u','),
+                        table.columns[static_cast<std::size_t>(codeColumn)].name),
+               {copy});
+}
+
+void removeEmployee(store::Connection& cn, int side) {
+    const QString copy = QStringLiteral("900002");
+    const store::Table& people = store::tableNamed(QStringLiteral("履歴書テーブル"));
+    if (side == 1) {
+        personnel::removeCode({cn, {}, sample::SampleOptions().company}, personnel::Referent::Syain,
+                              {copy, {}});
+        cn.execute(QStringLiteral("delete from 履歴書テーブル where 社員Code = ?"), {copy});
+        return;
+    }
+    copyFirstEmployee(cn, people, 0, copy);
+    for (const personnel::Reference& reference : personnel::codeReferences()) {
+        const store::File file = reference.table->file;
+        const bool own = (file == store::File::Kihon || file == store::File::Syouyo) &&
+                         reference.table->lifetime == store::Lifetime::Permanent;
+        if (own && reference.refersTo == personnel::Referent::Syain)
+            copyFirstEmployee(cn, *reference.table, reference.column, copy);
+    }
+}
+
 }  // namespace
 
 void runTowards(store::Connection& cn, Command command, int side) {
     if (command == Command::Dates) prep::SelectIntoX(cn, {extraDate(), extraDate(), extraDate()});
     using Work = void (*)(store::Connection&, int);
-    static constexpr Work kWorks[] = {computeIndividual, computePool,  changeDates,     fillAutomatically,
-                                      typeAmounts,       importGrades, storeCorrection, renameEmployee};
+    static constexpr Work kWorks[] = {computeIndividual, computePool,    changeDates,
+                                      fillAutomatically, typeAmounts,    importGrades,
+                                      storeCorrection,   renameEmployee, removeEmployee};
     store::Transaction transaction(cn);
     kWorks[static_cast<int>(command)](cn, side);
     transaction.commit();

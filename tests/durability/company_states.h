@@ -10,10 +10,10 @@
 /// of both.
 namespace durability {
 
-enum class Command { Individual, Pool, Dates, AutoInput, Grid, Evaluation, PaymentStore, Rename };
-inline constexpr Command kCommands[] = {Command::Individual,   Command::Pool,  Command::Dates,
-                                        Command::AutoInput,    Command::Grid,  Command::Evaluation,
-                                        Command::PaymentStore, Command::Rename};
+enum class Command { Individual, Pool, Dates, AutoInput, Grid, Evaluation, PaymentStore, Rename, Remove };
+inline constexpr Command kCommands[] = {Command::Individual,   Command::Pool,   Command::Dates,
+                                        Command::AutoInput,    Command::Grid,   Command::Evaluation,
+                                        Command::PaymentStore, Command::Rename, Command::Remove};
 
 /// A date that the sample company does not have.
 inline QDate extraDate() {
@@ -23,7 +23,7 @@ inline QDate extraDate() {
 /// Runs the command towards state `side` (0 or 1), one transaction as its screen has it. Calculations differ
 /// in the rounding that they find; Dates imports the extra date (1) or deletes it (0); AutoInput finds other
 /// coefficients, Grid other amounts, Evaluation other results and choices, PaymentStore another correction,
-/// Rename another code for the first employee.
+/// Rename another code for the first employee; Remove takes somebody out (1) who was put in (0).
 void runTowards(store::Connection& cn, Command command, int side);
 
 }  // namespace durability

@@ -12,7 +12,7 @@ using durability::Command;
 
 namespace {
 
-constexpr int kKills = 26;  // for each command
+constexpr int kKills = 23;  // for each command
 
 struct KillTest : testing::TestWithParam<Command> {
     KillTest() {
