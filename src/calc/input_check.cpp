@@ -6,6 +6,7 @@
 
 #include "calc/run_rows.h"
 #include "calc/scratch_tables.h"
+#include "criteria/run_filter.h"
 #include "store/catalog.h"
 
 namespace calc {
@@ -113,8 +114,8 @@ void fillCheck(store::Connection& cn, const shell::RunKey& run, const Source& so
     cn.execute(
         QStringLiteral("INSERT INTO %1(%2) SELECT %3 FROM %4 INNER JOIN 履歴書テーブル ON %4.社員Code = "
                        "履歴書テーブル.社員Code WHERE %5 ORDER BY %4.ID")
-            .arg(kCheck, into.join(u','), from.join(u','), source.table, kRunFilter),
-        runBinds(run));
+            .arg(kCheck, into.join(u','), from.join(u','), source.table, criteria::kRunFilter),
+        criteria::runBinds(run));
 }
 
 QStringList headingLine(store::Connection& cn, const std::vector<CheckColumn>& columns,
@@ -139,8 +140,8 @@ QString coefficientCell(const store::Statement& row, int column) {
 QHash<QString, QString> usedPaymentFactors(store::Connection& cn, const shell::RunKey& run) {
     auto rows = cn.prepare(
         QStringLiteral("SELECT 社員Code, 支給係数 FROM S実行個人別計算決定 WHERE %1 ORDER BY ID DESC")
-            .arg(kRunFilter));
-    rows.bindAll(runBinds(run));
+            .arg(criteria::kRunFilter));
+    rows.bindAll(criteria::runBinds(run));
     QHash<QString, QString> factors;
     while (rows.step()) factors.insert(rows.toText(0), coefficientCell(rows, 1));
     return factors;

@@ -1,6 +1,7 @@
 #include "calc/result_list.h"
 
 #include "calc/run_rows.h"
+#include "criteria/run_filter.h"
 
 namespace calc {
 namespace {
@@ -26,8 +27,8 @@ QString coefficientLine(const PaymentSimulation& panel, const LineWords& words) 
 void refuseOverflow(store::Connection& connection, const shell::RunKey& run) {
     auto row = connection.prepare(
         QStringLiteral("SELECT Count(*) FROM S配分基準対応社員 WHERE %1 AND typeof(合計) = 'real'")
-            .arg(kRunFilter));
-    row.bindAll(runBinds(run));
+            .arg(criteria::kRunFilter));
+    row.bindAll(criteria::runBinds(run));
     if (row.step() && row.toInteger(0) > 0) store::throwOverflow();
 }
 
@@ -38,8 +39,8 @@ void updateGrandTotals(store::Connection& connection, const shell::RunKey& run) 
     connection.execute(
         QStringLiteral(
             "UPDATE S配分基準対応社員 SET 合計 = 個人別計算 + 総額配分 + 金一封 + 特別加算金 WHERE %1")
-            .arg(kRunFilter),
-        runBinds(run));
+            .arg(criteria::kRunFilter),
+        criteria::runBinds(run));
     refuseOverflow(connection, run);
     transaction.commit();
 }
@@ -60,8 +61,8 @@ std::vector<ResultRow> resultRows(store::Connection& connection, const shell::Ru
                        " FROM 履歴書テーブル INNER JOIN S配分基準対応社員 ON 履歴書テーブル.社員Code = "
                        "S配分基準対応社員.社員Code"
                        " WHERE %1 ORDER BY Clng(S配分基準対応社員.社員Code), S配分基準対応社員.ID")
-            .arg(kRunFilter));
-    statement.bindAll(runBinds(run));
+            .arg(criteria::kRunFilter));
+    statement.bindAll(criteria::runBinds(run));
     std::vector<ResultRow> rows;
     while (statement.step()) {
         ResultRow row{statement.toText(0), statement.toText(1), {}};

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "calc/rounding.h"
+#include "criteria/run_filter.h"
 #include "store/catalog.h"
 
 namespace calc {
@@ -37,7 +38,7 @@ class RunReader {
     RunReader(store::Connection& connection, const QString& table, const shell::RunKey& run,
               const ActiveCoefficients& active)
         : active_(active), rows_(connection.prepare(select(table, active))) {
-        rows_.bindAll(runBinds(run));
+        rows_.bindAll(criteria::runBinds(run));
     }
     bool next() { return rows_.step(); }
     FrozenRow freeze() const {
@@ -67,7 +68,8 @@ class RunReader {
                           columns[run_t::支給係数].name, QStringLiteral("合計")};
         for (std::size_t k = 0; k < kCoefficients; ++k)
             if (active.a[k] || active.b[k]) names << columns[run_t::年齢係数 + k].name;
-        return QStringLiteral("SELECT %1 FROM %2 WHERE %3").arg(names.join(u','), table, kRunFilter);
+        return QStringLiteral("SELECT %1 FROM %2 WHERE %3")
+            .arg(names.join(u','), table, criteria::kRunFilter);
     }
 
     const ActiveCoefficients& active_;
@@ -96,10 +98,6 @@ QString insertStatement(const QString& table) {
 }
 
 }  // namespace
-
-store::Binds runBinds(const shell::RunKey& run) {
-    return {run.kijunbi, run.haibunKubun, run.haibunKijun};
-}
 
 void throwNoCurrentRow() {
     throw store::Error(store::Error::Reason::Type, QStringLiteral("現在のレコードがありません。"));
@@ -150,8 +148,8 @@ Assignees::Assignees(store::Connection& connection, const shell::RunKey& run, co
     : connection_(connection), column_(column) {
     auto rows =
         connection.prepare(QStringLiteral("SELECT ID, Clng(社員Code), %1 FROM S配分基準対応社員 WHERE %2")
-                               .arg(column, kRunFilter));
-    rows.bindAll(runBinds(run));
+                               .arg(column, criteria::kRunFilter));
+    rows.bindAll(criteria::runBinds(run));
     while (rows.step())
         rows_.push_back({rows.toInteger(0), rows.toInteger(1),
                          rows.isNull(2) ? std::nullopt : std::optional(rows.toMoney(2))});
@@ -191,7 +189,8 @@ Rounding readRounding(store::Connection& connection, const shell::RunKey& run) {
 }
 
 void deleteRunRows(store::Connection& connection, const QString& table, const shell::RunKey& run) {
-    connection.execute(QStringLiteral("DELETE FROM %1 WHERE %2").arg(table, kRunFilter), runBinds(run));
+    connection.execute(QStringLiteral("DELETE FROM %1 WHERE %2").arg(table, criteria::kRunFilter),
+                       criteria::runBinds(run));
 }
 
 void bindOptional(store::Statement& statement, int parameter, const std::optional<store::Money>& amount) {
@@ -226,9 +225,10 @@ store::Statement& DecisionInsert::bind(const FrozenRow& row) {
 void writeBudgetTotal(store::Connection& connection, const shell::RunKey& run, const QString& column,
                       const store::Value& total) {
     store::Binds binds{total};
-    for (const store::Value& value : runBinds(run)) binds.push_back(value);
-    if (connection.execute(QStringLiteral("UPDATE S実行予算 SET %1 = ? WHERE %2").arg(column, kRunFilter),
-                           binds) == 0)
+    for (const store::Value& value : criteria::runBinds(run)) binds.push_back(value);
+    if (connection.execute(
+            QStringLiteral("UPDATE S実行予算 SET %1 = ? WHERE %2").arg(column, criteria::kRunFilter),
+            binds) == 0)
         throwNoCurrentRow();
 }
 

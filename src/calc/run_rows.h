@@ -9,10 +9,6 @@
 
 namespace calc {
 
-/// The filter that names one run in every table of a run, and the values of its three parameters.
-inline const QString kRunFilter = QStringLiteral("基準日 = ? AND 配分区分 = ? AND 配分基準 = ?");
-store::Binds runBinds(const shell::RunKey& run);
-
 /// The error of a walk that finds no further row: "現在のレコードがありません。".
 [[noreturn]] void throwNoCurrentRow();
 

@@ -1,6 +1,7 @@
 #include "calc/shikyuu_store.h"
 
 #include "calc/run_rows.h"
+#include "criteria/run_filter.h"
 
 namespace calc {
 namespace {
@@ -71,9 +72,10 @@ bool hasGradeTable(store::Connection& connection, const shell::RunKey& run) {
 }
 
 UniformPanel uniformPanel(store::Connection& connection, const shell::RunKey& run, const Setup& setup) {
-    auto row = connection.prepare(
-        QStringLiteral("SELECT 一律係数 FROM Sshikyuukeisuu WHERE %1 ORDER BY ID LIMIT 1").arg(kRunFilter));
-    row.bindAll(runBinds(run));
+    auto row =
+        connection.prepare(QStringLiteral("SELECT 一律係数 FROM Sshikyuukeisuu WHERE %1 ORDER BY ID LIMIT 1")
+                               .arg(criteria::kRunFilter));
+    row.bindAll(criteria::runBinds(run));
     return {setup.uniform, row.step() ? coefficientText(row, 0) : setup.uniform};
 }
 
@@ -93,8 +95,8 @@ std::vector<PanelGrade> registeredGrades(store::Connection& connection, const sh
 QStringList correctedGrades(store::Connection& connection, const shell::RunKey& run) {
     auto rows = connection.prepare(
         QStringLiteral("SELECT 支給係数 FROM SshikyuukeisuuHA WHERE %1 ORDER BY Cint(評価Code), ID")
-            .arg(kRunFilter));
-    rows.bindAll(runBinds(run));
+            .arg(criteria::kRunFilter));
+    rows.bindAll(criteria::runBinds(run));
     QStringList corrected;
     while (rows.step()) corrected << coefficientText(rows, 0);
     return corrected;

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <algorithm>
 
+#include "criteria/run_filter.h"
 #include "store/catalog.h"
 
 namespace prep {
@@ -107,11 +108,11 @@ class Keys {
         : positions_(std::move(positions)) {
         if (positions_.empty()) return;
         QStringList names;
-        for (int position : positions_) names << columnName(table, position);
+        for (int position : positions_) names << criteria::columnName(table, position);
         auto rows = run.cn.prepare(QStringLiteral("SELECT 社員Code, %1 FROM %2 WHERE 社員Code IN "
                                                   "(SELECT 社員Code FROM %3 WHERE %4)")
-                                       .arg(names.join(u','), table, run.table, kRunFilter));
-        rows.bindAll(runBinds(run.key));
+                                       .arg(names.join(u','), table, run.table, criteria::kRunFilter));
+        rows.bindAll(criteria::runBinds(run.key));
         while (rows.step()) {
             const QString code = rows.toText(0);
             if (firstKey_.contains(code)) continue;
@@ -141,7 +142,7 @@ class Keys {
 class LookUp {
   public:
     LookUp(const AutoRun& run, const QString& table) {
-        const QString key = columnName(table, kKey);
+        const QString key = criteria::columnName(table, kKey);
         const auto rows = run.cn.query(
             QStringLiteral(
                 "SELECT %1, 係数 FROM %2 WHERE 配分区分 = ? AND 配分基準 = ? ORDER BY Cint(%1), ID")
@@ -186,10 +187,11 @@ AutoItem lookUpAll(const AutoRun& run, const Kind& kind, const Keys& keys) {
 
 /// The walk by grade. `found` and `kei` are not reset from one employee to the next: that is the rule.
 AutoItem walkGrades(const AutoRun& run, const QString& table, int target, int judgment) {
-    const auto rows = run.cn.query(QStringLiteral("SELECT %1, %2 FROM %3 WHERE 配分区分 = ? AND 配分基準 = ? "
-                                                  "ORDER BY Cint(評価Code), ID")
-                                       .arg(columnName(table, kKey), columnName(table, kCoefficient), table),
-                                   {run.key.haibunKubun, run.key.haibunKijun});
+    const auto rows = run.cn.query(
+        QStringLiteral("SELECT %1, %2 FROM %3 WHERE 配分区分 = ? AND 配分基準 = ? "
+                       "ORDER BY Cint(評価Code), ID")
+            .arg(criteria::columnName(table, kKey), criteria::columnName(table, kCoefficient), table),
+        {run.key.haibunKubun, run.key.haibunKijun});
     QHash<QString, store::Value> grades;
     for (int i = 0; i < rows.recordCount(); ++i)
         if (!rows.valueAt(i, 0).isNull()) grades.insert(rows.valueAt(i, 0).toText(), rows.valueAt(i, 1));

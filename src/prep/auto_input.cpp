@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "criteria/run_filter.h"
 #include "prep/auto_base_amounts.h"
 #include "prep/auto_coefficients.h"
 #include "prep/criterion_snapshot.h"
@@ -17,8 +18,8 @@ const QString kJudgments = QString::fromUtf16(judged::kName);
 std::vector<AutoRun::Row> readRows(store::Connection& cn, const QString& table, const shell::RunKey& run) {
     auto rows =
         cn.prepare(QStringLiteral("SELECT ID, 社員Code, 評価 FROM %1 WHERE %2 ORDER BY Clng(社員Code), ID")
-                       .arg(table, kRunFilter));
-    rows.bindAll(runBinds(run));
+                       .arg(table, criteria::kRunFilter));
+    rows.bindAll(criteria::runBinds(run));
     std::vector<AutoRun::Row> read;
     while (rows.step()) read.push_back({rows.toInteger(0), rows.toText(1), rows.toText(2)});
     return read;
@@ -38,7 +39,7 @@ void writeRun(const AutoRun& run, const std::vector<AutoItem>& items) {
     if (items.empty()) return;
     QStringList sets;
     for (const AutoItem& item : items)
-        sets << QStringLiteral("%1 = coalesce(?, %1)").arg(columnName(run.table, item.target));
+        sets << QStringLiteral("%1 = coalesce(?, %1)").arg(criteria::columnName(run.table, item.target));
     auto update =
         run.cn.prepare(QStringLiteral("UPDATE %1 SET %2 WHERE ID = ?").arg(run.table, sets.join(u',')));
     for (std::size_t i = 0; i < run.rows.size(); ++i) {
@@ -49,8 +50,8 @@ void writeRun(const AutoRun& run, const std::vector<AutoItem>& items) {
 }
 
 void writeJudgments(const AutoRun& run, const std::vector<AutoItem>& items) {
-    QStringList names{columnName(kJudgments, judged::社員Code)};
-    for (const AutoItem& item : items) names << columnName(kJudgments, item.judgment);
+    QStringList names{criteria::columnName(kJudgments, judged::社員Code)};
+    for (const AutoItem& item : items) names << criteria::columnName(kJudgments, item.judgment);
     run.cn.execute(QStringLiteral("DELETE FROM ") + kJudgments);
     auto insert = run.cn.prepare(
         QStringLiteral("INSERT INTO %1(%2) VALUES(?%3)")
@@ -92,7 +93,7 @@ AutoItems autoInput(store::Connection& cn, const shell::RunKey& run, criteria::H
 store::Recordset judgmentRows(store::Connection& cn) {
     QStringList names;
     for (int position = judged::基礎額Ａ; position <= judged::支給係数; ++position)
-        names << QStringLiteral("判定.") + columnName(kJudgments, position);
+        names << QStringLiteral("判定.") + criteria::columnName(kJudgments, position);
     return cn.query(QStringLiteral("SELECT 判定.社員Code, 履歴書テーブル.氏名, %1 FROM %2 AS 判定 INNER JOIN "
                                    "履歴書テーブル ON 判定.社員Code = 履歴書テーブル.社員Code "
                                    "ORDER BY Clng(判定.社員Code), 判定.ID")
@@ -106,7 +107,7 @@ std::vector<JudgmentColumn> judgmentColumns(store::Connection& cn, const AutoIte
         if (position == judged::出勤係数) continue;  // always typed in
         JudgmentColumn& column = columns.emplace_back();
         if (!items.contains(position)) continue;
-        column.column = column.heading = columnName(kJudgments, position);
+        column.column = column.heading = criteria::columnName(kJudgments, position);
         const int row = position - judged::年齢係数;
         if (row < 0 || position == judged::支給係数 || row >= own.recordCount()) continue;
         if (const QString name = own.valueAt(row, 0).toText(); !name.isEmpty()) column.heading = name;

@@ -3,7 +3,7 @@
 #include <variant>
 #include <vector>
 
-#include "prep/run_filter.h"
+#include "criteria/run_filter.h"
 
 namespace prep {
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "criteria/run_filter.h"
 #include "prep/auto_item.h"
 
 namespace prep {
@@ -80,8 +81,8 @@ std::vector<EvaluationResult> evaluationResults(store::Connection& cn, const she
                                          "(SELECT ID, 社員Code FROM %1 WHERE %2) AS 行 INNER JOIN Ｈ評価実績 "
                                          "AS 実績 ON 実績.社員Code = 行.社員Code WHERE 実績.基準日 = ? "
                                          "ORDER BY Clng(行.社員Code), 実績.rowid, 行.ID")
-                              .arg(runTableName(table), kRunFilter));
-    store::Binds binds = runBinds(run);
+                              .arg(runTableName(table), criteria::kRunFilter));
+    store::Binds binds = criteria::runBinds(run);
     binds.push_back(date);
     row.bindAll(binds);
     std::vector<EvaluationResult> results;

@@ -4,8 +4,8 @@
 #include <QMap>
 #include <cmath>
 
+#include "criteria/run_filter.h"
 #include "prep/criterion_snapshot.h"
-#include "prep/run_filter.h"
 
 namespace prep {
 namespace {
@@ -27,8 +27,8 @@ struct TableRows {
 TableRows readTableRows(store::Connection& cn, const shell::RunKey& run, const QString& table) {
     store::Statement row =
         cn.prepare(QStringLiteral("SELECT ID, 社員Code FROM %1 WHERE %2 ORDER BY Clng(社員Code), ID")
-                       .arg(table, kRunFilter));
-    row.bindAll(runBinds(run));
+                       .arg(table, criteria::kRunFilter));
+    row.bindAll(criteria::runBinds(run));
     TableRows rows;
     while (row.step()) {
         rows.ids.push_back(row.toInteger(0));
@@ -157,8 +157,8 @@ std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& 
     const QHash<QString, InputRow> people = readPeople(cn);
     store::Statement row =
         cn.prepare(QStringLiteral("SELECT 社員Code, %1 FROM %2 WHERE %3 ORDER BY Clng(社員Code), ID")
-                       .arg(target.column, runTableName(target.table), kRunFilter));
-    row.bindAll(runBinds(run));
+                       .arg(target.column, runTableName(target.table), criteria::kRunFilter));
+    row.bindAll(criteria::runBinds(run));
     std::vector<InputRow> rows;
     while (row.step()) {
         const auto person = people.constFind(row.toText(0));
@@ -186,14 +186,14 @@ std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey
 }
 
 void storeTypedTotal(store::Connection& cn, const shell::RunKey& run, const QString& column) {
-    store::Statement sum =
-        cn.prepare(QStringLiteral("SELECT Sum(%1) FROM S配分基準対応社員 WHERE %2").arg(column, kRunFilter));
-    sum.bindAll(runBinds(run));
+    store::Statement sum = cn.prepare(
+        QStringLiteral("SELECT Sum(%1) FROM S配分基準対応社員 WHERE %2").arg(column, criteria::kRunFilter));
+    sum.bindAll(criteria::runBinds(run));
     sum.step();
     const store::Value total = sum.isNull(0) ? store::Value() : store::Value(sum.toMoney(0));
     sum.reset();
 
-    store::Binds binds = runBinds(run);
+    store::Binds binds = criteria::runBinds(run);
     binds.insert(binds.begin(), total);
     const QString totalColumn = column + QStringLiteral("合計");
     const int changed =
@@ -213,7 +213,7 @@ QString coefficientColumn(const QString& setteiMeisyou) {
     using namespace t::S実行個人別計算;
     const int position = 年齢係数 - 1 + setteiMeisyou.toInt();
     if (position < 年齢係数 || position > 入力3係数) store::throwTypeMismatch();
-    return columnName(QString::fromUtf16(kName), position);
+    return criteria::columnName(QString::fromUtf16(kName), position);
 }
 
 std::vector<Coefficient> listCoefficients(store::Connection& cn, const shell::RunKey& run,

@@ -5,7 +5,7 @@
 #include "store/catalog.h"
 #include "store/connection.h"
 
-namespace prep {
+namespace criteria {
 
 /// The filter that names one run in its tables, and the values of its three parameters.
 inline const QString kRunFilter = QStringLiteral("基準日 = ? AND 配分区分 = ? AND 配分基準 = ?");
@@ -18,4 +18,4 @@ inline const QString& columnName(const QString& table, int position) {
     return store::tableNamed(table).columns[static_cast<std::size_t>(position)].name;
 }
 
-}  // namespace prep
+}  // namespace criteria
