@@ -7,6 +7,7 @@
 
 #include "calc/annual.h"
 #include "calc/input_check.h"
+#include "measure.h"
 #include "store/company_files.h"
 
 // The year's payments over four dates and the status check, in turns with the floor: the same answer by bare
@@ -68,48 +69,15 @@ class Company {
     std::unique_ptr<store::Connection> cn_;
 };
 
-Company& company(int employees) {
-    static std::map<int, std::unique_ptr<Company>> made;
-    auto& entry = made[employees];
-    if (!entry) entry = std::make_unique<Company>(employees);
-    return *entry;
-}
-
-template <typename Work>
-double seconds(const Work& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> samples) {
-    const auto middle = samples.begin() + std::ptrdiff_t(samples.size() / 2);
-    std::nth_element(samples.begin(), middle, samples.end());
-    return *middle;
-}
-
-template <typename Own, typename Bare>
-void measure(benchmark::State& state, const Own& ownWork, const Bare& bareWork) {
-    std::vector<double> own, bare;
-    for (auto _ : state) {
-        own.push_back(seconds(ownWork));
-        bare.push_back(seconds(bareWork));
-        state.SetIterationTime(own.back());
-    }
-    state.counters["per_employee_us"] = median(own) * 1e6 / double(state.range(0));
-    state.counters["floor_ms"] = median(bare) * 1e3;
-    state.counters["times_floor"] = median(own) / median(bare);
-}
-
 void BM_Annual(benchmark::State& state) {
-    Company& c = company(int(state.range(0)));
+    Company& c = measured::company<Company>(int(state.range(0)));
     QStringList sums;
     for (int n = 1; n <= 4; ++n)
         sums << u"sum(CASE 基準日 WHEN ?%1 THEN 個人別計算+総額配分+金一封+特別加算金 END)"_s.arg(n);
     const QString answer =
         u"SELECT p.社員Code, p.氏名, %1, 0, 0 FROM 履歴書テーブル p INNER JOIN S配分基準対応社員 s ON "
         "s.社員Code = p.社員Code WHERE 基準日 IN (?1,?2,?3,?4) GROUP BY p.社員Code"_s.arg(sums.join(u','));
-    measure(
+    measured::compare(
         state, [&] { benchmark::DoNotOptimize(calc::nenkanRows(c.cn(), kDates).data()); },
         [&] {
             c.bare(answer, {kDates[0], kDates[1], kDates[2], kDates[3]});
@@ -117,13 +85,13 @@ void BM_Annual(benchmark::State& state) {
 }
 
 void BM_InputCheck(benchmark::State& state) {
-    Company& c = company(int(state.range(0)));
+    Company& c = measured::company<Company>(int(state.range(0)));
     const QString answer =
         u"WITH d AS MATERIALIZED (SELECT 社員Code, 支給係数 FROM S実行個人別計算決定 WHERE 基準日 = ?1 AND "
         "配分区分 = ?2 AND 配分基準 = ?3) SELECT p.社員Code, p.氏名, r.基礎額Ａ, r.年齢係数, r.評価, "
         "d.支給係数, r.合計, 0 FROM S実行個人別計算 r INNER JOIN 履歴書テーブル p ON p.社員Code = r.社員Code "
         "LEFT JOIN d ON d.社員Code = r.社員Code WHERE r.基準日 = ?1 AND r.配分区分 = ?2 AND r.配分基準 = ?3"_s;
-    measure(
+    measured::compare(
         state,
         [&] { calc::inputCheckSheet(c.cn(), kRun, criteria::Houshiki::Kojinbetsu, u"計測"_s, u"計測"_s); },
         [&] {

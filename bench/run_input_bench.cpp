@@ -8,6 +8,7 @@
 #include <chrono>
 #include <map>
 
+#include "measure.h"
 #include "prep/frmSJikkou02.h"
 #include "prep/snapshot.h"
 #include "shell/global_record.h"
@@ -60,40 +61,6 @@ class Company {
     shell::House house_;
 };
 
-Company& company(int employees) {
-    static std::map<int, std::unique_ptr<Company>> made;
-    auto& entry = made[employees];
-    if (!entry) entry = std::make_unique<Company>(employees);
-    return *entry;
-}
-
-template <typename Work>
-double seconds(const Work& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> samples) {
-    const auto middle = samples.begin() + std::ptrdiff_t(samples.size() / 2);
-    std::nth_element(samples.begin(), middle, samples.end());
-    return *middle;
-}
-
-/// Own work and floor in turns.
-template <typename Own, typename Bare>
-void compare(benchmark::State& state, const Own& own, const Bare& bare) {
-    std::vector<double> ours, floor;
-    for (auto _ : state) {
-        ours.push_back(seconds(own));
-        floor.push_back(seconds(bare));
-        state.SetIterationTime(ours.back());
-    }
-    state.counters["per_employee_us"] = median(ours) * 1e6 / double(state.range(0));
-    state.counters["floor_ms"] = median(floor) * 1e3;
-    state.counters["times_floor"] = median(ours) / median(floor);
-}
-
 std::unique_ptr<prep::frmSJikkou02> shown(Company& c) {
     auto form = std::make_unique<prep::frmSJikkou02>(c.house(), nullptr);
     form->show();
@@ -103,8 +70,8 @@ std::unique_ptr<prep::frmSJikkou02> shown(Company& c) {
 
 /// The floor: the list written and read again, as one statement each and without a screen.
 void BM_GridOpen(benchmark::State& state) {
-    Company& c = company(int(state.range(0)));
-    compare(
+    Company& c = measured::company<Company>(int(state.range(0)));
+    measured::compare(
         state, [&] { shown(c); },
         [&] {
             store::Transaction transaction(c.cn());
@@ -122,9 +89,9 @@ void BM_GridOpen(benchmark::State& state) {
 }
 
 void BM_GridSave(benchmark::State& state) {
-    Company& c = company(int(state.range(0)));
+    Company& c = measured::company<Company>(int(state.range(0)));
     const auto rows = prep::loadInputRows(c.cn(), c.run(), kTarget);
-    compare(
+    measured::compare(
         state,
         [&] {
             store::Transaction transaction(c.cn());
@@ -142,7 +109,7 @@ void BM_GridSave(benchmark::State& state) {
 
 /// A digit typed, and what it repaints; every tenth stroke goes a row down.
 void BM_GridKeyStroke(benchmark::State& state) {
-    auto form = shown(company(int(state.range(0))));
+    auto form = shown(measured::company<Company>(int(state.range(0))));
     int stroke = 0;
     for (auto _ : state) {
         const bool down = ++stroke % 10 == 0;
