@@ -29,12 +29,14 @@ QMessageBox::Icon toolkitIcon(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-BoxAnswer askYesNo(QMessageBox& box, bool deletes) {
-    auto* yes = box.addButton(QStringLiteral("はい(&Y)"), QMessageBox::YesRole);
-    auto* no = box.addButton(QStringLiteral("いいえ(&N)"), QMessageBox::NoRole);
-    box.setDefaultButton(deletes ? no : yes);
+BoxAnswer askYesNo(QMessageBox& box, const BoxRequest& request) {
+    const bool verbs = !request.yes.isEmpty();
+    auto* yes = box.addButton(verbs ? request.yes : QStringLiteral("はい(&Y)"), QMessageBox::YesRole);
+    auto* no = box.addButton(verbs ? request.no : QStringLiteral("いいえ(&N)"), QMessageBox::NoRole);
+    const bool loses = verbs || request.title == QStringLiteral("削除の確認");
+    box.setDefaultButton(loses ? no : yes);
     box.setEscapeButton(no);
-    if (deletes) {
+    if (loses) {
         widgets::setDanger(yes);
     } else {
         widgets::setPrimary(yes);
@@ -58,9 +60,7 @@ BoxAnswer showBox(QWidget* parent, const BoxRequest& request) {
     box.setIcon(toolkitIcon(request.icon));
     // A parent that works still shows the hourglass; the box waits for the user.
     box.setCursor(Qt::ArrowCursor);
-    if (request.buttons == BoxButtons::YesNo) {
-        return askYesNo(box, request.title == QStringLiteral("削除の確認"));
-    }
+    if (request.buttons == BoxButtons::YesNo) return askYesNo(box, request);
     box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
     box.exec();
     return BoxAnswer::Ok;

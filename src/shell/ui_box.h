@@ -16,6 +16,9 @@ struct BoxRequest {
     QString title;
     BoxIcon icon = BoxIcon::None;
     BoxButtons buttons = BoxButtons::Ok;
+    /// Yes/No only: verbs in place of はい and いいえ. The No verb is the safe one and the default.
+    QString yes = {};
+    QString no = {};
 };
 
 /// Shows a modal box and waits. An empty title is the program's name. Escape on a Yes/No box is No; No is the
@@ -27,6 +30,14 @@ inline void tell(QWidget* parent, const QString& text, const QString& title, Box
 }
 inline bool ask(QWidget* parent, const QString& text, const QString& title) {
     return showBox(parent, {text, title, BoxIcon::Question, BoxButtons::YesNo}) == BoxAnswer::Yes;
+}
+
+/// A question that can lose something, under verbs: true when the user chose `act` ("登録せずに閉じる").
+/// `stay`
+/// ("入力に戻る") is the default and what Escape answers.
+inline bool confirmLoss(QWidget* parent, const QString& text, const QString& title, const QString& act,
+                        const QString& stay) {
+    return showBox(parent, {text, title, BoxIcon::Warning, BoxButtons::YesNo, act, stay}) == BoxAnswer::Yes;
 }
 
 /// Tests take the boxes over: the handler answers in place of the user. An empty function gives the boxes
