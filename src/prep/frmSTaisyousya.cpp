@@ -33,6 +33,16 @@ QString key(const Assignment& assignment) {
     return assignment.kubun + u'/' + assignment.kijun;
 }
 
+/// What goes with the rows of a person, in words.
+QString told(const Entered& entered) {
+    QStringList kinds;
+    if (entered.amounts) kinds << QStringLiteral("支給額");
+    if (entered.baseAmounts) kinds << QStringLiteral("基礎額");
+    if (entered.coefficients) kinds << QStringLiteral("係数");
+    if (entered.grade) kinds << QStringLiteral("評価");
+    return kinds.join(u'、');
+}
+
 }  // namespace
 
 /// The search text against code, name, place and criterion, and the choice which people to show.
@@ -312,19 +322,22 @@ void frmSTaisyousya::Command2_Click() {
 }
 
 bool frmSTaisyousya::confirmLoss() {
+    constexpr qsizetype kNamed = 8;
     QStringList losing;
-    for (int row : changedRows())
-        if (people_[static_cast<std::size_t>(row)].hasAmounts) losing << nameIn(row);
+    for (int row : changedRows()) {
+        const Assignee& person = people_[static_cast<std::size_t>(row)];
+        if (person.entered.any())
+            losing << QStringLiteral("・%1 %2：%3").arg(person.syainCode, nameIn(row), told(person.entered));
+    }
     if (losing.isEmpty()) return true;
-    constexpr int kNamed = 5;
-    QString names = losing.mid(0, kNamed).join(u'、');
-    if (losing.size() > kNamed) names += QStringLiteral(" ほか%1人").arg(losing.size() - kNamed);
-    return shell::ask(
+    QString lines = losing.mid(0, kNamed).join(u'\n');
+    if (losing.size() > kNamed) lines += QStringLiteral("\n　ほか%1人").arg(losing.size() - kNamed);
+    return shell::confirmLoss(
         this,
-        QStringLiteral("次の社員には、この基準日の金額が計算または入力されています。\n%1\n\n"
-                       "登録すると、今の配分基準での金額・基礎額・係数は削除されます。登録しますか？")
-            .arg(names),
-        QStringLiteral("削除の確認"));
+        QStringLiteral("配分基準が変わる次の社員には、今の配分基準で入力または計算したものがあります。\n"
+                       "登録すると、それらは削除されます。元には戻せません。\n\n%1")
+            .arg(lines),
+        QStringLiteral("削除の確認"), QStringLiteral("削除して登録する(&D)"), QStringLiteral("戻る(&B)"));
 }
 
 bool frmSTaisyousya::store() {
@@ -353,9 +366,9 @@ void frmSTaisyousya::Command3_Click() {
 void frmSTaisyousya::reject() {
     const auto count = changedRows().size();
     if (count > 0 &&
-        !shell::ask(this,
-                    QStringLiteral("登録していない変更が%1人分あります。登録せずに閉じますか？").arg(count),
-                    QStringLiteral("終了の確認")))
+        !shell::confirmLoss(this, QStringLiteral("登録していない変更が%1人分あります。").arg(count),
+                            QStringLiteral("終了の確認"), QStringLiteral("登録せずに閉じる(&C)"),
+                            QStringLiteral("入力に戻る(&B)")))
         return;
     Form::reject();
 }

@@ -43,7 +43,7 @@ class frmSTaisyousya : public widgets::Form {
     void Command2_Click();  ///< 割り当てを外す
     void Command3_Click();  ///< 登録
     void plan(const Assignment& assignment);
-    /// Nobody loses amounts without having been asked.
+    /// Nobody loses what was typed in or computed without having been asked.
     bool confirmLoss();
     bool store();
 

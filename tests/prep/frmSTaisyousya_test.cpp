@@ -55,6 +55,23 @@ class People : public RunScreens {
         select(form, {code});
         click(form, u"Command2"_s);
     }
+    /// The person's rows as they start in a run.
+    void makeFresh(const QString& code) {
+        const QStringList criterion =
+            read(u"select 配分区分, 配分基準 from S配分基準対応社員 where 社員Code = ? and 基準日 = ?"_s,
+                 {code, sample::newestKijunbi()});
+        prep::assign(cn_, sample::newestKijunbi(), {code}, {});
+        prep::assign(cn_, sample::newestKijunbi(), {code},
+                     {criterion.first().section(u'|', 0, 0), criterion.first().section(u'|', 1)});
+    }
+    QString totalsOf(const QString& kijun) {
+        return read(
+                   u"select 個人別計算合計, 総額配分合計, 金一封合計, 特別加算金合計 from S実行予算 where "
+                   u"基準日 = ? "
+                   "and 配分区分 = '01' and 配分基準 = ?"_s,
+                   {sample::newestKijunbi(), kijun})
+            .join(u' ');
+    }
     void store(QDialog& form, int people) {
         clickTold(form, u"Command3"_s, u"%1人の対応を登録しました。"_s.arg(people), u"登録の確認"_s,
                   BoxAnswer::Ok, BoxIcon::Information);
@@ -93,6 +110,7 @@ TEST_F(People, AreListedSearchedAndSorted) {
 
 TEST_F(People, GetACriterionTogetherAndAreStoredTogether) {
     const QStringList both{kMover, kNewcomer};
+    makeFresh(kMover);
     for (const QString& table : {u"S実行個人別計算決定"_s, u"S実行総額配分決定"_s})
         sql(u"insert into %1(社員Code,配分区分,配分基準,基準日) values(?,'01','01',?)"_s.arg(table),
             {kMover, sample::newestKijunbi()});
@@ -138,22 +156,39 @@ TEST_F(People, GetACriterionTogetherAndAreStoredTogether) {
 }
 
 TEST_F(People, LoseAmountsAndChangesOnlyAfterAQuestion) {
-    sql(u"update S配分基準対応社員 set 金一封 = 50000000 where 社員Code = ? and 基準日 = ?"_s,
-        {kMover, sample::newestKijunbi()});
+    const QString loss =
+        u"配分基準が変わる次の社員には、今の配分基準で入力または計算したものがあります。\n"
+        "登録すると、それらは削除されます。元には戻せません。\n\n・%1 %2：%3"_s;
+    makeFresh(kMover);
+    // Each of these alone is reason enough to ask, and is told.
+    const std::vector<std::array<QString, 3>> entries{
+        {u"S実行総額配分"_s, u"入力3係数 = 1.1"_s, u"係数"_s},
+        {u"S実行個人別計算"_s, u"支給係数 = 0.5"_s, u"係数"_s},
+        {u"S実行総額配分"_s, u"基礎額Ｂ = 0"_s, u"基礎額"_s},
+        {u"S実行個人別計算"_s, u"評価 = 'A'"_s, u"評価"_s},
+        {u"S配分基準対応社員"_s, u"金一封 = 50000000"_s, u"支給額"_s}};
+    for (const auto& [table, entry, kind] : entries) {
+        makeFresh(kMover);
+        sql(u"update %1 set %2 where 社員Code = ? and 基準日 = ?"_s.arg(table, entry),
+            {kMover, sample::newestKijunbi()});
+        open([&, kind = kind](QDialog& form) {
+            release(form, kMover);
+            clickTold(form, u"Command3"_s, loss.arg(kMover, cell(form, kMover, Shimei), kind),
+                      u"削除の確認"_s, BoxAnswer::No);
+            driver_.expectBox(u"登録していない変更が1人分あります。"_s, u"終了の確認"_s, BoxAnswer::Yes);
+        });
+    }
     const QByteArray before = dump(cn_);
     open([&](QDialog& form) {
-        const QString loss =
-            u"次の社員には、この基準日の金額が計算または入力されています。\n%1\n\n"
-            "登録すると、今の配分基準での金額・基礎額・係数は削除されます。登録しますか？"_s.arg(
-                cell(form, kMover, Shimei));
+        const QString asked = loss.arg(kMover, cell(form, kMover, Shimei), u"支給額"_s);
         const auto leave = [&](BoxAnswer answer) {
-            const QString question = u"登録していない変更が1人分あります。登録せずに閉じますか？"_s;
+            const QString question = u"登録していない変更が1人分あります。"_s;
             driver_.expectBox(question, u"終了の確認"_s, answer);
             press(form, Qt::Key_Escape);
             EXPECT_EQ(form.isVisible(), answer == BoxAnswer::No);
         };
         release(form, kMover);
-        clickTold(form, u"Command3"_s, loss, u"削除の確認"_s, BoxAnswer::No);
+        clickTold(form, u"Command3"_s, asked, u"削除の確認"_s, BoxAnswer::No);
         EXPECT_EQ(cell(form, kMover, New), kNone);
         expectUnchanged(before);
         leave(BoxAnswer::No);
@@ -161,19 +196,43 @@ TEST_F(People, LoseAmountsAndChangesOnlyAfterAQuestion) {
         // The last table's write fails: nobody has moved.
         makeManagers(form, {kMover});
         breakWrites(u"INSERT ON S実行総額配分"_s);
-        driver_.expectBox(loss, u"削除の確認"_s, BoxAnswer::Yes);
+        driver_.expectBox(asked, u"削除の確認"_s, BoxAnswer::Yes);
         expectRollback();
         click(form, u"Command3"_s);
         expectUnchanged(before);
         EXPECT_EQ(cell(form, kMover, New), kManagers);  // to be tried again
         repairWrites();
-        driver_.expectBox(loss, u"削除の確認"_s, BoxAnswer::Yes);
+        driver_.expectBox(asked, u"削除の確認"_s, BoxAnswer::Yes);
         store(form, 1);
 
         release(form, kMover);
         leave(BoxAnswer::Yes);
     });
     open([&](QDialog& form) { EXPECT_EQ(cell(form, kMover, Now), kManagers); });
+}
+
+TEST_F(People, TakeTheirAmountsOutOfTheTotalsOfWhatTheyLeave) {
+    const QDate date = sample::newestKijunbi();
+    const QString all =
+        u"select 社員Code from S配分基準対応社員 where 基準日 = ? and 配分区分 = '01' and 配分基準 = ?"_s;
+    const QStringList staff = read(all, {date, u"01"_s});
+    sql(u"update S配分基準対応社員 set 個人別計算 = 1000000, 総額配分 = 20000, 金一封 = 30000, 特別加算金 = 40000 where 基準日 = ?"_s,
+        {date});
+    sql(u"delete from S実行予算"_s);
+    for (const QString& kijun : {u"01"_s, u"02"_s, u"03"_s})
+        sql(u"insert into S実行予算(配分区分, 配分基準, 基準日, 予算総額, 個人別計算合計) values('01', ?, ?, 70000, 12750000000)"_s,
+            {kijun, date});
+    const auto yen = [](qsizetype people) {
+        return u"%1|%2|%3|%4"_s.arg(people * 100).arg(people * 2).arg(people * 3).arg(people * 4);
+    };
+    prep::assign(cn_, date, {staff.first()}, {});
+    EXPECT_EQ(totalsOf(u"01"_s), yen(staff.size() - 1));
+    const auto managers = read(all, {date, u"02"_s}).size();
+    prep::assign(cn_, date, staff, {u"01"_s, u"02"_s});
+    EXPECT_EQ(totalsOf(u"01"_s), yen(0));
+    EXPECT_EQ(totalsOf(u"02"_s), yen(managers));                     // the newcomers bring no amounts along
+    EXPECT_EQ(totalsOf(u"03"_s).section(u'|', 0, 0), u"1275000"_s);  // not touched
+    EXPECT_EQ(read(u"select 予算総額 from S実行予算"_s), QStringList(3, u"7"_s));
 }
 
 TEST_F(People, WhoHaveLeftStayListedWithAMark) {
