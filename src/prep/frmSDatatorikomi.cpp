@@ -1,6 +1,7 @@
 #include "prep/frmSDatatorikomi.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -11,6 +12,7 @@
 
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
+#include "shell/ui_field_rules.h"
 #include "store/date_text.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
@@ -129,6 +131,12 @@ QWidget* frmSDatatorikomi::buildDates() {
         widgets::addField(grid, label, edit);
     }
     grid->setColumnStretch(2, 1);  // a date needs no wide field
+    if (side_ == Side::Jikkou) {
+        QLineEdit* text = makeBonusText(0);
+        const int row = grid->rowCount();
+        grid->addWidget(Label5_[0], row, 0);
+        grid->addWidget(text, row, 1, 1, 2);
+    }
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(grid);
@@ -144,8 +152,22 @@ QWidget* frmSDatatorikomi::buildList() {
         u"取り込んだデータはまだありません。\nキャンセルして、新規取込ﾃﾞｰﾀから始めてください。"_s);
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(DataList1_);
+    column->addWidget(DataList1_, 1);
+    if (side_ == Side::Jikkou) {
+        auto* row = new QHBoxLayout;
+        QLineEdit* text = makeBonusText(1);
+        row->addWidget(Label5_[1]);
+        row->addWidget(text, 1);
+        column->addLayout(row);
+    }
     return page;
+}
+
+QLineEdit* frmSDatatorikomi::makeBonusText(int index) {
+    auto* text = Text2_[std::size_t(index)] = make<QLineEdit>(u"Text2_%1"_s.arg(index));
+    text->setPlaceholderText(u"例：2026年冬季賞与（一覧表に印刷されます）"_s);
+    Label5_[std::size_t(index)] = labelFor(u"Label5_%1"_s.arg(index), u"賞与の内容(&T):"_s, text);
+    return text;
 }
 
 QLayout* frmSDatatorikomi::buildButtons() {
@@ -172,6 +194,11 @@ void frmSDatatorikomi::connectEvents() {
         if (house_.help) house_.help(objectName());
     });
     connect(DataList1_, &QListView::doubleClicked, this, [this] { loadExistingDate(); });
+    connect(DataList1_, &widgets::CodeList::chosen, this, [this] { showChosenText(); });
+    if (side_ == Side::Jikkou) {
+        validateOnLeave(Text2_[0], [this] { return checkBonusText(0); }, {Command3_[0], Command5_});
+        validateOnLeave(Text2_[1], [this] { return storeChosenText(); }, {Command3_[1], Command5_});
+    }
     for (int i = 0; i < kFields; ++i)
         validateOnLeave(Text1_[std::size_t(i)], [this, i] { return checkDate(i); },
                         {Command3_[0], Command5_});
@@ -199,6 +226,7 @@ void frmSDatatorikomi::setState(State state) {
 
 void frmSDatatorikomi::startNewDate() {
     for (QLineEdit* edit : Text1_) edit->clear();
+    if (Text2_[0]) Text2_[0]->clear();
     setState(State::NewDate);
     Text1_[0]->setFocus();
 }
@@ -222,6 +250,33 @@ void frmSDatatorikomi::fillList() {
     for (QDate date : listDates(*house_.global.cn_main, side_))
         items.push_back({store::formatDate(date), store::formatDate(date)});
     DataList1_->setItems(items);
+    showChosenText();
+}
+
+void frmSDatatorikomi::showChosenText() {
+    if (!Text2_[1]) return;
+    const QString date = DataList1_->boundText();
+    Text2_[1]->setEnabled(!date.isEmpty());
+    shell::guarded(this, [&] {
+        Text2_[1]->setText(date.isEmpty() ? QString()
+                                          : bonusTextOf(*house_.global.cn_main, store::requireDate(date)));
+    });
+}
+
+bool frmSDatatorikomi::checkBonusText(int index) {
+    return shell::check_field(this, Text2_[std::size_t(index)]->text(), kBonusTextBytes, true,
+                              u"･･･賞与の内容"_s);
+}
+
+bool frmSDatatorikomi::storeChosenText() {
+    if (DataList1_->boundText().isEmpty()) return true;
+    if (!checkBonusText(1)) return false;
+    return shell::guarded(this, [this] {
+        store::Connection& cn = *house_.global.cn_main;
+        const QDate kijunbi = store::requireDate(DataList1_->boundText());
+        const QString text = Text2_[1]->text();
+        if (text != bonusTextOf(cn, kijunbi)) storeBonusText(cn, kijunbi, text);
+    });
 }
 
 // ---- the input rules -------------------------------------------------------------------------------------
@@ -259,7 +314,7 @@ bool frmSDatatorikomi::checkDate(int index) {
 bool frmSDatatorikomi::checkAllDates() {
     for (int i = 0; i < kFields; ++i)
         if (!checkDate(i)) return false;
-    return true;
+    return !Text2_[0] || checkBonusText(0);
 }
 
 QDate frmSDatatorikomi::requireChosenDate() {
@@ -303,6 +358,7 @@ void frmSDatatorikomi::importNewDate() {
         }
         torikomi_trans_.begin();
         addDate(cn, side_, dates);
+        if (Text2_[0]) storeBonusText(cn, dates.kijunbi, Text2_[0]->text());
         torikomi_trans_.commit();
         leave(dates);
     });
@@ -323,6 +379,25 @@ void frmSDatatorikomi::loadExistingDate() {
     });
 }
 
+bool frmSDatatorikomi::confirmContents(QDate kijunbi) {
+    if (side_ != Side::Jikkou) return true;
+    store::Connection& cn = *house_.global.cn_main;
+    const DateContents contents = contentsOf(cn, kijunbi);
+    if (contents.people == 0) return true;
+    const QString text = bonusTextOf(cn, kijunbi);
+    const QString question =
+        u"%1%2 には、%3人分の割り当てと、支給額 合計 %4円があります。\n\n"
+        "削除すると、この基準日の基礎額・係数・評価の入力、予算、計算の結果もすべて消え、\n"
+        "賞与支給額の一覧表、入力状況のチェック、年間支給額の一覧表に出なくなります。\n"
+        "元には戻せません。"_s;
+    return shell::confirmLoss(
+        this,
+        question.arg(store::formatDate(kijunbi), text.isEmpty() ? text : u'（' + text + u'）',
+                     store::formatGrouped(store::Money::fromYen(contents.people)),
+                     store::formatGrouped(contents.total)),
+        u"削除の確認"_s, u"すべて削除する(&D)"_s, u"削除しない(&N)"_s);
+}
+
 void frmSDatatorikomi::deleteDate() {
     store::Connection& cn = *house_.global.cn_main;
     shell::guarded(this, torikomi_trans_, [&] {
@@ -330,6 +405,7 @@ void frmSDatatorikomi::deleteDate() {
         if (!kijunbi.isValid()) return;
         house_.global.kijunbi = store::formatDate(kijunbi);
         if (!shell::ask(this, u" %1 を削除しますか？"_s.arg(house_.global.kijunbi), u"削除の確認"_s)) return;
+        if (!confirmContents(kijunbi)) return;
         setHourglass();
         const BusyLine busy(Label4_, kDeleting);
         torikomi_trans_.begin();

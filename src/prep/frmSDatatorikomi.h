@@ -19,7 +19,8 @@ namespace prep {
 
 /// 人事データ取込: opens the date of a run, a new one (snapshot and carrying forward) or an existing one
 /// (snapshot only), and deletes dates. Works for the side whose flag is set; on the run side it hands over to
-/// frmMenuSJikkou.
+/// frmMenuSJikkou. There it also keeps 賞与の内容, the bonus's name on the lists: stored with a new date, and
+/// for an existing one as soon as its field is left.
 class frmSDatatorikomi : public widgets::Form {
     Q_OBJECT
   public:
@@ -51,6 +52,13 @@ class frmSDatatorikomi : public widgets::Form {
     /// The chosen date; invalid, after the box, when none is chosen.
     QDate requireChosenDate();
     void fillList();
+    /// 賞与の内容 of the run side: typed beside a new date, or changed beside the chosen one.
+    QLineEdit* makeBonusText(int index);
+    bool checkBonusText(int index);
+    bool storeChosenText();
+    void showChosenText();
+    /// What goes with the date is told before it goes.
+    bool confirmContents(QDate kijunbi);
     void setDates(const personnel::PositionDates& dates);
     void rebuildSnapshot(const personnel::PositionDates& dates);
     void leave(const personnel::PositionDates& dates);
@@ -70,6 +78,8 @@ class frmSDatatorikomi : public widgets::Form {
     QPushButton* Command6_ = nullptr;
     QPushButton* Command7_ = nullptr;
     std::array<QLineEdit*, 3> Text1_{};
+    std::array<QLineEdit*, 2> Text2_{};  ///< 賞与の内容 of a new date, of the chosen one
+    std::array<QLabel*, 2> Label5_{};
     QLabel* Label4_ = nullptr;
     widgets::CodeList* DataList1_ = nullptr;
     QStackedWidget* pages_ = nullptr;

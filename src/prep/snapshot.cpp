@@ -144,6 +144,26 @@ void removeDate(store::Connection& cn, Side side, QDate kijunbi) {
     if (rows.recordCount() == 1) rows.remove();
 }
 
+QString bonusTextOf(store::Connection& cn, QDate kijunbi) {
+    auto row = cn.prepare(QStringLiteral("SELECT 賞与の内容 FROM Sデータ取込年月日運用 WHERE 基準日 = ?"));
+    row.bind(1, store::Value(kijunbi));
+    return row.step() && !row.isNull(0) ? row.toText(0) : QString();
+}
+
+void storeBonusText(store::Connection& cn, QDate kijunbi, const QString& text) {
+    cn.execute(QStringLiteral("UPDATE Sデータ取込年月日運用 SET 賞与の内容 = ? WHERE 基準日 = ?"),
+               {text.isEmpty() ? store::Value() : store::Value(text), kijunbi});
+}
+
+DateContents contentsOf(store::Connection& cn, QDate kijunbi) {
+    auto row = cn.prepare(QStringLiteral(
+        "SELECT Count(DISTINCT 社員Code), Sum(coalesce(個人別計算, 0) + coalesce(総額配分, 0) + "
+        "coalesce(金一封, 0) + coalesce(特別加算金, 0)) FROM S配分基準対応社員 WHERE 基準日 = ?"));
+    row.bind(1, store::Value(kijunbi));
+    row.step();
+    return {row.toInteger(0), row.isNull(1) ? store::Money() : row.toMoney(1)};
+}
+
 void datasakusei(store::Connection& cn, QDate kijunbi) {
     const QStringList codes = snapshotCodes(cn);
     for (RunTable table : kRunTables) carryForward(cn, table, kijunbi, codes);

@@ -35,6 +35,19 @@ void addDate(store::Connection& cn, Side side, const personnel::PositionDates& d
 /// Deletes a date; on the run side all its run tables with it. Runs in the caller's transaction.
 void removeDate(store::Connection& cn, Side side, QDate kijunbi);
 
+/// What a bonus is called: 賞与の内容 of a date of the run side ("2026年冬季賞与"), empty when it has none.
+/// At most 50 bytes.
+QString bonusTextOf(store::Connection& cn, QDate kijunbi);
+void storeBonusText(store::Connection& cn, QDate kijunbi, const QString& text);
+inline constexpr int kBonusTextBytes = 50;
+
+/// What a removal of a date takes with it on the run side.
+struct DateContents {
+    qint64 people = 0;   ///< under some criterion at the date
+    store::Money total;  ///< of all four amounts, computed or typed in, as they are stored
+};
+DateContents contentsOf(store::Connection& cn, QDate kijunbi);
+
 /// Carrying forward: gives everybody of the snapshot, per table on its own, a new row at `kijunbi` with the
 /// 配分区分 and 配分基準 of the latest earlier date (of several rows at it the first one made), and defaults
 /// for everything else. Who has no earlier row, or a row at `kijunbi` already, gets none. Runs in the

@@ -15,6 +15,12 @@ const QString kOpening = u"Command1 Command2 Command6 Command5"_s;
 const QString kNewDate = u"Command4_0 Command3_0 Command5"_s;
 const QString kExisting = u"Command4_1 Command3_1 Command7 Command5"_s;
 
+const QString kGoes =
+    u"2002/12/10（2002年冬季賞与） には、1人分の割り当てと、支給額 合計 1,234,567円があります。\n\n"
+    "削除すると、この基準日の基礎額・係数・評価の入力、予算、計算の結果もすべて消え、\n"
+    "賞与支給額の一覧表、入力状況のチェック、年間支給額の一覧表に出なくなります。\n"
+    "元には戻せません。"_s;
+
 /// Two people who can be imported at 2003/4/1, one of them with a row in the run of 2002/12/10.
 class Torikomi : public RunScreens {
   protected:
@@ -23,8 +29,10 @@ class Torikomi : public RunScreens {
         sql(u"INSERT INTO 履歴書テーブル(社員Code,生年月日,入社日,退職フラグ) VALUES"
             "('000001','1980-04-01','2000-04-01',0),('000002','1980-04-01','2000-04-01',0)"_s);
         sql(u"INSERT INTO 異動テーブル(社員Code,異動日) VALUES('000001','2000-04-01'),('000002','2000-04-01')"_s);
-        sql(u"INSERT INTO S配分基準対応社員(社員Code,配分区分,配分基準,基準日) VALUES('000002','01','02','2002-12-10')"_s);
+        sql(u"INSERT INTO S配分基準対応社員(社員Code,配分区分,配分基準,基準日,個人別計算,総額配分) "
+            "VALUES('000002','01','02','2002-12-10',12000000000,345670000)"_s);
         addDate(Side::Jikkou, u"2002/12/10"_s);
+        sql(u"UPDATE Sデータ取込年月日運用 SET 賞与の内容 = '2002年冬季賞与'"_s);
     }
     void addDate(Side side, const QString& date) {
         const QString statement =
@@ -151,13 +159,18 @@ TEST_F(Torikomi, DeletesOrLoadsAnExistingDateAfterAsking) {
 
         choose(form, u"DataList1"_s, 1);
         clickTold(form, u"Command7"_s, kDeleteQuestion, kDelete, BoxAnswer::No);
+        driver_.expectBox(kDeleteQuestion, kDelete, BoxAnswer::Yes);
+        clickTold(form, u"Command7"_s, kGoes, kDelete, BoxAnswer::No);
+        expectUnchanged(before);
         breakWrites(u"DELETE ON S配分基準対応社員"_s);
         driver_.expectBox(kDeleteQuestion, kDelete, BoxAnswer::Yes);
+        driver_.expectBox(kGoes, kDelete, BoxAnswer::Yes);
         expectRollback();
         click(form, u"Command7"_s);
         expectUnchanged(before);
         repairWrites();
-        clickTold(form, u"Command7"_s, kDeleteQuestion, kDelete, BoxAnswer::Yes);
+        driver_.expectBox(kDeleteQuestion, kDelete, BoxAnswer::Yes);
+        clickTold(form, u"Command7"_s, kGoes, kDelete, BoxAnswer::Yes);
         EXPECT_EQ(rows(form, u"DataList1"_s), QStringList{u"2001/7/10"_s});
         EXPECT_EQ(offered(form), kExisting);
 
@@ -170,6 +183,43 @@ TEST_F(Torikomi, DeletesOrLoadsAnExistingDateAfterAsking) {
     EXPECT_EQ(global_.nenrei_kijunbi + u' ' + global_.kinzoku_kijunbi, u"2003/3/31 2003/3/30"_s);
     EXPECT_FALSE(prep::snapshotIsEmpty(cn_));
     EXPECT_EQ(assigned(u"2002/12/10"_s) + assigned(u"2001/7/10"_s), 0);  // loading assigns nobody
+}
+
+TEST_F(Torikomi, KeepsTheNameOfABonusBesideItsDate) {
+    addDate(Side::Jikkou, u"2001/7/10"_s);
+    const auto names = [this] {
+        return read(u"SELECT 賞与の内容 FROM Sデータ取込年月日運用 ORDER BY 基準日"_s).join(u'/');
+    };
+    const QString tooLong(26, u'賞');
+    open(
+        [&](QDialog& form) {
+            click(form, u"Command2"_s);
+            EXPECT_FALSE(enabled(form, u"Text2_1"_s));
+            choose(form, u"DataList1"_s, 1);
+            EXPECT_EQ(text(form, u"Text2_1"_s), u"2002年冬季賞与"_s);
+            type(form, u"Text2_1"_s, u"取り消す"_s);
+            click(form, u"Command3_1"_s);  // given up
+            EXPECT_EQ(names(), u"-/2002年冬季賞与"_s);
+            click(form, u"Command2"_s);
+            choose(form, u"DataList1"_s, 0);
+            driver_.answerFreely([](const shell::BoxRequest& box) {
+                EXPECT_TRUE(box.text.endsWith(u"･･･賞与の内容"_s)) << box.text.toStdString();
+                return BoxAnswer::Ok;
+            });
+            type(form, u"Text2_1"_s, tooLong, Qt::Key_Return);
+            EXPECT_EQ(focused(form), u"Text2_1"_s);
+            type(form, u"Text2_1"_s, u"2001年夏季賞与"_s);
+            choose(form, u"DataList1"_s, 1);  // the field is left: it stands under its own date
+            EXPECT_EQ(text(form, u"Text2_1"_s), u"2002年冬季賞与"_s);
+            EXPECT_EQ(names(), u"2001年夏季賞与/2002年冬季賞与"_s);
+            click(form, u"Command3_1"_s);
+            fillNewDate(form, {u"2003/4/1"_s, u"2003/4/1"_s, u"2003/4/1"_s});
+            type(form, u"Text2_0"_s, tooLong, Qt::Key_Tab);
+            type(form, u"Text2_0"_s, u"2003年決算賞与"_s, Qt::Key_Return);
+            click(form, u"Command4_0"_s);
+        },
+        u"配分実行基準日: 2003年4月1日"_s);
+    EXPECT_EQ(names(), u"2001年夏季賞与/2002年冬季賞与/2003年決算賞与"_s);
 }
 
 TEST_F(Torikomi, WorksOnItsOwnDatesOnTheDesignSide) {
