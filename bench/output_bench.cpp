@@ -81,8 +81,9 @@ void sheet(benchmark::State& state) {
     const Program& p = program(state);
     const auto rows = calc::resultRows(*p.open().cn_main, kRun);
     for (auto _ : state) {
-        reports::ExportSession session({p.file(QStringLiteral("sheets"))});
-        calc::sendResultSheet(session, rows, QStringLiteral("計測"), QStringLiteral("計測"), {});
+        const reports::SheetFolder sheets({p.file(QStringLiteral("sheets"))});
+        sheets.send(calc::resultSheet(QStringLiteral("計測"), QStringLiteral("計測"), {}, rows),
+                    {QStringLiteral("計測"), {}, {}, QStringLiteral("賞与支給額")});
     }
     perEmployee(state, static_cast<qint64>(rows.size()));
 }

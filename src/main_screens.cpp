@@ -89,31 +89,22 @@ void addRun(shell::ScreenRegistry& screens) {
 
 template <class Screen>
 void addSender(shell::ScreenRegistry& screens, const char* name,
-               const std::shared_ptr<reports::ExportSession>& session) {
-    screens.add(QString::fromLatin1(name), [session](shell::House& house, QWidget* parent) -> QDialog* {
-        return new Screen(house, *session, parent);
+               const std::shared_ptr<reports::SheetFolder>& sheets) {
+    screens.add(QString::fromLatin1(name), [sheets](shell::House& house, QWidget* parent) -> QDialog* {
+        return new Screen(house, *sheets, parent);
     });
 }
 
-/// The sheets of one run of the program belong together: the session lives as long as the screens can be
-/// opened. `prefix` begins the names of its files.
-std::shared_ptr<reports::ExportSession> sheetSession(const QString& sheetFolder, const QString& prefix) {
-    return std::make_shared<reports::ExportSession>(reports::ExportSession::Options{
-        sheetFolder.isEmpty() ? reports::ExportSession::defaultFolder() : sheetFolder, prefix});
-}
-
-void addSelection(shell::ScreenRegistry& screens, const QString& sheetFolder) {
-    const auto session = sheetSession(sheetFolder, QStringLiteral("人事"));
-    addSender<personnel::frmJinjiSiborikomi>(screens, "frmJinjiSiborikomi", session);
-    addSender<personnel::frmJinjiSiborikomi2>(screens, "frmJinjiSiborikomi2", session);
+void addSelection(shell::ScreenRegistry& screens, const std::shared_ptr<reports::SheetFolder>& sheets) {
+    addSender<personnel::frmJinjiSiborikomi>(screens, "frmJinjiSiborikomi", sheets);
+    addSender<personnel::frmJinjiSiborikomi2>(screens, "frmJinjiSiborikomi2", sheets);
     add<personnel::frmJinjiTorikomi>(screens, "frmJinjiTorikomi");
 }
 
-void addCalculation(shell::ScreenRegistry& screens, const QString& sheetFolder) {
-    const auto session = sheetSession(sheetFolder, QStringLiteral("賞与"));
-    addSender<calc::frmSHaibunjikkouK2>(screens, "frmSHaibunjikkouK2", session);
-    addSender<calc::frmSJCheck>(screens, "frmSJCheck", session);
-    addSender<calc::frmSNenkan>(screens, "frmSNenkan", session);
+void addCalculation(shell::ScreenRegistry& screens, const std::shared_ptr<reports::SheetFolder>& sheets) {
+    addSender<calc::frmSHaibunjikkouK2>(screens, "frmSHaibunjikkouK2", sheets);
+    addSender<calc::frmSJCheck>(screens, "frmSJCheck", sheets);
+    addSender<calc::frmSNenkan>(screens, "frmSNenkan", sheets);
 }
 
 }  // namespace
@@ -123,8 +114,10 @@ void registerScreens(shell::ScreenRegistry& screens, const QString& sheetFolder)
     addMasters(screens);
     addRecords(screens);
     addRun(screens);
-    addSelection(screens, sheetFolder);
-    addCalculation(screens, sheetFolder);
+    const auto sheets = std::make_shared<reports::SheetFolder>(reports::SheetFolder::Options{
+        sheetFolder.isEmpty() ? reports::SheetFolder::defaultFolder() : sheetFolder});
+    addSelection(screens, sheets);
+    addCalculation(screens, sheets);
     // The list of snapshots is no screen of its own: the top menu opens its preview by this name.
     screens.add(QStringLiteral("frmHDataPrint"), reports::previewSnapshotDates);
 }

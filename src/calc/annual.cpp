@@ -119,14 +119,12 @@ QStringList nenkanHeadings(const NenkanHeads& heads) {
     return headings << QStringLiteral("合計");
 }
 
-std::vector<QStringList> nenkanSheet(const NenkanHeads& heads, const std::vector<ResultRow>& rows) {
-    std::vector<QStringList> sheet{{QStringLiteral("年間賞与支給額")}, {}, nenkanHeadings(heads)};
-    for (const ResultRow& row : rows) {
-        QStringList cells{row.syainCode, row.simei};
-        for (const auto& amount : row.amounts) cells << (amount ? store::formatGrouped(*amount) : QString());
-        sheet.push_back(cells);
-    }
-    return sheet;
+reports::SheetGrid nenkanSheet(const NenkanHeads& heads, const std::vector<ResultRow>& rows) {
+    reports::SheetGrid grid;
+    grid.setText(1, 1, QStringLiteral("年間賞与支給額"));
+    grid.setTexts(reports::kFirstListRow - 1, nenkanHeadings(heads));
+    addResultRows(grid, rows);
+    return grid;
 }
 
 }  // namespace calc

@@ -29,7 +29,6 @@ std::vector<ResultRow> nenkanRows(store::Connection& cn, const NenkanDates& date
 /// The columns of SNenkan, and the headings above them.
 QStringList nenkanColumns();
 QStringList nenkanHeadings(const NenkanHeads& heads);
-/// The sheet, cell by cell.
-std::vector<QStringList> nenkanSheet(const NenkanHeads& heads, const std::vector<ResultRow>& rows);
+reports::SheetGrid nenkanSheet(const NenkanHeads& heads, const std::vector<ResultRow>& rows);
 
 }  // namespace calc

@@ -17,6 +17,8 @@
 #include "criteria/ui_criterion_picker.h"
 #include "reports/frmChart.h"
 #include "reports/frmReport.h"
+#include "reports/ui_sent_sheet.h"
+#include "reports/workbook.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "shell/ui_menu_form.h"
@@ -68,10 +70,11 @@ void keepsItsPlace(QWidget* widget) {
 
 }  // namespace
 
-frmSHaibunjikkouK2::frmSHaibunjikkouK2(shell::House& house, reports::ExportSession& session, QWidget* parent)
+frmSHaibunjikkouK2::frmSHaibunjikkouK2(shell::House& house, const reports::SheetFolder& sheets,
+                                       QWidget* parent)
     : Form(QStringLiteral("frmSHaibunjikkouK2"), QStringLiteral("配分計算"), parent),
       house_(house),
-      session_(session) {
+      sheets_(sheets) {
     makeControls();
     connectEvents();
     shell::guarded(this, [this] { Form_Load(); });
@@ -109,7 +112,7 @@ void frmSHaibunjikkouK2::makeControls() {
     left->addWidget(picker_, 1);
     left->addWidget(run);
     left->addLayout(results);
-    left->addWidget(sentTo_);
+    left->addWidget(sent_);
     body->addLayout(left, 1);
     body->addWidget(panel_);
     auto* column = widgets::columnOf(this);
@@ -241,9 +244,7 @@ QHBoxLayout* frmSHaibunjikkouK2::makeResults() {
     command7_ = make<QPushButton>(QStringLiteral("Command7"), QStringLiteral("グラフ(&G)"));
     command5_ = make<QPushButton>(QStringLiteral("Command5"), QStringLiteral("Excelにデータを送る"));
     for (QPushButton* button : {command6_, command1_}) widgets::setPrimary(button);
-    sentTo_ = make<QLabel>(QStringLiteral("Label18"));
-    sentTo_->setWordWrap(true);
-    sentTo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    sent_ = new reports::SentSheet(this);
     auto* row = new QHBoxLayout;
     row->setSpacing(widgets::kGrid);
     row->addWidget(command6_);
@@ -351,7 +352,7 @@ void frmSHaibunjikkouK2::fitWindow(int leastWidth) {
 void frmSHaibunjikkouK2::showResults(bool show) {
     for (QWidget* part : std::initializer_list<QWidget*>{command4_, command5_, command7_, marker_[2]})
         part->setVisible(show);
-    sentTo_->hide();
+    sent_->hide();
     fitWindow(panel_->isHidden() ? kClosedWidth : kOpenWidth);
 }
 
@@ -680,11 +681,9 @@ void frmSHaibunjikkouK2::Command5_Click() {
         picker_->takeSelection();
         setHourglass();
         const auto rows = freshResultRows(cn(), *run_);
-        const QString path =
-            sendResultSheet(session_, rows, house_.global.haibun_kubun_mei, house_.global.haibun_kijun_mei,
-                            coefficientLineForSheet(simulation()));
-        sentTo_->setText(QStringLiteral("保存しました: %1").arg(path));
-        sentTo_->show();
+        const auto sheet = resultSheet(house_.global.haibun_kubun_mei, house_.global.haibun_kijun_mei,
+                                       coefficientLineForSheet(simulation()), rows);
+        sent_->tell(sheets_.send(sheet, titleOfRun(house_.global, QStringLiteral("賞与支給額"))));
         fitWindow(panel_->isHidden() ? kClosedWidth : kOpenWidth);
     });
 }

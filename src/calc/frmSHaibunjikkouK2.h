@@ -21,8 +21,9 @@ namespace criteria {
 class CriterionPicker;
 }
 namespace reports {
-class ExportSession;
-}
+class SentSheet;
+class SheetFolder;
+}  // namespace reports
 
 namespace calc {
 
@@ -33,7 +34,7 @@ class PaymentPanel;
 class frmSHaibunjikkouK2 : public widgets::Form {
     Q_OBJECT
   public:
-    frmSHaibunjikkouK2(shell::House& house, reports::ExportSession& session, QWidget* parent);
+    frmSHaibunjikkouK2(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent);
 
   protected:
     void place() override;
@@ -96,7 +97,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     store::Connection& cn() const;
 
     shell::House& house_;
-    reports::ExportSession& session_;
+    const reports::SheetFolder& sheets_;
     criteria::CriterionPicker* picker_ = nullptr;
     PaymentPanel* panel_ = nullptr;
     int panelRoom_ = 0;                ///< by how much the window grew for the panel
@@ -108,7 +109,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     std::array<QLabel*, 3> totalHead_{};  ///< Label7
     std::array<QLabel*, 3> marker_{};     ///< Image1 to Image3
     QLabel* label3_ = nullptr;
-    QLabel* sentTo_ = nullptr;
+    reports::SentSheet* sent_ = nullptr;
     QLineEdit* text1_ = nullptr;
     QLineEdit* text2_ = nullptr;
     QPushButton* command1_ = nullptr;

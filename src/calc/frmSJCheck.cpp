@@ -11,6 +11,8 @@
 #include "calc/input_check.h"
 #include "calc/ui_result_output.h"
 #include "criteria/ui_criterion_picker.h"
+#include "reports/ui_sent_sheet.h"
+#include "reports/workbook.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "shell/ui_guard.h"
@@ -31,10 +33,10 @@ void keepPlace(QWidget* widget) {
 
 }  // namespace
 
-frmSJCheck::frmSJCheck(shell::House& house, reports::ExportSession& session, QWidget* parent)
+frmSJCheck::frmSJCheck(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent)
     : Form(QStringLiteral("frmSJCheck"), QStringLiteral("算定方式指定"), parent),
       house_(house),
-      session_(session) {
+      sheets_(sheets) {
     makeControls();
     shell::guarded(this, [this] { Form_Load(); });
 }
@@ -90,7 +92,7 @@ QWidget* frmSJCheck::makeOptions() {
     for (QRadioButton* option : option_) {
         option->setParent(frame1_);
         row->addWidget(option);
-        connect(option, &QRadioButton::clicked, this, [this] { sentTo_->hide(); });
+        connect(option, &QRadioButton::clicked, this, [this] { sent_->hide(); });
     }
     row->addStretch();
     return frame1_;
@@ -99,9 +101,7 @@ QWidget* frmSJCheck::makeOptions() {
 /// The path of the last sheet above the row of buttons.
 QWidget* frmSJCheck::makeButtons() {
     auto* holder = new QWidget(this);
-    sentTo_ = make<QLabel>(QStringLiteral("Label18"));
-    sentTo_->setWordWrap(true);
-    sentTo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    sent_ = new reports::SentSheet(this);
     auto* send = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("Excelにデータを送る"));
     auto* close = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
     auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
@@ -116,7 +116,7 @@ QWidget* frmSJCheck::makeButtons() {
     auto* column = new QVBoxLayout(holder);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(widgets::kGrid);
-    column->addWidget(sentTo_);
+    column->addWidget(sent_);
     column->addLayout(widgets::buttonRow({help}, {close, send}));
     return holder;
 }
@@ -134,7 +134,7 @@ void frmSJCheck::Form_Load() {
 void frmSJCheck::showMethod(bool show) {
     for (QWidget* part : std::initializer_list<QWidget*>{label3_, marker_[1], frame1_})
         part->setVisible(show);
-    sentTo_->hide();
+    sent_->hide();
     if (!show) nothingToDo_ = false;
 }
 
@@ -208,12 +208,12 @@ void frmSJCheck::Command1_Click() {
 void frmSJCheck::send(Houshiki method) {
     setHourglass();
     const shell::GlobalRecord& global = house_.global;
-    const CheckSheet sheet = inputCheckSheet(*global.cn_main, criteria::currentRun(global), method,
-                                             global.haibun_kubun_mei, global.haibun_kijun_mei);
-    const QString path = sendLines(session_, sheet.lines, sheet.numbers, global.haibun_kijun_mei);
+    const auto sheet = inputCheckSheet(*global.cn_main, criteria::currentRun(global), method,
+                                       global.haibun_kubun_mei, global.haibun_kijun_mei);
+    const QString path = sheets_.send(
+        sheet, titleOfRun(global, QStringLiteral("入力状況チェック（%1）").arg(global.santei_houshiki_mei)));
     setDefaultPointer();
-    sentTo_->setText(QStringLiteral("保存しました: %1").arg(path));
-    sentTo_->show();
+    sent_->tell(path);
 }
 
 }  // namespace calc

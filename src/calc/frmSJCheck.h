@@ -14,8 +14,9 @@ namespace criteria {
 class CriterionPicker;
 }
 namespace reports {
-class ExportSession;
-}
+class SentSheet;
+class SheetFolder;
+}  // namespace reports
 
 namespace calc {
 
@@ -24,7 +25,7 @@ namespace calc {
 class frmSJCheck : public widgets::Form {
     Q_OBJECT
   public:
-    frmSJCheck(shell::House& house, reports::ExportSession& session, QWidget* parent);
+    frmSJCheck(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent);
 
   private:
     void makeControls();
@@ -46,13 +47,13 @@ class frmSJCheck : public widgets::Form {
     bool refused();
 
     shell::House& house_;
-    reports::ExportSession& session_;
+    const reports::SheetFolder& sheets_;
     criteria::CriterionPicker* picker_ = nullptr;
     std::array<QLabel*, 2> marker_{};  ///< Image1, Image2
     QFrame* frame1_ = nullptr;
     std::array<QRadioButton*, 2> option_{};
     QLabel* label3_ = nullptr;
-    QLabel* sentTo_ = nullptr;
+    reports::SentSheet* sent_ = nullptr;
     bool nothingToDo_ = false;
 };
 

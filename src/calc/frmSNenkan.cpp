@@ -14,6 +14,8 @@
 #include "calc/ui_result_output.h"
 #include "reports/frmChart.h"
 #include "reports/frmReport.h"
+#include "reports/ui_sent_sheet.h"
+#include "reports/workbook.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "shell/ui_guard.h"
@@ -34,8 +36,8 @@ QString paddedDate(QDate date) {
 
 }  // namespace
 
-frmSNenkan::frmSNenkan(shell::House& house, reports::ExportSession& session, QWidget* parent)
-    : Form(QStringLiteral("frmSNenkan"), kTitle, parent), house_(house), session_(session) {
+frmSNenkan::frmSNenkan(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent)
+    : Form(QStringLiteral("frmSNenkan"), kTitle, parent), house_(house), sheets_(sheets) {
     makeControls();
     shell::guarded(this, [this] { Form_Load(); });
 }
@@ -49,16 +51,13 @@ void frmSNenkan::makeControls() {
         make<QLabel>(QStringLiteral("Label4"), QStringLiteral("基準日を指定してください（複数可）。"));
     auto* dates = makeDates();
     auto* buttons = makeButtons();
-    sentTo_ = make<QLabel>(QStringLiteral("Label18"));
-    sentTo_->setWordWrap(true);
-    sentTo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    sentTo_->hide();
+    sent_ = new reports::SentSheet(this);
 
     auto* column = widgets::columnOf(this);
     column->addLayout(widgets::headerBlock(title, guidance));
     column->addWidget(dates);
     column->addStretch();
-    column->addWidget(sentTo_);
+    column->addWidget(sent_);
     column->addLayout(buttons);
     setMinimumSize(widgets::twips(7770), widgets::twips(4200));
 }
@@ -173,7 +172,7 @@ void frmSNenkan::Command6_Click() {
         combo->clearEditText();
     }
     Text入力();
-    sentTo_->hide();
+    sent_->hide();
 }
 
 // ---- Results
@@ -234,10 +233,13 @@ void frmSNenkan::Command5_Click() {
         setHourglass();
         const auto rows = nenkanRows(*house_.global.cn_main, dates());
         const auto sheet = nenkanSheet(heads(store::formatLongDate, QStringLiteral("なし")), rows);
-        const QString path = sendLines(session_, sheet, kAmountColumns, kTitle);
+        std::vector<QDate> chosen;
+        for (const QDate date : dates())
+            if (date.isValid()) chosen.push_back(date);
+        std::sort(chosen.begin(), chosen.end());
+        const QString path = sheets_.send(sheet, {house_.global.panels.company, chosen, {}, kTitle});
         setDefaultPointer();
-        sentTo_->setText(QStringLiteral("保存しました: %1").arg(path));
-        sentTo_->show();
+        sent_->tell(path);
     });
 }
 

@@ -9,8 +9,9 @@ class QComboBox;
 class QLabel;
 
 namespace reports {
-class ExportSession;
-}
+class SentSheet;
+class SheetFolder;
+}  // namespace reports
 
 namespace calc {
 
@@ -18,7 +19,7 @@ namespace calc {
 class frmSNenkan : public widgets::Form {
     Q_OBJECT
   public:
-    frmSNenkan(shell::House& house, reports::ExportSession& session, QWidget* parent);
+    frmSNenkan(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -46,10 +47,10 @@ class frmSNenkan : public widgets::Form {
     NenkanHeads heads(QString (*format)(QDate), const QString& unused) const;
 
     shell::House& house_;
-    reports::ExportSession& session_;
+    const reports::SheetFolder& sheets_;
     std::vector<QDate> choices_;
     std::array<QComboBox*, kNenkanDates> combo_{};
-    QLabel* sentTo_ = nullptr;
+    reports::SentSheet* sent_ = nullptr;
 };
 
 }  // namespace calc

@@ -129,39 +129,47 @@ QStringList headingLine(store::Connection& cn, const std::vector<CheckColumn>& c
     return line << QStringLiteral("評価") << factor << QStringLiteral("合計");
 }
 
-QString amountCell(const store::Statement& row, int column) {
-    return row.isNull(column) ? QString() : store::formatGrouped(row.toMoney(column));
+/// A coefficient or nothing, into a cell.
+void setFactor(reports::SheetGrid& grid, int row, int column, const std::optional<double>& factor) {
+    if (factor) grid.setNumber(row, column, *factor, reports::NumberLook::Factor);
 }
-QString coefficientCell(const store::Statement& row, int column) {
-    return row.isNull(column) ? QString() : store::formatCoefficient(row.toDouble(column));
+std::optional<double> factorOf(const store::Statement& row, int column) {
+    return row.isNull(column) ? std::nullopt : std::optional(row.toDouble(column));
+}
+std::optional<store::Money> amountOf(const store::Statement& row, int column) {
+    return row.isNull(column) ? std::nullopt : std::optional(row.toMoney(column));
 }
 
 /// 支給係数 as the calculation used it, by employee.
-QHash<QString, QString> usedPaymentFactors(store::Connection& cn, const shell::RunKey& run) {
+QHash<QString, std::optional<double>> usedPaymentFactors(store::Connection& cn, const shell::RunKey& run) {
     auto rows = cn.prepare(
         QStringLiteral("SELECT 社員Code, 支給係数 FROM S実行個人別計算決定 WHERE %1 ORDER BY ID DESC")
             .arg(criteria::kRunFilter));
     rows.bindAll(criteria::runBinds(run));
-    QHash<QString, QString> factors;
-    while (rows.step()) factors.insert(rows.toText(0), coefficientCell(rows, 1));
+    QHash<QString, std::optional<double>> factors;
+    while (rows.step()) factors.insert(rows.toText(0), factorOf(rows, 1));
     return factors;
 }
 
 void addEmployees(store::Connection& cn, const shell::RunKey& run, Houshiki method,
-                  const std::vector<CheckColumn>& columns, std::vector<QStringList>& lines) {
-    QHash<QString, QString> decided;
+                  const std::vector<CheckColumn>& columns, reports::SheetGrid& grid) {
+    QHash<QString, std::optional<double>> decided;
     if (method == Houshiki::Kojinbetsu) decided = usedPaymentFactors(cn, run);
     auto row = cn.prepare(QStringLiteral("SELECT * FROM %1 ORDER BY Clng(社員Code), ID").arg(kCheck));
-    while (row.step()) {
-        QStringList line{row.toText(0), row.toText(1)};
+    for (int line = reports::kFirstListRow; row.step(); ++line) {
+        grid.setTexts(line, {row.toText(0), row.toText(1)});
         int at = kBeside;
         for (const CheckColumn& column : columns) {
-            line << (column.amount ? amountCell(row, at) : coefficientCell(row, at));
+            if (column.amount)
+                grid.setAmount(line, at + 1, amountOf(row, at));
+            else
+                setFactor(grid, line, at + 1, factorOf(row, at));
             ++at;
         }
-        line << row.toText(at);
-        line << (method == Houshiki::Kojinbetsu ? decided.value(line.first()) : coefficientCell(row, at + 1));
-        lines.push_back(line << amountCell(row, at + 2));
+        grid.setText(line, at + 1, row.toText(at));
+        setFactor(grid, line, at + 2,
+                  method == Houshiki::Kojinbetsu ? decided.value(row.toText(0)) : factorOf(row, at + 1));
+        grid.setAmount(line, at + 3, amountOf(row, at + 2));
     }
 }
 
@@ -189,24 +197,19 @@ std::vector<CheckColumn> checkColumns(store::Connection& cn, const shell::RunKey
     return used;
 }
 
-CheckSheet inputCheckSheet(store::Connection& cn, const shell::RunKey& run, Houshiki method,
-                           const QString& kubunMei, const QString& kijunMei) {
+reports::SheetGrid inputCheckSheet(store::Connection& cn, const shell::RunKey& run, Houshiki method,
+                                   const QString& kubunMei, const QString& kijunMei) {
     const Source source = sourceOf(method);
     const auto columns = checkColumns(cn, run, method);
     store::Transaction transaction(cn);
     fillCheck(cn, run, source, columns);
-    CheckSheet sheet;
-    sheet.lines = {{QStringLiteral("◆") + kubunMei + QStringLiteral("／") + kijunMei + source.title},
-                   {},
-                   headingLine(cn, columns, source.factor)};
-    addEmployees(cn, run, method, columns, sheet.lines);
+    reports::SheetGrid grid;
+    grid.setText(1, 1, QStringLiteral("◆") + kubunMei + QStringLiteral("／") + kijunMei + source.title);
+    grid.setTexts(reports::kFirstListRow - 1, headingLine(cn, columns, source.factor));
+    addEmployees(cn, run, method, columns, grid);
     for (const QString& table : {kCheck, kHeadings}) dropScratch(cn, table);
     transaction.commit();
-
-    const int evaluation = kBeside + static_cast<int>(columns.size()) + 1;
-    for (int column = kBeside + 1; column < evaluation; ++column) sheet.numbers.push_back(column);
-    sheet.numbers.insert(sheet.numbers.end(), {evaluation + 1, evaluation + 2});
-    return sheet;
+    return grid;
 }
 
 }  // namespace calc

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "criteria/criteria.h"
+#include "reports/workbook.h"
 #include "shell/run_key.h"
 #include "store/connection.h"
 
@@ -16,7 +17,7 @@ struct CheckColumn {
     QString name;         ///< its column of the scratch table SJCheck
     QString source;       ///< its column of the run's table
     QString heading;      ///< the company's own name of it
-    bool amount = false;  ///< shown as "##,##0", a coefficient as "##,##0.000"
+    bool amount = false;  ///< shown as "#,##0", a coefficient as "0.000"
 };
 
 /// The columns in use in their fixed order: base A, base B, then the 18 kinds of coefficient. A base is in
@@ -26,17 +27,11 @@ struct CheckColumn {
 std::vector<CheckColumn> checkColumns(store::Connection& cn, const shell::RunKey& run,
                                       criteria::Houshiki method);
 
-/// The sheet and which of its columns (from 1) hold numbers.
-struct CheckSheet {
-    std::vector<QStringList> lines;
-    std::vector<int> numbers;
-};
-
 /// The whole check of a run under Houshiki::Kojinbetsu or Houshiki::Sougaku, sent by way of the scratch
 /// tables SJCheck and SJCheck2 in a transaction of its own. Who has no row in 履歴書テーブル is left out;
 /// what is not there (支給係数 before the first calculation, a Null) is an empty cell. Throws store::Error
 /// for a 社員Code that is no number.
-CheckSheet inputCheckSheet(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki method,
-                           const QString& kubunMei, const QString& kijunMei);
+reports::SheetGrid inputCheckSheet(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki method,
+                                   const QString& kubunMei, const QString& kijunMei);
 
 }  // namespace calc

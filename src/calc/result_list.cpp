@@ -81,16 +81,23 @@ QString coefficientLineForSheet(const PaymentSimulation& panel) {
     return coefficientLine(panel, {QStringLiteral("★"), QStringLiteral(" = ")});
 }
 
-std::vector<QStringList> resultSheet(const QString& kubunMei, const QString& kijunMei, const QString& line,
-                                     const std::vector<ResultRow>& rows) {
-    std::vector<QStringList> sheet{
-        {QStringLiteral("◆") + kubunMei + QStringLiteral("／") + kijunMei}, {line}, resultHeadings()};
+void addResultRows(reports::SheetGrid& grid, const std::vector<ResultRow>& rows) {
+    int at = reports::kFirstListRow;
     for (const ResultRow& row : rows) {
-        QStringList cells{row.syainCode, row.simei};
-        for (const auto& amount : row.amounts) cells << (amount ? store::formatGrouped(*amount) : QString());
-        sheet.push_back(cells);
+        grid.setTexts(at, {row.syainCode, row.simei});
+        for (std::size_t i = 0; i < row.amounts.size(); ++i) grid.setAmount(at, int(i) + 3, row.amounts[i]);
+        ++at;
     }
-    return sheet;
+}
+
+reports::SheetGrid resultSheet(const QString& kubunMei, const QString& kijunMei, const QString& line,
+                               const std::vector<ResultRow>& rows) {
+    reports::SheetGrid grid;
+    grid.setText(1, 1, QStringLiteral("◆") + kubunMei + QStringLiteral("／") + kijunMei);
+    grid.setText(2, 1, line);
+    grid.setTexts(reports::kFirstListRow - 1, resultHeadings());
+    addResultRows(grid, rows);
+    return grid;
 }
 
 }  // namespace calc

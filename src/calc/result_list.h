@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "calc/payment_simulation.h"
+#include "reports/workbook.h"
 #include "shell/run_key.h"
 #include "store/connection.h"
 
@@ -32,9 +33,11 @@ std::vector<ResultRow> resultRows(store::Connection& connection, const shell::Ru
 QString coefficientLineForReport(const PaymentSimulation& panel);
 QString coefficientLineForSheet(const PaymentSimulation& panel);
 
-/// The sheet, cell by cell: title line, coefficient line, headings, one line per employee with amounts as
-/// "##,##0".
-std::vector<QStringList> resultSheet(const QString& kubunMei, const QString& kijunMei,
-                                     const QString& coefficientLine, const std::vector<ResultRow>& rows);
+/// The sheet: title line, coefficient line, headings, one line per employee. Codes are text, amounts numbers;
+/// a missing amount leaves its cell empty.
+reports::SheetGrid resultSheet(const QString& kubunMei, const QString& kijunMei,
+                               const QString& coefficientLine, const std::vector<ResultRow>& rows);
+/// Rows of code, name and five amounts from the first row of a list on.
+void addResultRows(reports::SheetGrid& grid, const std::vector<ResultRow>& rows);
 
 }  // namespace calc

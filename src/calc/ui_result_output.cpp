@@ -2,7 +2,8 @@
 
 #include "reports/designs.h"
 #include "reports/frmReport.h"
-#include "reports/ui_open_document.h"
+#include "shell/global_record.h"
+#include "store/date_text.h"
 
 namespace calc {
 namespace {
@@ -59,18 +60,6 @@ reports::Report amountReport(const AmountList& list, const std::vector<ResultRow
     return report;
 }
 
-QString sendLines(reports::ExportSession& session, const std::vector<QStringList>& lines,
-                  const std::vector<int>& numbers, const QString& sheetName) {
-    reports::SheetGrid grid;
-    for (std::size_t line = 0; line < lines.size(); ++line)
-        for (int column = 0; column < lines[line].size(); ++column)
-            grid.setText(static_cast<int>(line) + 1, column + 1, lines[line][column]);
-    for (int column : numbers) grid.setRightAligned(column);
-    const QString path = session.send(grid, sheetName);
-    reports::openDocument(path);
-    return path;
-}
-
 reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
                                   const QString& coefficientLine, bool panelOpen, QWidget* parent) {
     const QString name = QStringLiteral("賞与支給額");
@@ -82,10 +71,11 @@ reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const QStr
     return new reports::frmReport(std::move(report), parent);
 }
 
-QString sendResultSheet(reports::ExportSession& session, const std::vector<ResultRow>& rows,
-                        const QString& kubunMei, const QString& kijunMei, const QString& coefficientLine) {
-    return sendLines(session, resultSheet(kubunMei, kijunMei, coefficientLine, rows), kAmountColumns,
-                     kijunMei);
+reports::SheetTitle titleOfRun(const shell::GlobalRecord& global, const QString& list) {
+    return {global.panels.company,
+            {store::requireDate(global.kijunbi)},
+            global.haibun_kubun_mei + u'／' + global.haibun_kijun_mei,
+            list};
 }
 
 }  // namespace calc

@@ -12,6 +12,9 @@ class QWidget;
 namespace reports {
 class frmReport;
 }
+namespace shell {
+struct GlobalRecord;
+}
 
 namespace calc {
 
@@ -28,14 +31,6 @@ struct AmountList {
 };
 reports::Report amountReport(const AmountList& list, const std::vector<ResultRow>& rows);
 
-/// Sends lines as the next file of the session and opens it where there is a desktop; columns `numbers` (from
-/// 1) stand at the right. Returns the file's path.
-QString sendLines(reports::ExportSession& session, const std::vector<QStringList>& lines,
-                  const std::vector<int>& numbers, const QString& sheetName);
-
-/// The columns of five amounts behind code and name.
-inline const std::vector<int> kAmountColumns{3, 4, 5, 6, 7};
-
 /// Brings the grand totals up to date and reads the list.
 std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKey& run);
 
@@ -43,8 +38,7 @@ std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKe
 reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
                                   const QString& coefficientLine, bool panelOpen, QWidget* parent);
 
-/// Writes the sheet as the next file of the session, opens it where there is a desktop, and returns its path.
-QString sendResultSheet(reports::ExportSession& session, const std::vector<ResultRow>& rows,
-                        const QString& kubunMei, const QString& kijunMei, const QString& coefficientLine);
+/// Whose sheet it is and of which run: company, 基準日 and criterion as they stand in the global record.
+reports::SheetTitle titleOfRun(const shell::GlobalRecord& global, const QString& list);
 
 }  // namespace calc

@@ -78,8 +78,9 @@ QString itemOf(std::size_t index) {
 
 }  // namespace
 
-frmJinjiSiborikomi::frmJinjiSiborikomi(shell::House& house, reports::ExportSession& session, QWidget* parent)
-    : SelectionForm({u"frmJinjiSiborikomi"_s, u"検索条件"_s, u"Label18"_s}, modes(), house, session, parent) {
+frmJinjiSiborikomi::frmJinjiSiborikomi(shell::House& house, const reports::SheetFolder& sheets,
+                                       QWidget* parent)
+    : SelectionForm({u"frmJinjiSiborikomi"_s, u"検索条件"_s, u"Label18"_s}, modes(), house, sheets, parent) {
     makeTexts();
     arrange(makeConditions());
     connectEvents();

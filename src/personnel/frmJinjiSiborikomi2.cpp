@@ -30,10 +30,9 @@ const std::vector<SelectionMode>& modes() {
 
 }  // namespace
 
-frmJinjiSiborikomi2::frmJinjiSiborikomi2(shell::House& house, reports::ExportSession& session,
+frmJinjiSiborikomi2::frmJinjiSiborikomi2(shell::House& house, const reports::SheetFolder& sheets,
                                          QWidget* parent)
-    : SelectionForm({u"frmJinjiSiborikomi2"_s, u"退職者検索"_s, u"Label1"_s}, modes(), house, session,
-                    parent),
+    : SelectionForm({u"frmJinjiSiborikomi2"_s, u"退職者検索"_s, u"Label1"_s}, modes(), house, sheets, parent),
       text1_(make<QLineEdit>(u"Text1"_s)),
       text2_(make<QLineEdit>(u"Text2"_s)) {
     arrange(makeConditions());

@@ -179,6 +179,7 @@ store::Recordset personRows(store::Connection& cn, PersonList list) {
 reports::SheetGrid personSheet(store::Connection& cn, PersonList list, const store::Recordset& rows) {
     const QStringList headings = headingsOf(cn, list);
     reports::SheetGrid grid;
+    grid.setHeadingRow(1);
     for (int column = 0; column < headings.size(); ++column) {
         constexpr int kMargin = 2;
         int widest = shell::byteCount(headings[column]);

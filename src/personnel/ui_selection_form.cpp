@@ -9,7 +9,7 @@
 #include "personnel/position_in_force.h"
 #include "personnel/ui_person_output.h"
 #include "reports/frmReport.h"
-#include "reports/ui_open_document.h"
+#include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
 #include "shell/ui_box.h"
 #include "store/date_text.h"
@@ -51,10 +51,10 @@ QString leftOutText(PersonList list) {
 }  // namespace
 
 SelectionForm::SelectionForm(const Names& names, const std::vector<SelectionMode>& modes, shell::House& house,
-                             reports::ExportSession& session, QWidget* parent)
+                             const reports::SheetFolder& sheets, QWidget* parent)
     : Form(names.screen, names.caption, parent),
       house_(house),
-      session_(session),
+      sheets_(sheets),
       mode_(modeOf(house.global, modes)),
       transaction_(*house.global.cn_main),
       count_(make<QLabel>(names.count)) {
@@ -109,6 +109,7 @@ void SelectionForm::arrange(QLayout* conditions) {
     told_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     told_->hide();
 
+    sent_ = new reports::SentSheet(this);
     auto* asked = new widgets::Card(this);
     asked->body()->addLayout(conditions);
     asked->body()->addSpacing(widgets::kGrid);
@@ -123,6 +124,7 @@ void SelectionForm::arrange(QLayout* conditions) {
     column->addLayout(widgets::headerBlock(title, purpose));
     column->addLayout(middle, 1);
     column->addWidget(told_);
+    column->addWidget(sent_);
     column->addLayout(widgets::buttonRow({command3_}, {command6_, command5_, command4_}));
     widgets::tabOrder({command1_, command2_, list_, command5_, command4_, command6_, command3_});
 }
@@ -206,6 +208,7 @@ void SelectionForm::send(bool all) {
         return;
     }
     told_->hide();
+    sent_->hide();
     shell::guarded(this, transaction_, [&] {
         if (mode_->deed == Deed::Restore) return restore(codes.first());
         handOver(codes, all);
@@ -251,23 +254,17 @@ void SelectionForm::print() {
         return shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
     showChild(
         personPreview(mode_->list, rows, {mode_->title, house_.global.panels.company, printedDate()}, this));
-    tell({}, leftOut(cn(), mode_->list, rows));
+    const int left = leftOut(cn(), mode_->list, rows);
+    told_->setText(left > 0 ? leftOutText(mode_->list).arg(left) : QString());
+    told_->setVisible(left > 0);
 }
 
 void SelectionForm::sendSheet() {
     const store::Recordset rows = personRows(cn(), mode_->list);
-    const QString path = session_.send(personSheet(cn(), mode_->list, rows), mode_->title);
-    reports::openDocument(path);
-    tell(u"保存しました: %1"_s.arg(path), leftOut(cn(), mode_->list, rows));
-}
-
-/// What came of it; who is missing in a list of people, which nobody would notice in a long one.
-void SelectionForm::tell(const QString& done, int left) {
-    QStringList lines;
-    if (!done.isEmpty()) lines << done;
-    if (left > 0) lines << leftOutText(mode_->list).arg(left);
-    told_->setText(lines.join(u'\n'));
-    told_->setVisible(!lines.isEmpty());
+    const int left = leftOut(cn(), mode_->list, rows);
+    const QString path = sheets_.send(personSheet(cn(), mode_->list, rows),
+                                      {house_.global.panels.company, {referenceDate()}, {}, mode_->title});
+    sent_->tell(path, left > 0 ? leftOutText(mode_->list).arg(left) : QString());
 }
 
 }  // namespace personnel

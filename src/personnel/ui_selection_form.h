@@ -16,8 +16,9 @@ class QLineEdit;
 class QPushButton;
 
 namespace reports {
-class ExportSession;
-}
+class SentSheet;
+class SheetFolder;
+}  // namespace reports
 
 namespace personnel {
 
@@ -46,7 +47,7 @@ class SelectionForm : public widgets::Form {
         QString count;  ///< the label with the number of people found
     };
     SelectionForm(const Names& names, const std::vector<SelectionMode>& modes, shell::House& house,
-                  reports::ExportSession& session, QWidget* parent);
+                  const reports::SheetFolder& sheets, QWidget* parent);
 
     // ---- what a subclass says
 
@@ -89,16 +90,16 @@ class SelectionForm : public widgets::Form {
     void openScreen(const QString& code, bool all);
     void print();
     void sendSheet();
-    void tell(const QString& done, int leftOut);
 
-    reports::ExportSession& session_;
+    const reports::SheetFolder& sheets_;
     const SelectionMode* mode_;
     shell::FormTransaction transaction_;
     Query query_;  ///< of the people found
     FoundPeople people_;
     widgets::CodeList* list_ = nullptr;
     QLabel* count_;
-    QLabel* told_ = nullptr;
+    QLabel* told_ = nullptr;  ///< who is missing in a printed list
+    reports::SentSheet* sent_ = nullptr;
     QPushButton *command1_ = nullptr, *command2_ = nullptr, *command3_ = nullptr, *command4_ = nullptr,
                 *command5_ = nullptr, *command6_ = nullptr;
 };

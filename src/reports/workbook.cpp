@@ -15,7 +15,6 @@ using store::Value;
 
 namespace {
 
-constexpr int kHeadingRow = kFirstListRow - 1;
 constexpr int kMaxSheetRow = kFirstListRow - 1 + kMaxListRows;
 constexpr qsizetype kMaxSheetName = 31;
 constexpr double kMinWidth = 8;
@@ -34,7 +33,23 @@ int displayWidth(const QString& text) {
 int displayWidth(const SheetGrid::Cell& cell) {
     if (const auto* text = std::get_if<QString>(&cell)) return displayWidth(*text);
     if (const auto* date = std::get_if<QDate>(&cell)) return displayWidth(store::formatDate(*date));
-    return displayWidth(QString::number(std::get<double>(cell), 'g', 15));
+    const auto& number = std::get<SheetGrid::Number>(cell);
+    if (number.look == NumberLook::Factor) return displayWidth(QString::number(number.value, 'f', 3));
+    const QString text = QString::number(number.value, 'g', 15);
+    return displayWidth(text) + (number.look == NumberLook::Amount ? int(text.size() - 1) / 3 : 0);
+}
+
+/// What no file may be called by on one of the systems, in its full-width form; ends are cut by the caller.
+QString safeFilePart(QString text, qsizetype length) {
+    static const QString kForbidden = QStringLiteral("\\/:*?\"<>|");
+    static const QString kInstead = QStringLiteral("＼／：＊？”＜＞｜");
+    for (QChar& c : text) {
+        if (const auto at = kForbidden.indexOf(c); at >= 0) c = kInstead[at];
+        if (c.category() == QChar::Other_Control) c = u' ';
+    }
+    if (text.size() > length) text.truncate(text[length - 1].isHighSurrogate() ? length - 1 : length);
+    while (!text.isEmpty() && (text.back() == u'.' || text.back().isSpace())) text.chop(1);
+    return text.trimmed();
 }
 
 }  // namespace
@@ -49,17 +64,28 @@ void SheetGrid::set(int row, int column, Cell cell) {
 void SheetGrid::setText(int row, int column, const QString& text) {
     set(row, column, text);
 }
-void SheetGrid::setNumber(int row, int column, double number) {
-    set(row, column, number);
+
+void SheetGrid::setTexts(int row, const QStringList& texts) {
+    for (int i = 0; i < texts.size(); ++i) setText(row, i + 1, texts[i]);
+}
+
+void SheetGrid::setNumber(int row, int column, double number, NumberLook look) {
+    set(row, column, Number{number, look});
+    numeric_.insert(column);
+}
+
+void SheetGrid::setAmount(int row, int column, const std::optional<store::Money>& amount) {
+    if (amount) setNumber(row, column, amount->toDouble(), NumberLook::Amount);
 }
 
 void SheetGrid::setValue(int row, int column, const Value& value) {
     switch (value.kind()) {
         case Value::Kind::Null:
             return;
+        case Value::Kind::Money:
+            return setAmount(row, column, value.toMoney());
         case Value::Kind::Integer:
         case Value::Kind::Double:
-        case Value::Kind::Money:
             return setNumber(row, column, value.toDouble());
         case Value::Kind::Date:
             return set(row, column, value.toDate());
@@ -73,24 +99,16 @@ void SheetGrid::setColumnWidth(int column, double characters) {
     widths_[column] = characters;
 }
 
-void SheetGrid::setRightAligned(int column) {
-    if (!isRightAligned(column)) rightAligned_.push_back(column);
-}
-
-bool SheetGrid::isRightAligned(int column) const {
-    return std::find(rightAligned_.begin(), rightAligned_.end(), column) != rightAligned_.end();
-}
-
 double SheetGrid::columnWidth(int column) const {
     if (const auto set = widths_.find(column); set != widths_.end()) return set->second;
     int widest = 0;
-    for (auto row = rows_.lower_bound(kHeadingRow); row != rows_.end(); ++row)
+    for (auto row = rows_.lower_bound(headingRow_); row != rows_.end(); ++row)
         for (const auto& [cellColumn, cell] : row->second)
             if (cellColumn == column) widest = std::max(widest, displayWidth(cell));
     return std::clamp(widest + 2.0, kMinWidth, kMaxWidth);
 }
 
-QString safeSheetName(const QString& wanted, const QStringList& taken) {
+QString safeSheetName(const QString& wanted) {
     static const QString kForbidden = QStringLiteral("[]:*?/\\");
     static const QString kInstead = QStringLiteral("［］：＊？／＼");
     QString name;
@@ -109,32 +127,38 @@ QString safeSheetName(const QString& wanted, const QStringList& taken) {
     if (name.isEmpty()) name = QStringLiteral("一覧");
     // The name is reserved for the record of a shared workbook's changes.
     if (name.compare(QStringLiteral("History"), Qt::CaseInsensitive) == 0) name += u'_';
-    QString unique = name;
-    for (int n = 2; taken.contains(unique, Qt::CaseInsensitive); ++n) {
-        const QString suffix = QStringLiteral(" (%1)").arg(n);
-        unique = cut(name, kMaxSheetName - suffix.size()) + suffix;
-    }
-    return unique;
+    return name;
 }
 
-ExportSession::ExportSession(Options options) : options_(std::move(options)) {}
+QString fileStem(const SheetTitle& title) {
+    const auto iso = [](QDate date) { return date.toString(Qt::ISODate); };
+    QString dates = title.kijunbi.empty() ? QString() : iso(title.kijunbi.front());
+    if (title.kijunbi.size() > 1) dates += u'～' + iso(title.kijunbi.back());
+    QStringList parts;
+    // Three bytes a character and 255 for a file's name on most systems.
+    for (const QString& part : {dates, safeFilePart(title.company, 20), safeFilePart(title.subject, 25),
+                                safeFilePart(title.list, 20)})
+        if (!part.isEmpty()) parts << part;
+    return parts.join(u'_');
+}
 
-QString ExportSession::defaultFolder() {
+QString originLine(const SheetTitle& title, QDate today) {
+    QStringList dates;
+    for (const QDate date : title.kijunbi) dates << store::formatDate(date);
+    QStringList parts{title.company};
+    if (!dates.isEmpty()) parts << QStringLiteral("基準日 ") + dates.join(u'、');
+    parts << QStringLiteral("作成日 ") + store::formatDate(today);
+    return parts.join(u'　');
+}
+
+SheetFolder::SheetFolder(Options options) : options_(std::move(options)) {}
+
+QString SheetFolder::defaultFolder() {
     return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
         .filePath(QStringLiteral("ひなた堂ミント"));
 }
 
-/// Numbered by the sends of this run; the number goes on where a file of that name stands.
-QString ExportSession::freePath() const {
-    const QDir folder(options_.folder);
-    const QString stem = options_.prefix + options_.now().toString(QStringLiteral("_yyyyMMdd_HHmmss_"));
-    for (int n = sent_ + 1;; ++n) {
-        const QString path = folder.absoluteFilePath(stem + QString::number(n) + QStringLiteral(".xlsx"));
-        if (!QFile::exists(path)) return path;
-    }
-}
-
-QString ExportSession::send(const SheetGrid& grid, const QString& sheetName) {
+QString SheetFolder::send(const SheetGrid& grid, const SheetTitle& title) const {
     if (!QDir().mkpath(options_.folder))
         throw Error(
             Error::Reason::ReadOnly,
@@ -145,22 +169,17 @@ QString ExportSession::send(const SheetGrid& grid, const QString& sheetName) {
             Error::Reason::ReadOnly,
             QStringLiteral("Excel ファイルを保存するフォルダに書き込めません。\n%1").arg(options_.folder));
     file.close();
+    const QString name = safeSheetName(title.subject.isEmpty() ? title.list : title.subject);
+    options_.writer(file.fileName(), {grid, name, fileStem(title), originLine(title, options_.today())});
 
-    QStringList taken;
-    for (const NamedSheet& sheet : sheets_) taken << sheet.name;
-    std::vector<NamedSheet> sheets{
-        {safeSheetName(sheetName, taken), std::make_shared<const SheetGrid>(grid)}};
-    sheets.insert(sheets.end(), sheets_.begin(), sheets_.end());
-    options_.writer(file.fileName(), sheets);
-
-    const QString path = freePath();
     // Renaming refuses a name that exists: a file that was written is never replaced.
+    const QString stem = QDir(options_.folder).absoluteFilePath(fileStem(title));
+    QString path = stem + QStringLiteral(".xlsx");
+    for (int n = 2; QFile::exists(path); ++n) path = QStringLiteral("%1 (%2).xlsx").arg(stem).arg(n);
     if (!file.rename(path))
         throw Error(Error::Reason::ReadOnly,
                     QStringLiteral("Excel ファイルを保存できません。\n%1").arg(path));
     file.setAutoRemove(false);
-    sheets_ = std::move(sheets);
-    ++sent_;
     return path;
 }
 

@@ -5,7 +5,8 @@
 #include <QStringList>
 #include <functional>
 #include <map>
-#include <memory>
+#include <optional>
+#include <set>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -19,14 +20,28 @@ inline constexpr int kFirstListRow = 4;
 /// The counter of a list's rows is a 16-bit number.
 inline constexpr int kMaxListRows = 32767;
 
+/// How a cell shows its number; the number itself is never rounded.
+enum class NumberLook {
+    Plain,   ///< as many decimals as it has
+    Amount,  ///< "#,##0"
+    Factor,  ///< "0.000"
+};
+
 /// The cells of one sheet. Rows and columns count from 1. A row beyond the counter's limit throws
 /// Error(Overflow) "オーバーフローしました。".
 class SheetGrid {
   public:
-    using Cell = std::variant<QString, double, QDate>;
+    struct Number {
+        double value = 0;
+        NumberLook look = NumberLook::Plain;
+        bool operator==(const Number&) const = default;
+    };
+    using Cell = std::variant<QString, Number, QDate>;
 
     void setText(int row, int column, const QString& text);
-    void setNumber(int row, int column, double number);
+    void setTexts(int row, const QStringList& texts);  ///< from column 1 on
+    void setNumber(int row, int column, double number, NumberLook look = NumberLook::Plain);
+    void setAmount(int row, int column, const std::optional<store::Money>& amount);  ///< none: left empty
     /// A value as it comes from a recordset: a number stays a number, a date a date, text stays text; Null
     /// leaves the cell empty.
     void setValue(int row, int column, const store::Value& value);
@@ -34,12 +49,14 @@ class SheetGrid {
     /// In characters of the sheet's normal font; without it the writer fits the column to its cells from the
     /// headings on.
     void setColumnWidth(int column, double characters);
-    /// Amounts that are sent as text stand at the right all the same, from the headings on.
-    void setRightAligned(int column);
+    /// The row of the headings, the one above the list unless it is set. It stays in sight while the list
+    /// scrolls.
+    void setHeadingRow(int row) { headingRow_ = row; }
 
     using Row = std::vector<std::pair<int, Cell>>;  ///< (column, content), in the order of writing
     const std::map<int, Row>& rows() const { return rows_; }
-    bool isRightAligned(int column) const;
+    int headingRow() const { return headingRow_; }
+    bool holdsNumbers(int column) const { return numeric_.contains(column); }
     double columnWidth(int column) const;  ///< the set one, or the fitted one
     int columnCount() const { return columns_; }
 
@@ -47,49 +64,63 @@ class SheetGrid {
     void set(int row, int column, Cell cell);
     std::map<int, Row> rows_;
     std::map<int, double> widths_;
-    std::vector<int> rightAligned_;
+    std::set<int> numeric_;
     int columns_ = 0;
+    int headingRow_ = kFirstListRow - 1;
 };
 
-struct NamedSheet {
-    QString name;
-    std::shared_ptr<const SheetGrid> grid;
+/// Whose sheet it is and of what. It names the file and the sheet, and stands under the list and at the foot
+/// of each printed page: a sheet that was passed on still says what it is.
+struct SheetTitle {
+    QString company;             ///< 会社名
+    std::vector<QDate> kijunbi;  ///< of the run or runs, or the date at which people are shown
+    QString subject;             ///< 正社員賞与／一般社員; empty for a list of the whole company
+    QString list;                ///< 賞与支給額
 };
 
 /// The name as a sheet may bear it: at most 31 characters, none of [ ] : * ? / \ (their full-width forms
-/// instead), no apostrophe at either end, not empty, not "History", and none of `taken`, case ignored.
-QString safeSheetName(const QString& wanted, const QStringList& taken);
+/// instead), no apostrophe at either end, not empty, not "History".
+QString safeSheetName(const QString& wanted);
+/// "2026-12-10_見本商事_正社員賞与／一般社員_賞与支給額", fit to be a file's name on every system. Several
+/// dates are told by the first and the last.
+QString fileStem(const SheetTitle& title);
+/// "見本商事　基準日 2026/12/10　作成日 2026/11/23".
+QString originLine(const SheetTitle& title, QDate today);
 
-/// Writes sheets to a file that is there already and empty, the first sheet in front. Throws store::Error.
-using WorkbookWriter = std::function<void(const QString& path, const std::vector<NamedSheet>& sheets)>;
+/// One sheet on its way into a file.
+struct Sheet {
+    const SheetGrid& grid;
+    QString name;    ///< safe already
+    QString title;   ///< property of the document
+    QString origin;  ///< under the list and at the foot of each page
+};
+/// Writes a sheet to a file that is there already and empty. Throws store::Error.
+using WorkbookWriter = std::function<void(const QString& path, const Sheet& sheet)>;
 /// The writer of .xlsx files.
-void writeXlsx(const QString& path, const std::vector<NamedSheet>& sheets);
+void writeXlsx(const QString& path, const Sheet& sheet);
 
-/// The sheets that were sent in this run of the program. Each send makes a new file, with the new sheet in
-/// front and the earlier ones behind it, the latest first. A file that was written is never written again.
-class ExportSession {
+/// Where sheets are sent. Each send makes a file of its own with that one sheet in it, so nothing of an
+/// earlier list, and nothing of another company, is ever in it. A file that was written is never written
+/// again.
+class SheetFolder {
   public:
     struct Options {
-        QString folder;                           ///< made when it is missing
-        QString prefix = QStringLiteral("賞与");  ///< begins every file name
-        std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); };
+        QString folder;  ///< made when it is missing
+        std::function<QDate()> today = [] { return QDate::currentDate(); };
         WorkbookWriter writer = writeXlsx;
     };
-    explicit ExportSession(Options options);
+    explicit SheetFolder(Options options);
     /// The user's documents folder/ひなた堂ミント.
     static QString defaultFolder();
 
-    /// Writes the next file, 賞与_20261122_143005_1.xlsx, and returns its full path. Throws store::Error with
-    /// a text for the user when it cannot be written; then no file is left behind and the sheet is not kept.
-    QString send(const SheetGrid& grid, const QString& sheetName);
+    /// Writes the file, " (2)" and so on behind its name where one stands already, and returns its full path.
+    /// Throws store::Error with a text for the user when it cannot be written; then no file is left behind.
+    QString send(const SheetGrid& grid, const SheetTitle& title) const;
 
     const QString& folder() const { return options_.folder; }
 
   private:
-    QString freePath() const;
     Options options_;
-    std::vector<NamedSheet> sheets_;  ///< the latest first
-    int sent_ = 0;
 };
 
 }  // namespace reports

@@ -15,7 +15,7 @@ using store::Error;
 
 namespace {
 
-constexpr int kHeadingRow = kFirstListRow - 1;
+constexpr int kPaperA4 = 9;
 constexpr int kFirstYear = 1900;  // a sheet knows no earlier date: such a one goes as text
 
 void check(lxw_error code) {
@@ -39,11 +39,27 @@ QByteArray carried(QString text) {
     return text.replace(kEscape, QStringLiteral("_x005F_")).toUtf8();
 }
 
+/// Paper lies across, as wide as the list; each page repeats the headings and says whose it is.
+void setPage(lxw_worksheet* sheet, const Sheet& named) {
+    const auto heading = static_cast<lxw_row_t>(named.grid.headingRow() - 1);
+    worksheet_set_landscape(sheet);
+    worksheet_set_paper(sheet, kPaperA4);
+    worksheet_fit_to_pages(sheet, 1, 0);
+    check(worksheet_repeat_rows(sheet, heading, heading));
+    const QString origin = QString(named.origin).replace(u'&', QStringLiteral("&&"));
+    check(worksheet_set_footer(sheet, QStringLiteral("&L%1&R&P / &N").arg(origin).toUtf8().constData()));
+}
+
 /// A workbook that is freed on every path. close() writes the file and frees it.
 class Workbook {
   public:
     explicit Workbook(const QString& path) : book_(workbook_new(QFile::encodeName(path).constData())) {
         if (!book_) check(LXW_ERROR_MEMORY_MALLOC_FAILED);
+        amount_ = withFormat("#,##0");
+        factor_ = withFormat("0.000");
+        date_ = withFormat("yyyy/m/d");
+        heading_ = workbook_add_format(book_);
+        format_set_align(heading_, LXW_ALIGN_RIGHT);
     }
     ~Workbook() {
         if (book_) lxw_workbook_free(book_);
@@ -51,66 +67,73 @@ class Workbook {
     Workbook(const Workbook&) = delete;
     Workbook& operator=(const Workbook&) = delete;
 
-    void add(const NamedSheet& sheet);
+    void add(const Sheet& sheet);
     void close() { check(workbook_close(std::exchange(book_, nullptr))); }
 
   private:
     void writeCell(lxw_worksheet* sheet, int row, int column, const SheetGrid::Cell& cell,
-                   lxw_format* format);
-    lxw_format* format(bool right, bool date);
+                   lxw_format* ofText);
+    lxw_format* withFormat(const char* pattern) {
+        lxw_format* made = workbook_add_format(book_);
+        format_set_num_format(made, pattern);
+        return made;
+    }
     lxw_workbook* book_;
-    lxw_format* formats_[2][2] = {};
+    lxw_format *amount_, *factor_, *date_, *heading_;
 };
 
-lxw_format* Workbook::format(bool right, bool date) {
-    if (!right && !date) return nullptr;
-    lxw_format*& made = formats_[right][date];
-    if (!made) {
-        made = workbook_add_format(book_);
-        if (right) format_set_align(made, LXW_ALIGN_RIGHT);
-        if (date) format_set_num_format(made, "yyyy/m/d");
-    }
-    return made;
-}
-
 void Workbook::writeCell(lxw_worksheet* sheet, int row, int column, const SheetGrid::Cell& cell,
-                         lxw_format* look) {
+                         lxw_format* ofText) {
     const auto r = static_cast<lxw_row_t>(row - 1);
     const auto c = static_cast<lxw_col_t>(column - 1);
     if (const auto* text = std::get_if<QString>(&cell)) {
-        check(worksheet_write_string(sheet, r, c, carried(*text).constData(), look));
+        check(worksheet_write_string(sheet, r, c, carried(*text).constData(), ofText));
     } else if (const auto* date = std::get_if<QDate>(&cell); date && date->year() < kFirstYear) {
-        check(worksheet_write_string(sheet, r, c, store::formatDate(*date).toUtf8().constData(), look));
+        check(worksheet_write_string(sheet, r, c, store::formatDate(*date).toUtf8().constData(), ofText));
     } else if (date) {
         lxw_datetime day{date->year(), date->month(), date->day(), 0, 0, 0};
-        check(worksheet_write_datetime(sheet, r, c, &day, look));
+        check(worksheet_write_datetime(sheet, r, c, &day, date_));
     } else {
-        check(worksheet_write_number(sheet, r, c, std::get<double>(cell), look));
+        const auto& number = std::get<SheetGrid::Number>(cell);
+        lxw_format* look = number.look == NumberLook::Amount   ? amount_
+                           : number.look == NumberLook::Factor ? factor_
+                                                               : nullptr;
+        check(worksheet_write_number(sheet, r, c, number.value, look));
     }
 }
 
-void Workbook::add(const NamedSheet& named) {
+void Workbook::add(const Sheet& named) {
     lxw_worksheet* sheet = workbook_add_worksheet(book_, named.name.toUtf8().constData());
     if (!sheet) check(LXW_ERROR_SHEETNAME_ALREADY_USED);
-    const SheetGrid& grid = *named.grid;
+    const SheetGrid& grid = named.grid;
     for (int column = 1; column <= grid.columnCount(); ++column) {
         const auto c = static_cast<lxw_col_t>(column - 1);
         check(worksheet_set_column(sheet, c, c, grid.columnWidth(column), nullptr));
     }
-    for (const auto& [row, cells] : grid.rows())
+    int last = grid.headingRow();
+    for (const auto& [row, cells] : grid.rows()) {
+        last = row;
         for (const auto& [column, cell] : cells) {
-            const bool right = row >= kHeadingRow && grid.isRightAligned(column);
-            writeCell(sheet, row, column, cell, format(right, std::holds_alternative<QDate>(cell)));
+            const bool heads = row == grid.headingRow() && grid.holdsNumbers(column);
+            writeCell(sheet, row, column, cell, heads ? heading_ : nullptr);
         }
-    // Codes and amounts are text on purpose: no warning marks in their cells.
+    }
+    writeCell(sheet, last + 2, 1, named.origin, nullptr);
+    worksheet_freeze_panes(sheet, static_cast<lxw_row_t>(grid.headingRow()), 0);
+    setPage(sheet, named);
+    // Codes are text on purpose: no warning marks in their cells.
     check(worksheet_ignore_errors(sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, "A1:XFD1048576"));
+    QByteArray title = named.title.toUtf8();
+    lxw_doc_properties properties{};
+    properties.title = title.data();
+    check(workbook_set_properties(book_, &properties));
 }
 
 }  // namespace
 
-void writeXlsx(const QString& path, const std::vector<NamedSheet>& sheets) {
+void writeXlsx(const QString& path, const Sheet& sheet) {
     Workbook book(path);
-    for (const NamedSheet& sheet : sheets) book.add(sheet);
+    book.add(sheet);
     book.close();
     Package(path).requireWhole();
 }

@@ -1,6 +1,7 @@
 #include "calc/annual.h"
 
 #include "prep/run_company.h"
+#include "support/sheet_text.h"
 
 namespace {
 
@@ -22,10 +23,8 @@ class Annual : public RunCompany {
             binds);
     }
     QStringList list(const calc::NenkanDates& dates) {
-        QStringList all;
-        for (const auto& line : calc::nenkanSheet({u"夏"_s, u"冬"_s, {}, {}}, calc::nenkanRows(cn_, dates)))
-            all << line.join(u'|');
-        return all;
+        return support::sheetLines(
+            calc::nenkanSheet({u"夏"_s, u"冬"_s, {}, {}}, calc::nenkanRows(cn_, dates)));
     }
 };
 
@@ -43,11 +42,11 @@ TEST_F(Annual, TheCellHoldsTheLastAmountAndTheTotalAll) {
     sql(u"create table SNenkan(x)"_s);              // an older version may have left it
     const QStringList heads{u"年間賞与支給額"_s, QString(), u"社員Code|氏名|夏|冬|||合計"_s};
     EXPECT_EQ(list({kSummer, kWinter, {}, {}}),
-              heads + (QStringList{u"000002|2番|||||0"_s, u"000003|3番||2|||2"_s,
-                                   u"000010|10番|27|5,000|||5,127"_s}));
+              heads + (QStringList{u"000002|2番|||||0円"_s, u"000003|3番||1.5円|||1.5円"_s,
+                                   u"000010|10番|27円|5000円|||5127円"_s}));
     const QByteArray before = support::dump(cn_);
     EXPECT_EQ(list({QDate(), QDate(), QDate(), kSummer}),
-              heads + (QStringList{u"000002|2番|||||0"_s, u"000010|10番||||27|127"_s}));
+              heads + (QStringList{u"000002|2番|||||0円"_s, u"000010|10番||||27円|127円"_s}));
     EXPECT_EQ(list({QDate(2020, 1, 1), {}, {}, {}}), heads);
     expectUnchanged(before);
     // One row beyond the money range, then two rows together.

@@ -209,15 +209,16 @@ TEST_F(Run, ListsAndSendsTheResult) {
         for (const bool panel : {true, false}) {
             if (!panel) click(form, u"Option1_1"_s);  // closes it: no line of coefficients
             click(form, u"Command5"_s);
-            const QString told = text(form, u"Label18"_s);
+            const QString told = text(form, u"lblSent"_s);
             EXPECT_TRUE(told.startsWith(u"保存しました: "_s) && QFile::exists(told.section(u' ', 1)));
-            const auto cells = sent_.back().grid->rows();
-            const auto cell = [&](int row) { return std::get<QString>(cells.at(row)[0].second); };
-            EXPECT_TRUE(sent_.back().name.startsWith(u"一般社員"_s));
-            EXPECT_EQ(cell(1), title);
-            EXPECT_EQ(cells.contains(2) && cell(2).startsWith(u"★支給係数  S = 2.600  A = 2.400  "_s), panel);
-            EXPECT_EQ(cell(4), code);
-            EXPECT_EQ(cells.rbegin()->first, people.size() + 3);
+            const auto& [file, grid] = sent_.back();
+            EXPECT_EQ(file, u"2026-12-10_見本商事_正社員賞与／一般社員_賞与支給額"_s);
+            const QStringList lines = sheetLines(grid);
+            EXPECT_EQ(lines[0], title);
+            EXPECT_EQ(lines[1].startsWith(u"★支給係数  S = 2.600  A = 2.400  "_s), panel);
+            EXPECT_TRUE(lines[3].startsWith(code + u'|') && lines[3].endsWith(u"円"_s));
+            EXPECT_EQ(lines.size(), people.size() + 3);
+            EXPECT_TRUE(visible(form, u"SentOpen"_s) && visible(form, u"SentFolder"_s));
         }
     });
 }
@@ -232,7 +233,7 @@ TEST_F(Run, TellsOfASheetThatCannotBeWritten) {
         const auto told = driver_.boxes().size();
         click(form, u"Command5"_s);
         EXPECT_EQ(driver_.boxes().size(), told + 1);
-        EXPECT_FALSE(visible(form, u"Label18"_s));
+        EXPECT_FALSE(visible(form, u"lblSent"_s));
         EXPECT_EQ(form.cursor().shape(), Qt::ArrowCursor);
     });
 }

@@ -14,6 +14,7 @@
 #include "screen_driver.h"
 #include "shell/global_record.h"
 #include "support/company_fixture.h"
+#include "support/sheet_text.h"
 
 namespace {
 
@@ -29,12 +30,13 @@ class Sheets : public testing::Test {
         folder_.makeSample();
         global_.cn_main = folder_.open();
         global_.kijunbi = u"2026/12/10"_s;
+        global_.panels.company = u"見本商事"_s;
         global_.haibun_jikkou_mode = true;
     }
     void sql(const QString& statement) { global_.cn_main->execute(statement); }
     template <class Screen>
     void open(ScreenDriver::Step step) {
-        Screen form(house_, session_, nullptr);
+        Screen form(house_, sheets_, nullptr);
         driver_.run(form, [&](QDialog& screen) {
             step(screen);
             screen.close();
@@ -46,16 +48,10 @@ class Sheets : public testing::Test {
         click(form, button);
     }
     /// The cells of a row of the last sheet, joined.
-    QString line(int row) const {
-        QStringList cells;
-        const auto& rows = sent_.grid->rows();
-        if (const auto found = rows.find(row); found != rows.end())
-            for (const auto& cell : found->second) cells << std::get<QString>(cell.second);
-        return cells.join(u'|');
-    }
-    int people() const { return sent_.grid->rows().rbegin()->first - 3; }
+    QString line(int row) const { return support::sheetLines(sent_).value(row - 1); }
+    int people() const { return sent_.rows().rbegin()->first - 3; }
     static void expectTold(QDialog& form) {
-        const QString told = text(form, u"Label18"_s), before = u"保存しました: "_s;
+        const QString told = text(form, u"lblSent"_s), before = u"保存しました: "_s;
         EXPECT_TRUE(told.startsWith(before) && QFile::exists(told.mid(before.size()))) << told.toStdString();
     }
     void send(QDialog& form, const QString& method) {
@@ -71,10 +67,13 @@ class Sheets : public testing::Test {
     shell::GlobalRecord global_;
     shell::ScreenRegistry screens_;
     shell::House house_{global_, screens_};
-    reports::NamedSheet sent_;
-    reports::ExportSession session_{
-        {folder_.programDir() + u"/out"_s, u"賞与"_s, [] { return QDateTime::currentDateTime(); },
-         [this](const QString&, const std::vector<reports::NamedSheet>& sheets) { sent_ = sheets.front(); }}};
+    reports::SheetGrid sent_;
+    QString name_;
+    const reports::SheetFolder sheets_{{folder_.programDir() + u"/out"_s, [] { return QDate(2026, 12, 20); },
+                                        [this](const QString&, const reports::Sheet& sheet) {
+                                            sent_ = sheet.grid;
+                                            name_ = sheet.name + u'/' + sheet.title + u'/' + sheet.origin;
+                                        }}};
     ScreenDriver driver_;
 };
 
@@ -93,7 +92,7 @@ TEST_F(Sheets, OfTheInputStatusNeedACriterionWithPeopleAndAMethod) {
         EXPECT_EQ(people(),
                   global_.cn_main->query(u"select * from S配分基準対応社員"_s + ofRun).recordCount());
         click(form, u"Option1_1"_s);
-        EXPECT_FALSE(visible(form, u"Label18"_s));
+        EXPECT_FALSE(visible(form, u"lblSent"_s));
         send(form, u"総額配分"_s);
     });
     open<calc::frmSJCheck>([&](QDialog& form) {
@@ -190,9 +189,12 @@ TEST_F(Sheets, OfTheYearAndItsListSetTheDatesSideBySide) {
         click(form, u"Command7"_s);
         click(form, u"Command5"_s);
         expectTold(form);
-        EXPECT_EQ(sent_.name + line(1) + line(2), u"年間支給額年間賞与支給額"_s);
+        EXPECT_EQ(name_,
+                  u"年間支給額/2026-07-10～2026-12-10_見本商事_年間支給額/"
+                  "見本商事　基準日 2026/7/10、2026/12/10　作成日 2026/12/20"_s);
+        EXPECT_EQ(line(1) + line(2), u"年間賞与支給額"_s);
         EXPECT_EQ(line(3), u"社員Code|氏名|2026年7月10日|なし|2026年12月10日|なし|合計"_s);
-        EXPECT_TRUE(line(4).startsWith(u"000001|"_s) && line(4).endsWith(u"|||3,000||5,001"_s));
+        EXPECT_TRUE(line(4).startsWith(u"000001|"_s) && line(4).endsWith(u"|||3000円||5001円"_s));
         EXPECT_EQ(people(), 2);
         click(form, u"Command6"_s);
         type(form, u"DataCombo2"_s, u"いつか"_s);

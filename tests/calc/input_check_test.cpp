@@ -1,6 +1,7 @@
 #include "calc/input_check.h"
 
 #include "prep/run_company.h"
+#include "support/sheet_text.h"
 
 namespace {
 
@@ -29,10 +30,7 @@ class InputCheck : public RunCompany {
         return all;
     }
     QStringList sheet(Houshiki method) {
-        QStringList all;
-        for (const auto& line : calc::inputCheckSheet(cn_, run_, method, u"正社員"_s, u"一般"_s).lines)
-            all << line.join(u'|');
-        return all;
+        return support::sheetLines(calc::inputCheckSheet(cn_, run_, method, u"正社員"_s, u"一般"_s));
     }
 
     const shell::RunKey run_{QDate(2026, 12, 10), u"01"_s, u"02"_s};
@@ -73,18 +71,18 @@ TEST_F(InputCheck, TheSheetShowsWhatStandsInTheTablesAndLeavesNoTrace) {
     const QString head = u"◆正社員／一般◆基礎額・係数の入力状況チェック"_s;
     EXPECT_EQ(sheet(Houshiki::Kojinbetsu),
               (QStringList{head + u"【個人別計算】"_s, QString(),
-                           u"社員Code|氏名|基礎額Ａ|年令|評価|支給係数|合計"_s, u"000009|川|||||"_s,
-                           u"000010|山|1,234,567|1.063|Ａ|2.750|6,543"_s}));
+                           u"社員Code|氏名|基礎額Ａ|年令|評価|支給係数|合計"_s, u"000009|川|||"_s,
+                           u"000010|山|1234567.4999円|1.0625×|Ａ|2.75×|6542.5円"_s}));
     EXPECT_FALSE(cn_.hasTable(u"SJCheck"_s) || cn_.hasTable(u"SJCheck2"_s));
     const QByteArray before = support::dump(cn_);
     EXPECT_EQ(
         sheet(Houshiki::Sougaku),
         (QStringList{head + u"【総額配分】"_s, QString(), u"社員Code|氏名|基礎額Ａ|考課|評価|賞与係数|合計"_s,
-                     u"000009|川||0.000|||"_s, u"000010|山|1,234,567|1,234.500|Ａ|2.000|6,543"_s}));
+                     u"000009|川||0×|"_s, u"000010|山|1234567.4999円|1234.5×|Ａ|2×|6542.5円"_s}));
     expectUnchanged(before);
 
     sql(u"delete from S係数設定"_s);
-    EXPECT_EQ(sheet(Houshiki::Kojinbetsu)[4], u"000010|山|Ａ|2.750|6,543"_s);
+    EXPECT_EQ(sheet(Houshiki::Kojinbetsu)[4], u"000010|山|Ａ|2.75×|6542.5円"_s);
     sql(u"update 履歴書テーブル set 社員Code = '00001A' where 氏名 = '山'"_s);
     sql(u"update S実行総額配分 set 社員Code = '00001A' where 社員Code = '000010'"_s);
     EXPECT_THROW(sheet(Houshiki::Sougaku), store::Error);

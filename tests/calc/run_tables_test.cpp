@@ -2,6 +2,7 @@
 #include "calc/run_budget.h"
 #include "calc/shikyuu_store.h"
 #include "run_fixture.h"
+#include "support/sheet_text.h"
 
 using namespace calctest;
 using calc::PaymentSimulation;
@@ -102,14 +103,12 @@ TEST_F(RunTablesTest, TheListShowsTheStoredAmountsAndTheirTotals) {
     PaymentSimulation panel = grades();
     const QString line = calc::coefficientLineForSheet(panel);
     EXPECT_EQ(calc::coefficientLineForReport(panel), u"支給係数  S=2.500  A=999.000"_s);
-    QStringList lines;
-    for (const auto& cells :
-         calc::resultSheet(u"正社員賞与"_s, u"管理職"_s, line, calc::resultRows(cn(), run)))
-        lines << cells.join(u'|');
-    EXPECT_EQ(lines,
+    EXPECT_EQ(support::sheetLines(
+                  calc::resultSheet(u"正社員賞与"_s, u"管理職"_s, line, calc::resultRows(cn(), run))),
               (QStringList{u"◆正社員賞与／管理職"_s, u"★支給係数  S = 2.500  A = 999.000"_s,
                            u"社員Code|氏名|個人別計算|総額配分|金一封|特別加算金|合計"_s,
-                           u"9|佐藤 一郎||5|7|8|"_s, u"000010|山田 花子|1,234,567|1|7|8|1,234,583"_s}));
+                           u"9|佐藤 一郎||5円|7円|8円"_s,
+                           u"000010|山田 花子|1234567円|0.5円|7円|8円|1234582.5円"_s}));
     panel.uniformCorrected = u"1.500"_s;
     panel.mode = PaymentSimulation::Mode::Uniform;
     EXPECT_EQ(calc::coefficientLineForReport(panel), u"支給係数 = 1.500"_s);

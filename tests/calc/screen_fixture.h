@@ -6,6 +6,7 @@
 #include "reports/frmReport.h"
 #include "reports/workbook.h"
 #include "run_fixture.h"
+#include "support/sheet_text.h"
 
 namespace calctest {
 
@@ -22,9 +23,12 @@ class Calculation : public RunScreens {
   protected:
     Calculation()
         : RunScreens(Content::Sample),
-          session_({folder_.programDir() + u"/out"_s, u"賞与"_s, [] { return kDate.startOfDay(); },
-                    [this](const QString&, const auto& sheets) { sent_.push_back(sheets.front()); }}) {
+          sheets_({folder_.programDir() + u"/out"_s, [] { return kDate; },
+                   [this](const QString&, const reports::Sheet& sheet) {
+                       sent_.push_back({sheet.title, sheet.grid});
+                   }}) {
         global_.kijunbi = u"2026/12/10"_s;
+        global_.panels.company = u"見本商事"_s;
         house_.help = [this](const QString& screen) { help_ = screen; };
         sql(u"delete from Tanka_hasuu"_s);
         sql(u"insert into Tanka_hasuu(単価,端数処理,基準日) values('1','0','2026-12-10')"_s);
@@ -57,7 +61,7 @@ class Calculation : public RunScreens {
     // ---- The screen
 
     void open(ScreenDriver::Step step) {
-        calc::frmSHaibunjikkouK2 form(house_, session_, nullptr);
+        calc::frmSHaibunjikkouK2 form(house_, sheets_, nullptr);
         driver_.run(form, closing(step));
     }
     static void pick(QDialog& form, int criterion) {
@@ -95,9 +99,10 @@ class Calculation : public RunScreens {
     static inline const QDate kDate = sample::newestKijunbi();
     static inline const QString kOfRun = u" where 基準日 = ?1 and 配分区分 = ?2 and 配分基準 = ?3"_s;
     static inline const QString kByCode = u"cast(社員Code as integer)"_s;
-    reports::ExportSession session_;
+    const reports::SheetFolder sheets_;
     QString help_;
-    std::vector<reports::NamedSheet> sent_;  ///< the sheets that went to the writer of workbooks
+    std::vector<std::pair<QString, reports::SheetGrid>>
+        sent_;  ///< the sheets that went to the writer of workbooks
 };
 
 }  // namespace calctest

@@ -129,7 +129,7 @@ TEST_F(Selection, FindsWhoMeetsTheConditionsWhicheverOnesAreAsked) {
                     EXPECT_EQ(text(form, u"Label18"_s), u"対象者数： %1 人"_s.arg(expected.size()));
                 }
             },
-            session_);
+            sheets_);
     }
 }
 
@@ -179,7 +179,7 @@ TEST_F(Selection, TellsWhatCannotBeAskedAndTakesACodeForACompleteCondition) {
                 if (!all) choose(form, u"DataList1"_s, 0);
             }
         },
-        session_);
+        sheets_);
     global_.jinji_mode_joukenn = false;
     global_.jinji_mode_taisyoku = true;
     open<frmJinjiSiborikomi>(
@@ -187,7 +187,7 @@ TEST_F(Selection, TellsWhatCannotBeAskedAndTakesACodeForACompleteCondition) {
             EXPECT_FALSE(visible(form, u"Command4"_s));
             EXPECT_FALSE(enabled(form, u"Command5"_s));  // its screen is not there
         },
-        session_);
+        sheets_);
 }
 
 /// Four people: 000010 in full, 000009 without a sex, 000011 without a transfer, 000012 retired.
@@ -238,7 +238,7 @@ class Lists : public PersonScreens {
     }
     QString line(int row) {
         QStringList texts;
-        const auto& lines = sent_.back().grid->rows();
+        const auto& lines = sent_.back().second.rows();
         if (const auto found = lines.find(row); found != lines.end())
             for (const auto& [column, cell] : found->second) {
                 while (texts.size() < column - 1) texts << QString();
@@ -304,13 +304,14 @@ TEST_F(Lists, ShowThePeopleInHandAsPrintsAndAsSheets) {
             EXPECT_TRUE(head.contains(u"基準日：2026年12月1日"_s) && head.contains(u"見本商事"_s));
             preview.reject();
         };
+        const QString told = each.isSheet ? u"lblSent"_s : u"lblTold"_s;
         const auto send = [&](QDialog& form, const QString& button) {
             if (!each.isSheet) driver_.onScreen(u"frmReport"_s, look);
             click(form, button);
             if (!each.isSheet) return;
-            EXPECT_TRUE(sent_.back().name.startsWith(each.title));
+            EXPECT_TRUE(sent_.back().first.endsWith(each.title)) << sent_.back().first.toStdString();
             for (int row = 0; row <= expected.size(); ++row) EXPECT_EQ(line(row + 1), expected.value(row));
-            EXPECT_TRUE(text(form, u"lblTold"_s).startsWith(u"保存しました: "_s));
+            EXPECT_TRUE(text(form, u"lblSent"_s).startsWith(u"保存しました: "_s));
         };
         open<frmJinjiSiborikomi>(
             [&](QDialog& form) {
@@ -318,13 +319,12 @@ TEST_F(Lists, ShowThePeopleInHandAsPrintsAndAsSheets) {
                 send(form, u"Command4"_s);
                 EXPECT_EQ(read(u"SELECT 社員Code,ID FROM 社員絞込 ORDER BY ID"_s),
                           (QStringList{u"000009|1"_s, u"000010|2"_s, u"000011|3"_s}));
-                EXPECT_TRUE(text(form, u"lblTold"_s).endsWith(each.told));
+                EXPECT_TRUE(text(form, told).endsWith(each.told));
                 choose(form, u"DataList1"_s, 1);
                 send(form, u"Command5"_s);
-                EXPECT_EQ(text(form, u"lblTold"_s).contains(u"一覧に入っていません"_s),
-                          each.told == leftOfFamily);
+                EXPECT_EQ(text(form, told).contains(u"一覧に入っていません"_s), each.told == leftOfFamily);
             },
-            session_);
+            sheets_);
         global_.*each.flag = false;
     }
 }
@@ -354,7 +354,7 @@ TEST_F(Lists, OfTheRetiredAndTheWayBack) {
             });
             click(form, u"Command4"_s);
         },
-        session_);
+        sheets_);
     global_.jinji_mode_taisyokusya = false;
     global_.jinji_mode_fukkatsu = true;
     open<frmJinjiSiborikomi2>(
@@ -380,7 +380,7 @@ TEST_F(Lists, OfTheRetiredAndTheWayBack) {
             EXPECT_EQ(flag(), u"False|-"_s);
             EXPECT_EQ(text(form, u"Label1"_s), u"対象者数： 0 人"_s);
         },
-        session_);
+        sheets_);
 }
 
 }  // namespace

@@ -45,10 +45,11 @@ class PersonScreens : public ::testing::Test {
     shell::GlobalRecord global_;
     shell::ScreenRegistry screens_;
     shell::House house_{global_, screens_};
-    std::vector<reports::NamedSheet> sent_;
-    reports::ExportSession session_{
-        {folder_.programDir() + u"/out"_s, u"人事"_s, [] { return QDate(2026, 12, 1).startOfDay(); },
-         [this](const QString&, const auto& sheets) { sent_.push_back(sheets.front()); }}};
+    std::vector<std::pair<QString, reports::SheetGrid>> sent_;  ///< files' titles and what went into them
+    const reports::SheetFolder sheets_{{folder_.programDir() + u"/out"_s, [] { return QDate(2026, 12, 1); },
+                                        [this](const QString&, const reports::Sheet& sheet) {
+                                            sent_.push_back({sheet.title, sheet.grid});
+                                        }}};
     ScreenDriver driver_;
 };
 
