@@ -2,6 +2,7 @@
 
 #include "calc/run_rows.h"
 #include "criteria/run_filter.h"
+#include "store/catalog.h"
 
 namespace calc {
 namespace {
@@ -29,15 +30,26 @@ std::optional<Setup> readSetup(store::Connection& connection, const shell::RunKe
     return Setup{row.value(0), row.value(1), coefficientText(row, 2)};
 }
 
+/// A row over all columns behind the counter; the set-up that they come from is written by a companion.
+void insert(store::Connection& connection, const QString& name, const store::Binds& values) {
+    const store::Table& table = store::tableNamed(name);
+    QStringList columns;
+    for (std::size_t i = 1; i < table.columns.size(); ++i) columns << table.columns[i].name;
+    const QStringList marks(columns.size(), QStringLiteral("?"));
+    connection
+        .prepare(
+            QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(name, columns.join(u','), marks.join(u',')))
+        .into(table, columns)
+        .bindAll(values)
+        .run();
+}
+
 void storeUniform(store::Connection& connection, const shell::RunKey& run, const QString& text4) {
     const auto setup = readSetup(connection, run);
     if (!setup) throwNoCurrentRow();
-    connection.execute(
-        QStringLiteral(
-            "INSERT INTO Sshikyuukeisuu(配分区分, 配分基準, 設定方法, 評語タイプ, 一律係数, 基準日)"
-            " VALUES(?, ?, ?, ?, ?, ?)"),
-        {run.haibunKubun, run.haibunKijun, setup->method, setup->hyougoType,
-         text4.isEmpty() ? 1.0 : coefficientOfText(text4), run.kijunbi});
+    insert(connection, QString::fromUtf16(store::tables::Sshikyuukeisuu::kName),
+           {run.haibunKubun, run.haibunKijun, setup->method, setup->hyougoType,
+            text4.isEmpty() ? 1.0 : coefficientOfText(text4), run.kijunbi});
 }
 
 void storeGrade(store::Connection& connection, const shell::RunKey& run, const PanelGrade& grade) {
@@ -46,11 +58,9 @@ void storeGrade(store::Connection& connection, const shell::RunKey& run, const P
                                           "配分基準 = ? AND 評価Code = ? ORDER BY ID LIMIT 1"));
     row.bindAll({run.haibunKubun, run.haibunKijun, grade.hyoukaCode});
     if (!row.step()) throwNoCurrentRow();
-    connection.execute(
-        QStringLiteral("INSERT INTO SshikyuukeisuuHA(配分区分, 配分基準, 評価, 支給係数, 評価Code, 基準日)"
-                       " VALUES(?, ?, ?, ?, ?, ?)"),
-        {run.haibunKubun, run.haibunKijun, row.value(0), coefficientOfText(grade.corrected), grade.hyoukaCode,
-         run.kijunbi});
+    insert(connection, QString::fromUtf16(store::tables::SshikyuukeisuuHA::kName),
+           {run.haibunKubun, run.haibunKijun, row.value(0), coefficientOfText(grade.corrected),
+            grade.hyoukaCode, run.kijunbi});
 }
 
 /// The names of 評価係数 in the individual calculation's set-up: one row means that it acts.

@@ -272,17 +272,21 @@ using Step = std::function<void(store::Connection&, const Reference&)>;
 
 void rename(store::Connection& cn, const Reference& reference, const CodeKey& from, const CodeKey& to,
             const QString& shimei) {
-    QString set = columnName(reference, reference.column) + QStringLiteral(" = ?");
+    QStringList columns{columnName(reference, reference.column)};
     store::Binds binds{to.code};
     const auto also = [&](int column, const QString& value) {
-        set += QStringLiteral(", %1 = ?").arg(columnName(reference, column));
+        columns << columnName(reference, column);
         binds.push_back(value);
     };
     if (reference.parentColumn >= 0 && from.parent != to.parent) also(reference.parentColumn, to.parent);
     if (reference.nameColumn >= 0 && !shimei.isEmpty()) also(reference.nameColumn, shimei);
     const Where where = rowsOf(reference, from);
     binds.insert(binds.end(), where.binds.begin(), where.binds.end());
-    cn.execute(QStringLiteral("update %1 set %2%3").arg(reference.table->name, set, where.text), binds);
+    const QString sets = columns.join(QStringLiteral(" = ?, ")) + QStringLiteral(" = ?");
+    cn.prepare(QStringLiteral("update %1 set %2%3").arg(reference.table->name, sets, where.text))
+        .into(*reference.table, columns)
+        .bindAll(binds)
+        .run();
 }
 
 void remove(store::Connection& cn, const Reference& reference, const CodeKey& key) {

@@ -6,6 +6,7 @@
 
 #include "criteria/run_filter.h"
 #include "prep/auto_item.h"
+#include "store/catalog.h"
 
 namespace prep {
 namespace {
@@ -106,7 +107,10 @@ void storeResults(store::Connection& cn, RunTable table, const std::vector<Evalu
         known->single &= known->id == result.id;
         known->hyouka = &result.hyouka;
     }
-    auto update = cn.prepare(QStringLiteral("UPDATE %1 SET 評価 = ? WHERE ID = ?").arg(runTableName(table)));
+    // The companion that recorded the results keeps widths of its own.
+    const QString name = runTableName(table);
+    auto update = cn.prepare(QStringLiteral("UPDATE %1 SET 評価 = ? WHERE ID = ?").arg(name));
+    update.into(store::tableNamed(name), {QStringLiteral("評価")});
     for (const Last& last : people)
         if (last.single) update.bind(1, *last.hyouka).bind(2, last.id).run();
 }

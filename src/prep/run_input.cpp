@@ -6,6 +6,7 @@
 
 #include "criteria/run_filter.h"
 #include "prep/criterion_snapshot.h"
+#include "store/catalog.h"
 
 namespace prep {
 namespace {
@@ -180,6 +181,7 @@ std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey
     const store::TypeKind kind = kindOf(table, target.column);
     store::Statement update =
         cn.prepare(QStringLiteral("UPDATE %1 SET %2 = ? WHERE ID = ?").arg(table, target.column));
+    update.into(store::tableNamed(table), {target.column});
     for (std::size_t i = 0; i < rows.size(); ++i)
         update.bind(1, stored(rows[i].text, kind)).bind(2, there.ids[i]).run();
     return {};

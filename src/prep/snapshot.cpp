@@ -151,8 +151,11 @@ QString bonusTextOf(store::Connection& cn, QDate kijunbi) {
 }
 
 void storeBonusText(store::Connection& cn, QDate kijunbi, const QString& text) {
-    cn.execute(QStringLiteral("UPDATE Sデータ取込年月日運用 SET 賞与の内容 = ? WHERE 基準日 = ?"),
-               {text.isEmpty() ? store::Value() : store::Value(text), kijunbi});
+    cn.prepare(QStringLiteral("UPDATE Sデータ取込年月日運用 SET 賞与の内容 = ? WHERE 基準日 = ?"))
+        .into(store::tableNamed(dateTable(Side::Jikkou)), {QStringLiteral("賞与の内容")})
+        .bind(1, text.isEmpty() ? store::Value() : store::Value(text))
+        .bind(2, kijunbi)
+        .run();
 }
 
 DateContents contentsOf(store::Connection& cn, QDate kijunbi) {

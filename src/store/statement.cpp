@@ -3,9 +3,11 @@
 #include <sqlite3.h>
 
 #include <QStringConverter>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include "store/catalog.h"
 #include "store/connection.h"
 #include "store/date_text.h"
 #include "store/error.h"
@@ -48,12 +50,14 @@ Statement::Statement(Connection& connection, sqlite3_stmt* stmt)
 Statement::Statement(Statement&& other) noexcept
     : connection_(other.connection_),
       stmt_(std::exchange(other.stmt_, nullptr)),
-      types_(std::move(other.types_)) {}
+      types_(std::move(other.types_)),
+      targets_(std::move(other.targets_)) {}
 
 Statement& Statement::operator=(Statement&& other) noexcept {
     std::swap(connection_, other.connection_);
     std::swap(stmt_, other.stmt_);
     std::swap(types_, other.types_);
+    std::swap(targets_, other.targets_);
     return *this;
 }
 
@@ -69,58 +73,70 @@ void Statement::requireValue(int column) const {
     if (isNull(column)) throwNull();
 }
 
-Statement& Statement::bind(int parameter, const Value& value) {
-    switch (value.kind()) {
-        case Value::Kind::Null:
-            return bindNull(parameter);
-        case Value::Kind::Boolean:
-            return bind(parameter, value.toBool());
-        case Value::Kind::Integer:
-            return bind(parameter, value.toInteger());
-        case Value::Kind::Double:
-            return bind(parameter, value.toDouble());
-        case Value::Kind::Money:
-            return bind(parameter, value.toMoney());
-        case Value::Kind::Date:
-            return bind(parameter, value.toDate());
-        case Value::Kind::Text:
-            return bind(parameter, value.toText());
+Statement& Statement::into(const Table& table, const QStringList& columns) {
+    Q_ASSERT(columns.size() <= sqlite3_bind_parameter_count(stmt_));
+    targets_.clear();
+    for (const QString& name : columns) {
+        const auto column = std::find_if(table.columns.begin(), table.columns.end(),
+                                         [&](const Column& known) { return known.name == name; });
+        Q_ASSERT_X(column != table.columns.end(), "into", "no such column");
+        targets_.push_back(column->type);
     }
     return *this;
 }
 
-Statement& Statement::bind(int parameter, double value) {
+Statement& Statement::bind(int parameter, const Value& value) {
+    return bindKept(parameter, value);
+}
+
+void Statement::put(int parameter, const Value& value) {
+    switch (value.kind()) {
+        case Value::Kind::Null:
+            bindNull(parameter);
+            break;
+        case Value::Kind::Boolean:
+            return put(parameter, value.toBool());
+        case Value::Kind::Integer:
+            return put(parameter, value.toInteger());
+        case Value::Kind::Double:
+            return put(parameter, value.toDouble());
+        case Value::Kind::Money:
+            return put(parameter, value.toMoney());
+        case Value::Kind::Date:
+            return put(parameter, value.toDate());
+        case Value::Kind::Text:
+            return put(parameter, value.toText());
+    }
+}
+
+void Statement::put(int parameter, double value) {
     if (!std::isfinite(value)) throwOverflow();
     check(sqlite3_bind_double(stmt_, parameter, value));
-    return *this;
 }
 
-Statement& Statement::bind(int parameter, Money value) {
-    return bind(parameter, value.raw());
-}
-
-Statement& Statement::bind(int parameter, qint64 value) {
+void Statement::put(int parameter, qint64 value) {
     check(sqlite3_bind_int64(stmt_, parameter, value));
-    return *this;
 }
 
-Statement& Statement::bind(int parameter, QDate value) {
-    if (!value.isValid()) return bindNull(parameter);
+void Statement::put(int parameter, QDate value) {
+    if (!value.isValid()) {
+        bindNull(parameter);
+        return;
+    }
     char text[11];
     int rest = value.year();
     for (int i = 3; i >= 0; --i, rest /= 10) text[i] = static_cast<char>('0' + rest % 10);
-    const auto put = [&text](int at, int number) {
+    const auto append = [&text](int at, int number) {
         text[at] = '-';
         text[at + 1] = static_cast<char>('0' + number / 10);
         text[at + 2] = static_cast<char>('0' + number % 10);
     };
-    put(4, value.month());
-    put(7, value.day());
+    append(4, value.month());
+    append(7, value.day());
     check(sqlite3_bind_text(stmt_, parameter, text, 10, SQLITE_TRANSIENT));
-    return *this;
 }
 
-Statement& Statement::bind(int parameter, const QString& value) {
+void Statement::put(int parameter, const QString& value) {
     // Names and codes are short: encode on the stack, the engine copies into its own buffer.
     constexpr qsizetype kShort = 128;
     if (value.size() <= kShort) {
@@ -128,12 +144,11 @@ Statement& Statement::bind(int parameter, const QString& value) {
         QStringEncoder toUtf8(QStringEncoder::Utf8);
         const char* end = toUtf8.appendToBuffer(buffer, value);
         check(sqlite3_bind_text(stmt_, parameter, buffer, static_cast<int>(end - buffer), SQLITE_TRANSIENT));
-        return *this;
+        return;
     }
     const QByteArray utf8 = value.toUtf8();
     check(sqlite3_bind_text64(stmt_, parameter, utf8.constData(), static_cast<sqlite3_uint64>(utf8.size()),
                               SQLITE_TRANSIENT, SQLITE_UTF8));
-    return *this;
 }
 
 Statement& Statement::bind(int parameter, const char16_t* value) {

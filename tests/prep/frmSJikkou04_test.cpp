@@ -143,6 +143,13 @@ TEST_F(EvaluationImport, SavesAllOrNothing) {
         click(form, kNext);
         expectUnchanged(before);
         repairWrites();
+        sql(u"UPDATE Ｈ評価実績 SET 評価 = 'ABC' WHERE 社員Code = ?"_s, {codes_[3]});
+        const QByteArray tooLong = dump(cn_);
+        driver_.expectBox(both_[0], kNotice);
+        expectRollback();
+        click(form, kNext);
+        expectUnchanged(tooLong);
+        sql(u"UPDATE Ｈ評価実績 SET 評価 = 'D' WHERE 社員Code = ?"_s, {codes_[3]});
         const auto fail = [&](QDialog& grid) {
             press(grid, Qt::Key_B);  // the first one's A
             breakWrites(poolFails);

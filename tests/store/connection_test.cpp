@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "store/catalog.h"
 #include "support/fault_vfs.h"
 #include "support/store_probe.h"
 
@@ -169,6 +170,36 @@ TEST_F(Store, SortsCodesByNumberAndRaisesOnOthers) {
     EXPECT_EQ(reasonOf([&] { cn.query(u"select Clng(コード) from t"_s); }), Reason::Type);
     EXPECT_EQ(reasonOf([&] { sorted.requery(); }), Reason::Type);
     EXPECT_EQ(sorted.recordCount(), 12);
+}
+
+// What a screen, a file or a companion hands to a prepared write is kept as a recordset keeps it.
+TEST_F(Store, BindsIntoColumnsByTheirTypeAndWidth) {
+    const store::Table& table = store::tableNamed(u"S実行個人別計算"_s);
+    Connection cn = create(u"t"_s, 0);
+    cn.execute(store::createStatements(table).first());
+    const QStringList columns{u"評価"_s, u"基準日"_s, u"基礎額Ａ"_s, u"年齢係数"_s};
+    auto insert = cn.prepare(u"insert into S実行個人別計算(評価,基準日,基礎額Ａ,年齢係数) values(?,?,?,?)"_s);
+    insert.into(table, columns).bindAll({12, u"2026/12/10", u"1,234.5", Money::fromRaw(15000)}).run();
+    EXPECT_EQ(one(cn,
+                  u"select count(*) from S実行個人別計算 where 評価='12' and 基準日='2026-12-10' and "
+                  "基礎額Ａ=12345000 and 年齢係数=1.5"_s),
+              1);
+    store::Recordset rows = cn.open({table.name, {}, {}, {}});
+    const struct {
+        int parameter;
+        Value value;
+        Reason reason;
+    } refused[] = {{1, u"ABC", Reason::Type},
+                   {1, 123, Reason::Type},
+                   {2, u"13/40", Reason::Type},
+                   {3, 1e30, Reason::Overflow},
+                   {4, u"三", Reason::Type}};
+    for (const auto& [parameter, value, reason] : refused) {
+        EXPECT_EQ(reasonOf([&] { insert.bind(parameter, value); }), reason) << parameter;
+        EXPECT_EQ(reasonOf([&] { rows.setValue(columns[parameter - 1], value); }), reason) << parameter;
+    }
+    EXPECT_EQ(reasonOf([&] { insert.bind(1, u"ＡＢＣ"_s); }), Reason::Type);
+    EXPECT_EQ(reasonOf([&] { insert.bind(1, 100.5); }), Reason::Type);
 }
 
 TEST_F(Store, ReadsAndBindsByType) {
