@@ -89,6 +89,12 @@ bool frmKaisha::masterInUse(int number) {
 bool frmKaisha::checkField(int index) {
     auto* edit = txtFields_[std::size_t(index)];
     if (!check_field(this, edit->text(), item(index).bytes, true, item(index).label)) return false;
+    if (index == t::会社名 && edit->text() == kNoCompanyPrompt) {
+        // The status bar shows it while no company is open; that is how the program tells the two apart.
+        tell(this, u"「%1」は会社名に使用できません。 ･･･会社名"_s.arg(kNoCompanyPrompt), u"入力エラー"_s,
+             BoxIcon::Critical);
+        return false;
+    }
     if (index < t::自由マスタ1 || !(edit->text().isEmpty() || edit->text() == kUnused)) return true;
     if (masterInUse(index - t::自由マスタ1 + 1)) {
         tell(this, u"使用中のデータがあるため未設定は許されません。"_s, u"入力エラー"_s, BoxIcon::Critical);

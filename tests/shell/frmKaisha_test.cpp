@@ -21,6 +21,8 @@ TEST_F(OverMain, TheCompanyGetsItsNameAndTheNamesOfItsAttributes) {
         } refused[] = {
             {0, u"x"_s.repeated(31), u"項目の長さ(31)が制限(30)を越えています。 ･･･会社名"_s,
              u"入力のエラー"_s},
+            {0, kNoCompanyPrompt, u"「処理する会社を指定してください」は会社名に使用できません。 ･･･会社名"_s,
+             u"入力エラー"_s},
             {2, u"a'"_s, u"項目中に ' を含むことはできません。 ･･･所在地１"_s, u"入力のエラー"_s},
             {7, {}, u"使用中のデータがあるため未設定は許されません。"_s, u"入力エラー"_s},
             {7, u"未設定"_s, u"使用中のデータがあるため未設定は許されません。"_s, u"入力エラー"_s}};
