@@ -1,5 +1,6 @@
 #include "store/links.h"
 
+#include <QFileInfo>
 #include <map>
 #include <vector>
 
@@ -48,7 +49,8 @@ class Targets {
             found = tables_.emplace(path, dao_db_.tables(attachFile(dao_db_, path))).first;
         if (!found->second.contains(table, Qt::CaseInsensitive))
             throw Error(Error::Reason::Engine,
-                        QStringLiteral("リンク先にテーブル「%1」が見つかりません。").arg(table));
+                        QStringLiteral("リンク先「%1」にテーブル「%2」が見つかりません。")
+                            .arg(QFileInfo(path).fileName(), table));
     }
 
   private:

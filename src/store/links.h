@@ -17,8 +17,8 @@ QString linkText(const QString& path);
 
 /// Rewrites the link table of the bonus database `dao_db` for one pass: every link of the pass's list gets
 /// the connection text ";DATABASE=<target>;PWD=…", and each is checked to be a real table of the target.
-/// Stops at the first failure: false, and `link_error_text` := "<table name> : <description>"; links visited
-/// before stay rewritten. The target stays attached to `dao_db`.
+/// Stops at the first failure: false, and `link_error_text` := "<table name> : <description, which names the
+/// file>"; links visited before stay rewritten. The target stays attached to `dao_db`.
 bool refresh_links(Connection& dao_db, const QString& link_saki_path, LinkPass pass,
                    QString& link_error_text);
 

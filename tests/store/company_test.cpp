@@ -113,13 +113,22 @@ TEST_F(Company, LinksStopAtTheFirstFailure) {
     dao_db.execute(u"update Sリンクテーブル set 接続='MS Access;旧'"_s);
     QString error;
     EXPECT_FALSE(refresh_links(dao_db, path(File::Kihon), LinkPass::Kihon, error));
-    EXPECT_EQ(error, u"採用区分マスタ : リンク先にテーブル「採用区分マスタ」が見つかりません。"_s);
+    EXPECT_EQ(
+        error,
+        u"採用区分マスタ : リンク先「ひなた 商会基本db.mdb」にテーブル「採用区分マスタ」が見つかりません。"_s);
     EXPECT_EQ(
         text(dao_db,
              u"select ID from Sリンクテーブル where 接続 like ';DATABASE=%ひなた 商会基本db.mdb;PWD=%;'"_s),
         u"7 8"_s);
     EXPECT_FALSE(refresh_links(dao_db, path(File::Hyouka) + u'x', LinkPass::Kihon, error));
     EXPECT_TRUE(error.startsWith(u"資格・免許マスタ : "_s)) << error.toStdString();
+    {  // another company's password
+        Connection other(path(File::Hyouka) + u'y', u"他"_s, Connection::Mode::Create);
+        other.execute(u"create table t(a)"_s);
+    }
+    EXPECT_FALSE(refresh_links(dao_db, path(File::Hyouka) + u'y', LinkPass::Kihon, error));
+    EXPECT_TRUE(error.startsWith(u"資格・免許マスタ : 「ひなた 商会評価db.mdby」："_s))
+        << error.toStdString();
     // Without the wage file its links simply stay.
     QFile::remove(path(File::Chingin));
     EXPECT_EQ(openReason(), std::nullopt);
