@@ -53,8 +53,18 @@ void FormTransaction::commit() {
     if (nested_)
         cn_.execute(kRelease);
     else
-        cn_.commitTrans();
+        commitOutermost();
     open_ = false;
+}
+
+/// Where nobody knows whether it stands, it is not told as taken back.
+void FormTransaction::commitOutermost() {
+    try {
+        cn_.commitTrans();
+    } catch (const store::Error& error) {
+        open_ = error.reason() != store::Error::Reason::CommitUnknown;
+        throw;
+    }
 }
 
 void FormTransaction::rollback() {

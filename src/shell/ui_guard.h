@@ -22,6 +22,7 @@ class FormTransaction {
     void rollback();
 
   private:
+    void commitOutermost();
     store::Connection& cn_;
     Reserve reserve_;
     bool open_ = false;

@@ -2,7 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <QDir>
 #include <QFileInfo>
+#include <QtEndian>
 #include <optional>
 
 #include "store/sql_functions.h"
@@ -147,7 +149,11 @@ void Connection::verify(const QString& schema, const QString& path) {
 
 void Connection::attach(const QString& path, const QString& schema, const QString& passphrase) {
     requireFile(path);
-    execute(QStringLiteral("ATTACH ? AS ? KEY ?"), {path, schema, passphrase});
+    try {
+        execute(QStringLiteral("ATTACH ? AS ? KEY ?"), {path, schema, passphrase});
+    } catch (const Error& error) {
+        throw Error(error.reason(), fileLabel(path) + u'：' + error.text());
+    }
     try {
         verify(schema, path);
     } catch (...) {
@@ -183,7 +189,62 @@ void Connection::beginTrans() {
 }
 
 void Connection::commitTrans() {
-    executeScript(QStringLiteral("COMMIT"));
+    finish("COMMIT");
+}
+
+void Connection::finish(const char* sql) {
+    const std::vector<quint32> counters = changeCounters();
+    const QStringList journals = commonJournals();
+    const int code = sqlite3_exec(db_, sql, nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK) return;
+    const Error error = errorOf(code);
+    // Open still: nothing is written, the caller rolls back.
+    if (inTransaction()) throw error;
+    // The engine ended the transaction: before or behind the moment that makes it stand?
+    if (!settle()) {
+        // What waits for its common journal, or for its own where there is one file only, is rolled back when
+        // the files can be written again.
+        const bool alone = schemas().size() == 1 && QFileInfo::exists(path_ + QStringLiteral("-journal"));
+        if (alone || commonJournals() != journals) throw error;
+        throw Error(Error::Reason::CommitUnknown,
+                    QStringLiteral("処理の最後にエラーが発生し、登録されたかどうかを確認できません。\n"
+                                   "会社を指定し直して、内容を確認してください。"));
+    }
+    // All files go together: one that was changed tells for all.
+    if (changeCounters() == counters) throw error;
+}
+
+/// The engine counts the changes of a file in its header, in the same write as the changes themselves. Read
+/// past the cache: what stands in the files is asked here. A file that can't be read counts as 0.
+std::vector<quint32> Connection::changeCounters() const {
+    constexpr sqlite3_int64 kOffset = 24;
+    std::vector<quint32> counters;
+    for (const QString& schema : schemas()) {
+        sqlite3_file* file = nullptr;
+        unsigned char bytes[4] = {};
+        sqlite3_file_control(db_, schema.toUtf8().constData(), SQLITE_FCNTL_FILE_POINTER, &file);
+        const bool read =
+            file && file->pMethods && file->pMethods->xRead(file, bytes, sizeof bytes, kOffset) == SQLITE_OK;
+        counters.push_back(read ? qFromBigEndian<quint32>(bytes) : 0);
+    }
+    return counters;
+}
+
+/// The journals that bind the files of one transaction together; their removal makes it stand.
+QStringList Connection::commonJournals() const {
+    const QFileInfo main(path_);
+    return main.dir().entryList({main.fileName() + QStringLiteral("-mj*")}, QDir::Files);
+}
+
+/// A read of every file rolls back what is to be rolled back; false when that fails.
+bool Connection::settle() {
+    try {
+        for (const QString& schema : schemas())
+            query(QStringLiteral("select count(*) from %1.sqlite_schema").arg(quoted(schema)));
+        return true;
+    } catch (const Error&) {
+        return false;
+    }
 }
 
 void Connection::rollbackTrans() {

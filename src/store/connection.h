@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "store/error.h"
 #include "store/recordset.h"
@@ -42,6 +43,9 @@ class Connection {
 
     /// BEGIN IMMEDIATE: reserves every attached file.
     void beginTrans();
+    /// Returns when the transaction stands. An error at the very end of a commit comes when everything is
+    /// written already: then this returns too. Throws while the transaction is open or was rolled back, and
+    /// Error(CommitUnknown) where the files can't be read to find out.
     void commitTrans();
     void rollbackTrans();
     bool inTransaction() const;
@@ -58,6 +62,10 @@ class Connection {
   private:
     void open(const QString& path, const QString& passphrase, Mode mode);
     void verify(const QString& schema, const QString& path);
+    void finish(const char* sql);  ///< commitTrans() with the statement that ends the outermost transaction
+    std::vector<quint32> changeCounters() const;
+    QStringList commonJournals() const;
+    bool settle();
     Error errorOf(int code) const;
     [[noreturn]] void fail(int code) const;
     friend class Statement;

@@ -10,16 +10,17 @@ namespace store {
 class Error : public std::runtime_error {
   public:
     enum class Reason {
-        Engine,    ///< any other failure of the storage engine
-        NotOpen,   ///< the file cannot be opened (missing, a folder without rights, not keyed with our
-                   ///< password)
-        Locked,    ///< another connection holds the file
-        ReadOnly,  ///< the file or its folder cannot be written
-        DiskFull,  ///< no room left
-        Damaged,   ///< the file is no database or is damaged
-        Conflict,  ///< optimistic update: the row was changed or removed since it was read
-        Type,      ///< a value does not fit its column or its use (Null, no number, no date, too long)
-        Overflow,  ///< a number beyond its type
+        Engine,         ///< any other failure of the storage engine
+        NotOpen,        ///< the file cannot be opened (missing, a folder without rights, not keyed with our
+                        ///< password)
+        Locked,         ///< another connection holds the file
+        ReadOnly,       ///< the file or its folder cannot be written
+        DiskFull,       ///< no room left
+        Damaged,        ///< the file is no database or is damaged
+        CommitUnknown,  ///< a commit failed and the files can't be read to learn whether it stands
+        Conflict,       ///< optimistic update: the row was changed or removed since it was read
+        Type,           ///< a value does not fit its column or its use (Null, no number, no date, too long)
+        Overflow,       ///< a number beyond its type
         DivideByZero,
     };
     Error(Reason reason, const QString& text)

@@ -456,7 +456,10 @@ void Recordset::updateBatch() {
     connection.executeScript(QStringLiteral("SAVEPOINT batch"));
     try {
         d_->writeBatch(rowids);
-        connection.executeScript(QStringLiteral("RELEASE batch"));
+        if (outermost)
+            connection.finish("RELEASE batch");
+        else
+            connection.executeScript(QStringLiteral("RELEASE batch"));
     } catch (...) {
         d_->prepared.clear();
         undoBatch(connection, outermost);

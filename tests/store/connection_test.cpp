@@ -110,6 +110,9 @@ TEST_F(Store, OneTransactionCoversAllFiles) {
         cn.execute(u"delete from t"_s);
         EXPECT_EQ(cn.execute(u"delete from u"_s), 3);
     }
+    const auto total = [](Connection& each) {
+        return one(each, u"select sum(t.額)+sum(u.額) from t join u using(ID)"_s);
+    };
     // A failure of any write of the transaction leaves both files as they were, also for the next program.
     const auto raise = [&] {
         store::Transaction transaction(cn);
@@ -127,10 +130,29 @@ TEST_F(Store, OneTransactionCoversAllFiles) {
         EXPECT_FALSE(cn.inTransaction());
         EXPECT_TRUE(!failed || *reason == (full ? Reason::DiskFull : Reason::Engine));
         for (Connection* each : {&cn, &watcher})  // 1 + 2 + 3 yen in each file, one more for each row
-            EXPECT_EQ(one(*each, u"select sum(t.額)+sum(u.額) from t join u using(ID)"_s),
-                      failed ? 120000 : 180000);
+            EXPECT_EQ(total(*each), failed ? 120000 : 180000);
         ASSERT_TRUE(failed ? n < 200 : n > 4);
     }
+    // The removal of a journal is what makes a commit stand. Where it fails, what is told is what both
+    // programs read: a commit that stands is none that failed.
+    using Removal = FaultVfs::Removal;
+    bool told[3] = {};
+    for (const Removal kind : {Removal::Fails, Removal::IsDone, Removal::IsLast})
+        for (qint64 n = 1; n <= 3; ++n) {
+            SCOPED_TRACE(n + 10 * int(kind));
+            const qint64 before = total(watcher);
+            FaultVfs::armRemoval(n, kind);
+            const auto reason = reasonOf(raise);
+            FaultVfs::disarm();
+            const bool unknown = reason == Reason::CommitUnknown;
+            told[unknown ? 2 : reason.has_value()] = true;
+            EXPECT_FALSE(cn.inTransaction());
+            const qint64 after = unknown ? total(watcher) : reason ? before : before + 60000;
+            for (Connection* each : {&cn, &watcher}) EXPECT_EQ(total(*each), after);
+            for (const QString& table : {u"t"_s, u"u"_s})  // never one file without the other
+                EXPECT_EQ(one(watcher, u"select sum(額) from "_s + table) * 2, after);
+        }
+    EXPECT_TRUE(told[0] && told[1] && told[2]);
 }
 
 TEST_F(Store, SortsCodesByNumberAndRaisesOnOthers) {

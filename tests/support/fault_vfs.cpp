@@ -14,6 +14,8 @@ constexpr const char* kName = "mint-fault";
 std::atomic<qint64> failAt{std::numeric_limits<qint64>::max()};
 std::atomic<qint64> counted{0};
 std::atomic<int> failure{SQLITE_IOERR_WRITE};
+std::atomic<qint64> removalsLeft{0};
+std::atomic<FaultVfs::Removal> removal{};
 
 /// The file system of the machine, and how it writes into any file.
 sqlite3_vfs* machine = nullptr;
@@ -36,6 +38,20 @@ int openFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int*
     return code;
 }
 
+int removeFile(sqlite3_vfs*, const char* name, int syncFolder) {
+    using Removal = FaultVfs::Removal;
+    if (removalsLeft == 0 || (removalsLeft > 0 && --removalsLeft > 0))
+        return machine->xDelete(machine, name, syncFolder);
+    const Removal now = removal;
+    if (now == Removal::IsLast) {
+        removal = Removal::Fails;
+        removalsLeft = -1;  // all from now on
+    }
+    if (now == Removal::Fails) return SQLITE_IOERR_DELETE;
+    const int code = machine->xDelete(machine, name, syncFolder);
+    return code == SQLITE_OK ? SQLITE_IOERR_DIR_FSYNC : code;
+}
+
 }  // namespace
 
 void FaultVfs::install() {
@@ -47,6 +63,7 @@ void FaultVfs::install() {
         vfs.pNext = nullptr;
         vfs.zName = kName;
         vfs.xOpen = openFile;
+        vfs.xDelete = removeFile;
         return sqlite3_vfs_register(&vfs, 0) == SQLITE_OK && sqlite3mc_vfs_create(kName, 1) == SQLITE_OK;
     }();
     if (!installed) throw std::runtime_error("no faulty file system");
@@ -58,10 +75,16 @@ void FaultVfs::armWrite(qint64 n, Kind kind) {
     failAt = n;
 }
 
+void FaultVfs::armRemoval(qint64 n, Removal kind) {
+    removal = kind;
+    removalsLeft = n;
+}
+
 qint64 FaultVfs::writes() {
     return counted;
 }
 
 void FaultVfs::disarm() {
     failAt = std::numeric_limits<qint64>::max();
+    removalsLeft = 0;
 }

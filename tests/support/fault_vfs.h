@@ -11,6 +11,10 @@ class FaultVfs {
     static void install();
     /// From now on the n-th write (from 1, over all files) fails, and every later one until disarm().
     static void armWrite(qint64 n, Kind kind);
+    /// The n-th removal of a file (from 1) fails, or is done and told as failed all the same (a folder that
+    /// can't be synced), or is so and the last one that is done.
+    enum class Removal { Fails, IsDone, IsLast };
+    static void armRemoval(qint64 n, Removal kind);
     /// Writes since the last armWrite, the failed ones included.
     static qint64 writes();
     static void disarm();
