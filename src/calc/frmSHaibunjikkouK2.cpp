@@ -17,6 +17,7 @@
 #include "criteria/ui_criterion_picker.h"
 #include "reports/frmChart.h"
 #include "reports/frmReport.h"
+#include "reports/ui_list_title.h"
 #include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
 #include "shell/global_record.h"
@@ -667,9 +668,8 @@ void frmSHaibunjikkouK2::Command4_Click() {
         picker_->takeSelection();
         setHourglass();
         const auto rows = freshResultRows(cn(), *run_);
-        auto* preview =
-            resultPreview(rows, resultTitle(house_.global.haibun_kubun_mei, house_.global.haibun_kijun_mei),
-                          coefficientLineForReport(simulation()), !panel_->isHidden(), this);
+        auto* preview = resultPreview(rows, house_.global, coefficientLineForReport(simulation()),
+                                      !panel_->isHidden(), this);
         preview->offerCharts([this] { return chartsOfRun(cn(), *run_); });
         setDefaultPointer();
         showChild(preview);
@@ -683,7 +683,7 @@ void frmSHaibunjikkouK2::Command5_Click() {
         const auto rows = freshResultRows(cn(), *run_);
         const auto sheet = resultSheet(house_.global.haibun_kubun_mei, house_.global.haibun_kijun_mei,
                                        coefficientLineForSheet(simulation()), rows);
-        sent_->tell(sheets_.send(sheet, titleOfRun(house_.global, QStringLiteral("賞与支給額"))));
+        sent_->tell(sheets_.send(sheet, reports::titleOfRun(house_.global, QStringLiteral("賞与支給額"))));
         fitWindow(panel_->isHidden() ? kClosedWidth : kOpenWidth);
     });
 }

@@ -11,6 +11,7 @@
 #include "calc/input_check.h"
 #include "calc/ui_result_output.h"
 #include "criteria/ui_criterion_picker.h"
+#include "reports/ui_list_title.h"
 #include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
 #include "shell/global_record.h"
@@ -211,7 +212,8 @@ void frmSJCheck::send(Houshiki method) {
     const auto sheet = inputCheckSheet(*global.cn_main, criteria::currentRun(global), method,
                                        global.haibun_kubun_mei, global.haibun_kijun_mei);
     const QString path = sheets_.send(
-        sheet, titleOfRun(global, QStringLiteral("入力状況チェック（%1）").arg(global.santei_houshiki_mei)));
+        sheet, reports::titleOfRun(global,
+                                   QStringLiteral("入力状況チェック（%1）").arg(global.santei_houshiki_mei)));
     setDefaultPointer();
     sent_->tell(path);
 }

@@ -14,6 +14,7 @@
 #include "calc/ui_result_output.h"
 #include "reports/frmChart.h"
 #include "reports/frmReport.h"
+#include "reports/ui_list_title.h"
 #include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
 #include "shell/global_record.h"
@@ -209,6 +210,14 @@ NenkanHeads frmSNenkan::heads(QString (*format)(QDate), const QString& unused) c
     return heads;
 }
 
+reports::ListTitle frmSNenkan::titleOfYear() const {
+    reports::ListTitle title = reports::titleOfCompany(house_.global, kTitle);
+    for (const QDate date : dates())
+        if (date.isValid()) title.kijunbi.push_back(date);
+    std::sort(title.kijunbi.begin(), title.kijunbi.end());
+    return title;
+}
+
 void frmSNenkan::Command4_Click() {
     if (!requireDates()) return;
     shell::guarded(this, [this] {
@@ -220,7 +229,7 @@ void frmSNenkan::Command4_Click() {
                                     nenkanColumns(),
                                     nenkanHeadings(heads(paddedDate, {}))},
                                    rows);
-        auto* preview = new reports::frmReport(std::move(report), this);
+        auto* preview = new reports::frmReport(std::move(report), titleOfYear(), this);
         preview->offerCharts([this] { return chartsOfYear(*house_.global.cn_main, dates()); });
         setDefaultPointer();
         showChild(preview);
@@ -233,11 +242,7 @@ void frmSNenkan::Command5_Click() {
         setHourglass();
         const auto rows = nenkanRows(*house_.global.cn_main, dates());
         const auto sheet = nenkanSheet(heads(store::formatLongDate, QStringLiteral("なし")), rows);
-        std::vector<QDate> chosen;
-        for (const QDate date : dates())
-            if (date.isValid()) chosen.push_back(date);
-        std::sort(chosen.begin(), chosen.end());
-        const QString path = sheets_.send(sheet, {house_.global.panels.company, chosen, {}, kTitle});
+        const QString path = sheets_.send(sheet, titleOfYear());
         setDefaultPointer();
         sent_->tell(path);
     });

@@ -9,6 +9,7 @@ class QComboBox;
 class QLabel;
 
 namespace reports {
+struct ListTitle;
 class SentSheet;
 class SheetFolder;
 }  // namespace reports
@@ -44,6 +45,7 @@ class frmSNenkan : public widgets::Form {
     /// The date of the list that a combo's text names; invalid for an empty or an unknown text.
     QDate boundDate(const QComboBox* combo) const;
     NenkanDates dates() const;
+    reports::ListTitle titleOfYear() const;
     NenkanHeads heads(QString (*format)(QDate), const QString& unused) const;
 
     shell::House& house_;

@@ -34,11 +34,8 @@ reports::Report amountReport(const AmountList& list, const std::vector<ResultRow
 /// Brings the grand totals up to date and reads the list.
 std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKey& run);
 
-/// The preview of 賞与支給額. `coefficientLine` is printed when the simulation panel is open.
-reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const QString& title,
+/// The preview of 賞与支給額 of the open run. `coefficientLine` is printed when the simulation panel is open.
+reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const shell::GlobalRecord& global,
                                   const QString& coefficientLine, bool panelOpen, QWidget* parent);
-
-/// Whose sheet it is and of which run: company, 基準日 and criterion as they stand in the global record.
-reports::SheetTitle titleOfRun(const shell::GlobalRecord& global, const QString& list);
 
 }  // namespace calc

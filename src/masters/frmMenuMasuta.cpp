@@ -7,6 +7,7 @@
 
 #include "masters/master_report.h"
 #include "reports/frmReport.h"
+#include "reports/ui_list_title.h"
 #include "shell/ui_guard.h"
 #include "widgets/theme.h"
 
@@ -85,8 +86,9 @@ void frmMenuMasuta::addMaster(QGridLayout* grid, int index, const QString& capti
 }
 
 void frmMenuMasuta::print(const MasterKind& kind) {
-    showChild(new reports::frmReport(
-        makeMasterReport(*house_.global.cn_main, kind, house_.global.panels.company), this));
+    auto report = makeMasterReport(*house_.global.cn_main, kind, house_.global.panels.company);
+    const auto title = reports::titleOfCompany(house_.global, report.title());
+    showChild(new reports::frmReport(std::move(report), title, this));
 }
 
 }  // namespace masters

@@ -49,21 +49,21 @@ QString dateLine(QDate date) {
 reports::frmReport* personPreview(PersonList list, const store::Recordset& rows, const PrintHeads& heads,
                                   QWidget* parent) {
     Report report = reports::makeReport(designOf(list));
-    report.setTitle(heads.title);
+    report.setTitle(heads.title.list);
     report.setData(rows);
     int number = 0;
     for (const QString& column : boundColumns(list))
         report.bind(Section::Section1, u"Text%1"_s.arg(++number), column);
-    report.setCaption(Section::Section4, u"Label4"_s, heads.title);
+    report.setCaption(Section::Section4, u"Label4"_s, heads.title.list);
     if (showsPosition(list)) {
         if (list == PersonList::Retired) report.setCaption(Section::Section2, u"Label6"_s, u"退職日"_s);
         report.setCaption(Section::Section4, u"Label15"_s, heads.dateLine);
-        report.setCaption(Section::Section4, u"Label16"_s, heads.company);
+        report.setCaption(Section::Section4, u"Label16"_s, heads.title.company);
         report.setCaption(Section::Section3, u"Label17"_s, heads.dateLine);
     } else {
-        report.setCaption(Section::Section4, u"Label6"_s, heads.company + u"　"_s + heads.dateLine);
+        report.setCaption(Section::Section4, u"Label6"_s, heads.title.company + u"　"_s + heads.dateLine);
     }
-    return new reports::frmReport(std::move(report), parent);
+    return new reports::frmReport(std::move(report), heads.title, parent);
 }
 
 }  // namespace personnel

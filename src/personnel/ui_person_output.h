@@ -2,6 +2,7 @@
 #include <QString>
 
 #include "personnel/person_lists.h"
+#include "reports/list_title.h"
 
 namespace reports {
 class frmReport;
@@ -12,8 +13,7 @@ namespace personnel {
 
 /// What stands above a printed list of people and under it.
 struct PrintHeads {
-    QString title;
-    QString company;
+    reports::ListTitle title;
     QString dateLine;  ///< "基準日：2026年4月1日"
 };
 

@@ -9,6 +9,7 @@
 #include "personnel/position_in_force.h"
 #include "personnel/ui_person_output.h"
 #include "reports/frmReport.h"
+#include "reports/ui_list_title.h"
 #include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
 #include "shell/ui_box.h"
@@ -252,18 +253,22 @@ void SelectionForm::print() {
     setDefaultPointer();
     if (rows.recordCount() == 0)
         return shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
-    showChild(
-        personPreview(mode_->list, rows, {mode_->title, house_.global.panels.company, printedDate()}, this));
+    showChild(personPreview(mode_->list, rows, {listTitle(), printedDate()}, this));
     const int left = leftOut(cn(), mode_->list, rows);
     told_->setText(left > 0 ? leftOutText(mode_->list).arg(left) : QString());
     told_->setVisible(left > 0);
 }
 
+reports::ListTitle SelectionForm::listTitle() {
+    reports::ListTitle title = reports::titleOfCompany(house_.global, mode_->title);
+    title.kijunbi = {referenceDate()};
+    return title;
+}
+
 void SelectionForm::sendSheet() {
     const store::Recordset rows = personRows(cn(), mode_->list);
     const int left = leftOut(cn(), mode_->list, rows);
-    const QString path = sheets_.send(personSheet(cn(), mode_->list, rows),
-                                      {house_.global.panels.company, {referenceDate()}, {}, mode_->title});
+    const QString path = sheets_.send(personSheet(cn(), mode_->list, rows), listTitle());
     sent_->tell(path, left > 0 ? leftOutText(mode_->list).arg(left) : QString());
 }
 

@@ -16,6 +16,7 @@ class QLineEdit;
 class QPushButton;
 
 namespace reports {
+struct ListTitle;
 class SentSheet;
 class SheetFolder;
 }  // namespace reports
@@ -90,6 +91,7 @@ class SelectionForm : public widgets::Form {
     void openScreen(const QString& code, bool all);
     void print();
     void sendSheet();
+    reports::ListTitle listTitle();
 
     const reports::SheetFolder& sheets_;
     const SelectionMode* mode_;

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "prep/snapshot.h"
 #include "shell/global_record.h"
 #include "shell/ui_guard.h"
 #include "store/date_text.h"
@@ -120,7 +121,10 @@ QGroupBox* frmMenuSJikkou::buildOptions(const QString& frame, const QString& tit
 }
 
 void frmMenuSJikkou::loadSetting() {
-    setting_.emplace(*house_.global.cn_main, store::requireDate(house_.global.kijunbi));
+    const QDate kijunbi = store::requireDate(house_.global.kijunbi);
+    setHeading(u"配分実行メニュー　基準日 %1　%2"_s.arg(house_.global.kijunbi,
+                                                        bonusTextOf(*house_.global.cn_main, kijunbi)));
+    setting_.emplace(*house_.global.cn_main, kijunbi);
     checkIndex(Option1_, setting_->unit());
     checkIndex(Option2_, setting_->rounding());
 }

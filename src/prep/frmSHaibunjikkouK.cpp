@@ -247,9 +247,7 @@ void frmSHaibunjikkouK::Command4_Click() {
                     shell::BoxIcon::Information);
         return;
     }
-    auto* preview = judgmentPreview(
-        rows, judgmentColumns(cn(), items_),
-        QStringLiteral("◆%1／%2").arg(house_.global.haibun_kubun_mei, house_.global.haibun_kijun_mei), this);
+    auto* preview = judgmentPreview(rows, judgmentColumns(cn(), items_), house_.global, this);
     setDefaultPointer();
     showChild(preview);
 }

@@ -2,13 +2,15 @@
 
 #include "reports/designs.h"
 #include "reports/frmReport.h"
+#include "reports/ui_list_title.h"
+#include "shell/global_record.h"
 
 namespace prep {
 
 using reports::Section;
 
 QDialog* judgmentPreview(const store::Recordset& rows, const std::vector<JudgmentColumn>& columns,
-                         const QString& line, QWidget* parent) {
+                         const shell::GlobalRecord& global, QWidget* parent) {
     constexpr int kFirstItem = 3;  // after 社員Code and 氏名
     const QString title = QStringLiteral("自動入力判定");
     reports::Report report = reports::makeReport(QStringLiteral("DataReportSHyou02"));
@@ -22,8 +24,9 @@ QDialog* judgmentPreview(const store::Recordset& rows, const std::vector<Judgmen
         report.setCaption(Section::Section2, reports::headingOfSHyou02(number), columns[i].heading);
     }
     report.setCaption(Section::Section4, QStringLiteral("Label4"), title);
-    report.setCaption(Section::Section4, QStringLiteral("Label6"), line);
-    return new reports::frmReport(std::move(report), parent);
+    report.setCaption(Section::Section4, QStringLiteral("Label6"),
+                      QStringLiteral("◆%1／%2").arg(global.haibun_kubun_mei, global.haibun_kijun_mei));
+    return new reports::frmReport(std::move(report), reports::titleOfRun(global, title), parent);
 }
 
 }  // namespace prep

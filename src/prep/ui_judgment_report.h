@@ -4,14 +4,16 @@
 
 #include "prep/auto_input.h"
 
+namespace shell {
+struct GlobalRecord;
+}
 class QDialog;
 class QWidget;
 
 namespace prep {
 
-/// The preview of 自動入力判定: a column per item that was automatic, all others blank. `line` stands under
-/// the title.
+/// The preview of 自動入力判定 of the open run: a column per item that was automatic, all others blank.
 QDialog* judgmentPreview(const store::Recordset& rows, const std::vector<JudgmentColumn>& columns,
-                         const QString& line, QWidget* parent);
+                         const shell::GlobalRecord& global, QWidget* parent);
 
 }  // namespace prep

@@ -73,6 +73,9 @@ struct Design {
     const Band& band(Section section) const { return bands[static_cast<std::size_t>(section)]; }
 };
 
+/// The label in each design's Section3 that says whose list it is.
+inline const QString kOriginLabel = QStringLiteral("lblOrigin");
+
 /// Lengths of the paper. The vertical margins are the same for all designs.
 inline constexpr int kTwipsPerInch = 1440;
 inline constexpr int kVerticalMargin = 850;  ///< 15 mm

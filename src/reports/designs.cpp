@@ -1,6 +1,7 @@
 #include "reports/designs.h"
 
 #include <QHash>
+#include <utility>
 
 namespace reports {
 
@@ -11,6 +12,7 @@ constexpr int kRowHeight = 340;
 constexpr int kTextHeight = kRowHeight - 10;  // above the rule under a row
 constexpr int kHeadingHeight = 420;
 constexpr int kFooterHeight = 480;
+constexpr int kNumberRoom = 400;  // half of what "- 999 -" takes
 
 /// A column of a list: its heading in Section2 and its field in Section1.
 struct ListColumn {
@@ -60,9 +62,15 @@ void addFrame(Design& design, const QString& noticeLabel,
     }
     Band& footer = design.band(Section::Section3);
     footer.height = kFooterHeight;
-    Control number = label(pageLabel, QStringLiteral("- %p -"), 180, 300, design.width, Style::Footer);
+    const int side = design.width / 2 - kNumberRoom;
+    Control number = label(pageLabel, QStringLiteral("- %p -"), 180, 300, 2 * kNumberRoom, Style::Footer);
+    number.left = side;
     number.align = Align::Center;
-    footer.controls = {number};
+    // Beside the page's number, so that no page has a row less.
+    Control origin = label(kOriginLabel, QString(), 180, 300, side, Style::Footer);
+    origin.left = side + 2 * kNumberRoom;
+    origin.align = Align::Right;
+    footer.controls = {number, origin};
 }
 
 /// Headings over fields, side by side from the left; Line1 under the headings, Line2 under each row.
@@ -280,8 +288,9 @@ Design dataReportJShain() {
     header.back().name = QStringLiteral("Label16");
     header.back().align = Align::Right;
     std::vector<Control>& footer = design.band(Section::Section3).controls;
-    footer.push_back(footer.back());
+    footer.push_back(footer.front());
     footer.back().name = QStringLiteral("Label17");
+    footer.back().width = std::exchange(footer.back().left, 0);
     footer.back().caption.clear();
     footer.back().align = Align::Left;
     return design;

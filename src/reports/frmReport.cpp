@@ -37,8 +37,19 @@ constexpr QSize kWindow{920, 820};
 
 }  // namespace
 
-frmReport::frmReport(Report report, QWidget* parent)
-    : Form(QStringLiteral("frmReport"), report.title(), parent), painter_(std::move(report)) {
+namespace {
+
+Report withOrigin(Report report, const ListTitle& whose) {
+    report.setOrigin(originLine(whose));
+    return report;
+}
+
+}  // namespace
+
+frmReport::frmReport(Report report, const ListTitle& whose, QWidget* parent)
+    : Form(QStringLiteral("frmReport"), report.title(), parent),
+      painter_(withOrigin(std::move(report), whose)),
+      fileStem_(fileStem(whose)) {
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     view_ = make<PageView>(QStringLiteral("PageView"), painter_);
     auto* layout = new QVBoxLayout(this);
@@ -220,8 +231,8 @@ bool frmReport::savePdf(const QString& path) {
 }
 
 void frmReport::savePdfWithDialog() {
-    const QString path = askWhereToSave(
-        this, {tr("PDF 保存"), tr("PDF ファイル (*.pdf)"), QStringLiteral("pdf")}, painter_.report().title());
+    const QString path =
+        askWhereToSave(this, {tr("PDF 保存"), tr("PDF ファイル (*.pdf)"), QStringLiteral("pdf")}, fileStem_);
     if (!path.isEmpty() && savePdf(path))
         shell::tell(this, tr("PDF ファイルを保存しました。\n%1").arg(QDir::toNativeSeparators(path)),
                     windowTitle(), shell::BoxIcon::Information);

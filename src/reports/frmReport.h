@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "reports/chart.h"
+#include "reports/list_title.h"
 #include "reports/ui_report_painter.h"
 #include "widgets/form.h"
 
@@ -22,7 +23,8 @@ class PageView;
 class frmReport : public widgets::Form {
     Q_OBJECT
   public:
-    frmReport(Report report, QWidget* parent);
+    /// `whose` stands at the foot of each page and names the PDF file.
+    frmReport(Report report, const ListTitle& whose, QWidget* parent);
 
     const Report& report() const { return painter_.report(); }
     int page() const { return page_; }  ///< from 1
@@ -50,6 +52,7 @@ class frmReport : public widgets::Form {
     bool printOn(QPagedPaintDevice& device, int first, int last);
 
     ReportPainter painter_;
+    QString fileStem_;  ///< of the PDF file
     int page_ = 1;
     PageView* view_;
     QPushButton* first_;

@@ -30,6 +30,8 @@ class Report {
     /// Binds a field of Section1 or a function of Section5 to a column of the data; an empty column unbinds
     /// it.
     void bind(Section section, const QString& control, const QString& column);
+    /// What stands at the foot of each page: whose list it is.
+    void setOrigin(const QString& line) { setCaption(Section::Section3, kOriginLabel, line); }
     void setCaption(Section section, const QString& label, const QString& caption);
     void setVisible(Section section, const QString& control, bool visible);
     void setLeft(Section section, const QString& control, int twips);

@@ -2,7 +2,8 @@
 
 #include <QDir>
 #include <QFileDialog>
-#include <QStandardPaths>
+
+#include "reports/workbook.h"
 
 namespace reports {
 namespace {
@@ -18,7 +19,9 @@ QString fileNameOf(QString title) {
 }  // namespace
 
 QString askWhereToSave(QWidget* parent, const FileKind& kind, const QString& title) {
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    // Where the sheets go, too. Without the folder the dialog would fall back to the company's own.
+    const QDir documents(SheetFolder::defaultFolder());
+    documents.mkpath(QStringLiteral("."));
     const QString proposal = documents.filePath(QStringLiteral("%1.%2").arg(fileNameOf(title), kind.suffix));
     QFileDialog dialog(parent, kind.caption, proposal, kind.filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);

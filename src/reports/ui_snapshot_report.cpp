@@ -4,6 +4,7 @@
 
 #include "reports/designs.h"
 #include "reports/frmReport.h"
+#include "reports/ui_list_title.h"
 #include "shell/global_record.h"
 #include "shell/ui_screens.h"
 
@@ -32,7 +33,8 @@ QDialog* previewSnapshotDates(shell::House& house, QWidget* parent) {
     report.setCaption(Section::Section4, QStringLiteral("Label4"),
                       QStringLiteral("《配分実行》人事データ取込年月日"));
     report.setCaption(Section::Section4, QStringLiteral("Label6"), house.global.panels.company);
-    return new frmReport(std::move(report), parent);
+    return new frmReport(std::move(report),
+                         titleOfCompany(house.global, QStringLiteral("人事データ取込年月日")), parent);
 }
 
 }  // namespace reports

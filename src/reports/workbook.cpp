@@ -39,19 +39,6 @@ int displayWidth(const SheetGrid::Cell& cell) {
     return displayWidth(text) + (number.look == NumberLook::Amount ? int(text.size() - 1) / 3 : 0);
 }
 
-/// What no file may be called by on one of the systems, in its full-width form; ends are cut by the caller.
-QString safeFilePart(QString text, qsizetype length) {
-    static const QString kForbidden = QStringLiteral("\\/:*?\"<>|");
-    static const QString kInstead = QStringLiteral("＼／：＊？”＜＞｜");
-    for (QChar& c : text) {
-        if (const auto at = kForbidden.indexOf(c); at >= 0) c = kInstead[at];
-        if (c.category() == QChar::Other_Control) c = u' ';
-    }
-    if (text.size() > length) text.truncate(text[length - 1].isHighSurrogate() ? length - 1 : length);
-    while (!text.isEmpty() && (text.back() == u'.' || text.back().isSpace())) text.chop(1);
-    return text.trimmed();
-}
-
 }  // namespace
 
 void SheetGrid::set(int row, int column, Cell cell) {
@@ -130,27 +117,6 @@ QString safeSheetName(const QString& wanted) {
     return name;
 }
 
-QString fileStem(const SheetTitle& title) {
-    const auto iso = [](QDate date) { return date.toString(Qt::ISODate); };
-    QString dates = title.kijunbi.empty() ? QString() : iso(title.kijunbi.front());
-    if (title.kijunbi.size() > 1) dates += u'～' + iso(title.kijunbi.back());
-    QStringList parts;
-    // Three bytes a character and 255 for a file's name on most systems.
-    for (const QString& part : {dates, safeFilePart(title.company, 20), safeFilePart(title.subject, 25),
-                                safeFilePart(title.list, 20)})
-        if (!part.isEmpty()) parts << part;
-    return parts.join(u'_');
-}
-
-QString originLine(const SheetTitle& title, QDate today) {
-    QStringList dates;
-    for (const QDate date : title.kijunbi) dates << store::formatDate(date);
-    QStringList parts{title.company};
-    if (!dates.isEmpty()) parts << QStringLiteral("基準日 ") + dates.join(u'、');
-    parts << QStringLiteral("作成日 ") + store::formatDate(today);
-    return parts.join(u'　');
-}
-
 SheetFolder::SheetFolder(Options options) : options_(std::move(options)) {}
 
 QString SheetFolder::defaultFolder() {
@@ -158,7 +124,7 @@ QString SheetFolder::defaultFolder() {
         .filePath(QStringLiteral("ひなた堂ミント"));
 }
 
-QString SheetFolder::send(const SheetGrid& grid, const SheetTitle& title) const {
+QString SheetFolder::send(const SheetGrid& grid, const ListTitle& title) const {
     if (!QDir().mkpath(options_.folder))
         throw Error(
             Error::Reason::ReadOnly,
@@ -170,7 +136,7 @@ QString SheetFolder::send(const SheetGrid& grid, const SheetTitle& title) const 
             QStringLiteral("Excel ファイルを保存するフォルダに書き込めません。\n%1").arg(options_.folder));
     file.close();
     const QString name = safeSheetName(title.subject.isEmpty() ? title.list : title.subject);
-    options_.writer(file.fileName(), {grid, name, fileStem(title), originLine(title, options_.today())});
+    options_.writer(file.fileName(), {grid, name, fileStem(title), originLine(title)});
 
     // Renaming refuses a name that exists: a file that was written is never replaced.
     const QString stem = QDir(options_.folder).absoluteFilePath(fileStem(title));

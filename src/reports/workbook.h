@@ -1,6 +1,5 @@
 #pragma once
 #include <QDate>
-#include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -11,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "reports/list_title.h"
 #include "store/value.h"
 
 namespace reports {
@@ -69,24 +69,9 @@ class SheetGrid {
     int headingRow_ = kFirstListRow - 1;
 };
 
-/// Whose sheet it is and of what. It names the file and the sheet, and stands under the list and at the foot
-/// of each printed page: a sheet that was passed on still says what it is.
-struct SheetTitle {
-    QString company;             ///< 会社名
-    std::vector<QDate> kijunbi;  ///< of the run or runs, or the date at which people are shown
-    QString subject;             ///< 正社員賞与／一般社員; empty for a list of the whole company
-    QString list;                ///< 賞与支給額
-};
-
 /// The name as a sheet may bear it: at most 31 characters, none of [ ] : * ? / \ (their full-width forms
 /// instead), no apostrophe at either end, not empty, not "History".
 QString safeSheetName(const QString& wanted);
-/// "2026-12-10_見本商事_正社員賞与／一般社員_賞与支給額", fit to be a file's name on every system. Several
-/// dates are told by the first and the last.
-QString fileStem(const SheetTitle& title);
-/// "見本商事　基準日 2026/12/10　作成日 2026/11/23".
-QString originLine(const SheetTitle& title, QDate today);
-
 /// One sheet on its way into a file.
 struct Sheet {
     const SheetGrid& grid;
@@ -106,7 +91,6 @@ class SheetFolder {
   public:
     struct Options {
         QString folder;  ///< made when it is missing
-        std::function<QDate()> today = [] { return QDate::currentDate(); };
         WorkbookWriter writer = writeXlsx;
     };
     explicit SheetFolder(Options options);
@@ -115,7 +99,7 @@ class SheetFolder {
 
     /// Writes the file, " (2)" and so on behind its name where one stands already, and returns its full path.
     /// Throws store::Error with a text for the user when it cannot be written; then no file is left behind.
-    QString send(const SheetGrid& grid, const SheetTitle& title) const;
+    QString send(const SheetGrid& grid, const ListTitle& title) const;
 
     const QString& folder() const { return options_.folder; }
 

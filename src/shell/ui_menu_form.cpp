@@ -42,11 +42,15 @@ MenuForm::MenuForm(const QString& name, const QString& caption, House& house, QW
     root->setContentsMargins(3 * widgets::kGrid, 3 * widgets::kGrid, 3 * widgets::kGrid, 2 * widgets::kGrid);
     root->setSpacing(2 * widgets::kGrid);
     head_ = new QVBoxLayout;
-    auto* heading = new QLabel(caption, this);
-    widgets::setTone(heading, widgets::Tone::Title);
-    head_->addWidget(heading);
+    heading_ = make<QLabel>(QStringLiteral("lblTitle"), caption);
+    widgets::setTone(heading_, widgets::Tone::Title);
+    head_->addWidget(heading_);
     root->addLayout(head_);
     addEntries();
+}
+
+void MenuForm::setHeading(const QString& text) {
+    heading_->setText(text);
 }
 
 void MenuForm::addEntries() {

@@ -7,6 +7,7 @@
 #include "shell/ui_screens.h"
 #include "widgets/form.h"
 
+class QLabel;
 class QPushButton;
 class QVBoxLayout;
 
@@ -37,6 +38,7 @@ class MenuForm : public widgets::Form {
     void place() override;
     void deactivated() override;
     void activated() override;
+    void setHeading(const QString& text);  ///< the caption until it is set
     /// Above the buttons, for what a menu adds to them (its labels).
     QVBoxLayout* headLayout() const { return head_; }
     /// A button that runs its entry, for menus with an arrangement of their own.
@@ -50,6 +52,7 @@ class MenuForm : public widgets::Form {
 
     std::vector<MenuEntry> entries_;
     QVBoxLayout* head_;
+    QLabel* heading_;
 };
 
 /// Stands a screen where the menus stand, under the top of the main window; center_form without one.

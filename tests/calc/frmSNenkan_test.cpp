@@ -31,6 +31,7 @@ class Sheets : public testing::Test {
         global_.cn_main = folder_.open();
         global_.kijunbi = u"2026/12/10"_s;
         global_.panels.company = u"見本商事"_s;
+        global_.clock = [] { return QDate(2026, 12, 20); };
         global_.haibun_jikkou_mode = true;
     }
     void sql(const QString& statement) { global_.cn_main->execute(statement); }
@@ -69,11 +70,11 @@ class Sheets : public testing::Test {
     shell::House house_{global_, screens_};
     reports::SheetGrid sent_;
     QString name_;
-    const reports::SheetFolder sheets_{{folder_.programDir() + u"/out"_s, [] { return QDate(2026, 12, 20); },
-                                        [this](const QString&, const reports::Sheet& sheet) {
-                                            sent_ = sheet.grid;
-                                            name_ = sheet.name + u'/' + sheet.title + u'/' + sheet.origin;
-                                        }}};
+    const reports::SheetFolder sheets_{
+        {folder_.programDir() + u"/out"_s, [this](const QString&, const reports::Sheet& sheet) {
+             sent_ = sheet.grid;
+             name_ = sheet.name + u'/' + sheet.title + u'/' + sheet.origin;
+         }}};
     ScreenDriver driver_;
 };
 
@@ -191,7 +192,7 @@ TEST_F(Sheets, OfTheYearAndItsListSetTheDatesSideBySide) {
         expectTold(form);
         EXPECT_EQ(name_,
                   u"年間支給額/2026-07-10～2026-12-10_見本商事_年間支給額/"
-                  "見本商事　基準日 2026/7/10、2026/12/10　作成日 2026/12/20"_s);
+                  "基準日 2026/7/10、2026/12/10　作成日 2026/12/20　見本商事"_s);
         EXPECT_EQ(line(1) + line(2), u"年間賞与支給額"_s);
         EXPECT_EQ(line(3), u"社員Code|氏名|2026年7月10日|なし|2026年12月10日|なし|合計"_s);
         EXPECT_TRUE(line(4).startsWith(u"000001|"_s) && line(4).endsWith(u"|||3000円||5001円"_s));

@@ -23,8 +23,7 @@ class Calculation : public RunScreens {
   protected:
     Calculation()
         : RunScreens(Content::Sample),
-          sheets_({folder_.programDir() + u"/out"_s, [] { return kDate; },
-                   [this](const QString&, const reports::Sheet& sheet) {
+          sheets_({folder_.programDir() + u"/out"_s, [this](const QString&, const reports::Sheet& sheet) {
                        sent_.push_back({sheet.title, sheet.grid});
                    }}) {
         global_.kijunbi = u"2026/12/10"_s;

@@ -46,10 +46,10 @@ class PersonScreens : public ::testing::Test {
     shell::ScreenRegistry screens_;
     shell::House house_{global_, screens_};
     std::vector<std::pair<QString, reports::SheetGrid>> sent_;  ///< files' titles and what went into them
-    const reports::SheetFolder sheets_{{folder_.programDir() + u"/out"_s, [] { return QDate(2026, 12, 1); },
-                                        [this](const QString&, const reports::Sheet& sheet) {
-                                            sent_.push_back({sheet.title, sheet.grid});
-                                        }}};
+    const reports::SheetFolder sheets_{
+        {folder_.programDir() + u"/out"_s, [this](const QString&, const reports::Sheet& sheet) {
+             sent_.push_back({sheet.title, sheet.grid});
+         }}};
     ScreenDriver driver_;
 };
 

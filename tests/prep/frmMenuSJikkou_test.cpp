@@ -23,7 +23,9 @@ class RunMenu : public RunScreens {
 TEST_F(RunMenu, StoresTheRoundingOfItsDateWithTheCalculationOnly) {
     sql(u"INSERT INTO Tanka_hasuu(単価,端数処理,基準日) VALUES('1','1','2002-12-10')"_s);
     global_.setRunPanel(u"配分実行基準日: 2003年4月1日"_s);
+    sql(u"INSERT INTO Sデータ取込年月日運用(基準日,賞与の内容) VALUES('2003-04-01','決算賞与')"_s);
     open([&](QDialog& menu) {
+        EXPECT_EQ(text(menu, u"lblTitle"_s), u"配分実行メニュー　基準日 2003/4/1　決算賞与"_s);
         EXPECT_EQ(stored(), u"1|1 0|0"_s);  // at once, before anything is computed
         EXPECT_EQ(chosen(menu), u"Xxxxx Xxx"_s);
         click(menu, u"Option1_3"_s);

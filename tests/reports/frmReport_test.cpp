@@ -88,7 +88,10 @@ QByteArray content(const QString& path) {
 TEST(ReportPainter, EveryRowIsDrawnOnceInsideThePageAndApart) {
     constexpr int kRows = 100;
     const QRectF page(0, 0, 1000, 1414);
-    const ReportPainter painter(amounts(kRows));
+    Report report = amounts(kRows);
+    const QString origin = u"基準日 2026/12/10　作成日 2026/11/23　見本商事"_s;
+    report.setOrigin(origin);
+    const ReportPainter painter(report);
     ASSERT_EQ(painter.pageCount(), 3);
     QStringList codes;
     for (int number = 1; number <= painter.pageCount(); ++number) {
@@ -110,6 +113,7 @@ TEST(ReportPainter, EveryRowIsDrawnOnceInsideThePageAndApart) {
             }
         }
         EXPECT_TRUE(all.contains(u"- %1 -"_s.arg(number)));
+        EXPECT_EQ(all.count(origin), 1);
         EXPECT_EQ(all.count(u"氏名"_s), 1) << "page header";
         EXPECT_EQ(all.contains(u"賞与支給額"_s), number == 1);
         EXPECT_EQ(all.contains(u"【平均】"_s), number == 3);
@@ -134,7 +138,7 @@ class Preview : public testing::Test {
     W* control(const char* name) {
         return form_.findChild<W*>(QString::fromLatin1(name));
     }
-    frmReport form_{amounts(100), nullptr};
+    frmReport form_{amounts(100), {}, nullptr};
 };
 
 TEST_F(Preview, PagesMoveByButtonsNumberAndKeys) {

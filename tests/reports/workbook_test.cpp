@@ -63,25 +63,24 @@ TEST(SheetGrid, ValuesKeepTheirKindAndColumnsFitTheirCells) {
     EXPECT_EQ(grid.columnWidth(4), 33);
 }
 
-TEST(SheetTitle, NamesTheFileAndTellsWhoseItIs) {
+TEST(ListTitle, NamesTheFileAndTellsWhoseItIs) {
     const QDate summer(2026, 7, 10), winter(2026, 12, 10);
     const QString a60(60, u'あ');
     const struct {
-        SheetTitle title;
+        ListTitle title;
         QString stem;
-    } cases[] = {{{u"見本商事"_s, {winter}, u"正社員賞与／一般社員"_s, u"賞与支給額"_s},
+    } cases[] = {{{u"見本商事"_s, {winter}, u"正社員賞与／一般社員"_s, u"賞与支給額"_s, {}},
                   u"2026-12-10_見本商事_正社員賞与／一般社員_賞与支給額"_s},
-                 {{u"見本商事"_s, {summer, winter}, {}, u"年間支給額"_s},
+                 {{u"見本商事"_s, {summer, winter}, {}, u"年間支給額"_s, QDate(2026, 12, 25)},
                   u"2026-07-10～2026-12-10_見本商事_年間支給額"_s},
-                 {{u"A/B:\"C\"\n."_s, {}, u" ..."_s, u"x|y*z?"_s}, u"A／B：”C”_x｜y＊z？"_s},
-                 {{a60, {winter}, a60, a60},
+                 {{u"A/B:\"C\"\n."_s, {}, u" ..."_s, u"x|y*z?"_s, {}}, u"A／B：”C”_x｜y＊z？"_s},
+                 {{a60, {winter}, a60, a60, {}},
                   u"2026-12-10_"_s + a60.left(20) + u'_' + a60.left(25) + u'_' + a60.left(20)}};
     for (const auto& c : cases) {
         EXPECT_EQ(fileStem(c.title), c.stem) << fileStem(c.title).toStdString();
         EXPECT_LE(fileStem(c.title).toUtf8().size() + 10, 255);
     }
-    EXPECT_EQ(originLine(cases[1].title, QDate(2026, 12, 25)),
-              u"見本商事　基準日 2026/7/10、2026/12/10　作成日 2026/12/25"_s);
+    EXPECT_EQ(originLine(cases[1].title), u"基準日 2026/7/10、2026/12/10　作成日 2026/12/25　見本商事"_s);
 }
 
 /// A folder under a path that does not exist yet.
@@ -89,9 +88,9 @@ class Sent : public testing::Test {
   protected:
     QTemporaryDir folder_;
     QString path_ = folder_.filePath(u"文書/ひなた堂ミント"_s);
-    const SheetFolder sheets_{{path_, [] { return QDate(2026, 11, 22); }}};
-    static SheetTitle titleOf(const QString& company) {
-        return {company, {QDate(2026, 12, 10)}, u"営業 & 管理"_s, u"賞与支給額"_s};
+    const SheetFolder sheets_{{path_}};
+    static ListTitle titleOf(const QString& company) {
+        return {company, {QDate(2026, 12, 10)}, u"営業 & 管理"_s, u"賞与支給額"_s, QDate(2026, 11, 22)};
     }
     static QString name(const QString& path) { return QFileInfo(path).fileName(); }
     /// Every part of the file, as text.
@@ -146,7 +145,7 @@ TEST_F(Sent, CellsStandInTheFileAndAddUp) {
     const QByteArray texts = package.part("xl/sharedStrings.xml");
     for (const QString& text :
          {u"◆一般社員／営業 &lt;&amp;&gt;"_s, u"=_x005F_x0041_\uFFFDB\uFFFD"_s, u"1899/4/1"_s, u"000004"_s,
-          u"見本商事　基準日 2026/12/10　作成日 2026/11/22"_s})
+          u"基準日 2026/12/10　作成日 2026/11/22　見本商事"_s})
         EXPECT_TRUE(texts.contains((u"<t>"_s + text + u"</t>"_s).toUtf8())) << text.toStdString();
     const QString sheet = QString::fromUtf8(package.part("xl/worksheets/sheet1.xml"));
     double sum = 0;
@@ -159,7 +158,7 @@ TEST_F(Sent, CellsStandInTheFileAndAddUp) {
         const QString& part :
         {u"<c r=\"H4\" s=\"4\"><v>1.0625</v>"_s, u"<c r=\"G4\" s=\"3\"><v>46113</v>"_s,
          u"topLeftCell=\"A4\""_s, u"<c r=\"B3\" s=\"1\" t=\"s\">"_s, u"<c r=\"A105\" t=\"s\">"_s,
-         u"<oddFooter>&amp;L見本商事　基準日 2026/12/10　作成日 2026/11/22&amp;R&amp;P / &amp;N</oddFooter>"_s})
+         u"<oddFooter>&amp;L基準日 2026/12/10　作成日 2026/11/22　見本商事&amp;R&amp;P / &amp;N</oddFooter>"_s})
         EXPECT_TRUE(sheet.contains(part)) << part.toStdString();
     const QByteArray styles = package.part("xl/styles.xml");
     for (const char* look : {"#,##0", "yyyy/m/d", "0.000"})
