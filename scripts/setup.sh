@@ -6,8 +6,8 @@ build="$root/build/dev"
 say() { printf '%s\n' "▸ $*"; }
 
 # Debian packages of the build, the program and the tests.
-packages=(g++ cmake ninja-build npm qt6-base-dev qt6-charts-dev libqt6opengl6-dev qt6-translations-l10n libgl1-mesa-dev libicu-dev
-          libxlsxwriter-dev zlib1g-dev libgtest-dev libbenchmark-dev fonts-noto-cjk)
+packages=(g++ cmake ninja-build npm qt6-base-dev qt6-translations-l10n libicu-dev libxlsxwriter-dev
+          zlib1g-dev libgtest-dev libbenchmark-dev fonts-noto-cjk)
 
 have() {
     case "$1" in

@@ -1,33 +1,32 @@
 #include "reports/ui_chart_picture.h"
 
-#include <QBarCategoryAxis>
-#include <QBarSeries>
-#include <QBarSet>
 #include <QFontInfo>
 #include <QFontMetricsF>
-#include <QGraphicsLayout>
-#include <QGraphicsScene>
 #include <QGuiApplication>
-#include <QHorizontalStackedBarSeries>
-#include <QLegend>
 #include <QPainter>
-#include <QStyleOptionGraphicsItem>
-#include <QValueAxis>
 #include <algorithm>
+#include <cmath>
+
+#include "store/money.h"
 
 namespace reports {
 namespace {
 
-constexpr double kMark = 7;        // across, in the chart's units
+constexpr double kMargin = 10;     // around everything, in the picture's units
+constexpr double kGap = 6;         // between a label and what it stands at, and between labels
+constexpr double kMark = 7;        // a mark across
 constexpr double kMarked = 13;     // the one that is read
 constexpr double kReach = 12;      // how far from a mark it still counts as pointed at
 constexpr double kAxisText = 0.9;  // of the interface font
 constexpr int kMarkOpacity = 150;  // of 255: where many stand on one another it grows darker
 constexpr int kAmountSteps = 6;
 constexpr int kNumberSteps = 10;
-constexpr int kMostClassLabels = 8;
-constexpr double kCategoryRoom = 700;  // category names that need more than this stand upright
-constexpr double kPaperWidth = 800;    // a chart's width on paper in its own units
+constexpr double kGroupBar = 0.7;    // a group's bar, of the group's room
+constexpr double kNamesShare = 0.3;  // what names may take of the picture's width or height
+constexpr int kNameLines = 3;
+constexpr double kLeastWrap = 4;     // characters of a line that is worth wrapping to
+constexpr double kAbove = 1.6;       // lines above the plot: its title, and half a label with a little air
+constexpr double kPaperWidth = 800;  // a chart's width on paper in its own units
 
 /// In pixels: a size in points would be taken for the printer's points, and then be enlarged with the
 /// picture.
@@ -38,32 +37,45 @@ QFont chartFont(double share = 1, bool bold = false) {
     return font;
 }
 
-QValueAxis* valueAxis(const Scale& scale) {
-    auto* axis = new QValueAxis;
-    axis->setRange(scale.first, scale.last());
-    axis->setTickCount(scale.steps + 1);
-    axis->setLabelFormat(QStringLiteral("%.0f"));
-    return axis;
+QFontMetricsF labelMetrics() {
+    return QFontMetricsF(chartFont(kAxisText));
 }
 
-/// Counts the places of `count` things, each in the middle of its room.
-QValueAxis* placeAxis(int count) {
-    auto* axis = new QValueAxis;
-    axis->setRange(-0.5, count - 0.5);
-    axis->setVisible(false);
-    return axis;
+/// The text in lines of a width, the last one with an ellipsis where the text is longer still.
+QString wrapped(QString text, const QFontMetricsF& metrics, double width, int lines) {
+    QStringList done;
+    while (done.size() + 1 < lines && metrics.horizontalAdvance(text) > width) {
+        qsizetype length = text.size();
+        while (length > 1 && metrics.horizontalAdvance(text.left(length)) > width) --length;
+        if (text[length - 1].isHighSurrogate()) length += length > 1 ? -1 : 1;
+        done << text.left(length).trimmed();
+        text = text.mid(length).trimmed();
+    }
+    return (done << metrics.elidedText(text, Qt::ElideRight, width)).join(u'\n');
 }
 
-/// What the names need side by side, all as wide as the widest.
-double widthOf(const QStringList& names) {
-    const QFontMetricsF metrics(chartFont(kAxisText));
+double heightOf(const QString& text, const QFontMetricsF& metrics) {
+    return metrics.lineSpacing() * static_cast<double>(text.count(u'\n') + 1);
+}
+
+/// As wide as its widest line; a little more, because a printer's glyphs differ by a hair.
+QSizeF sizeOf(const QString& text, const QFontMetricsF& metrics) {
     double widest = 0;
-    for (const QString& name : names) widest = std::max(widest, metrics.horizontalAdvance(name));
-    return (widest + kMark) * static_cast<double>(names.size());
+    for (const QString& line : text.split(u'\n')) widest = std::max(widest, metrics.horizontalAdvance(line));
+    return {widest + 2, heightOf(text, metrics)};
 }
 
-QRectF aroundMark(QPointF place) {
-    return {place - QPointF(kMarked, kMarked), QSizeF(2 * kMarked, 2 * kMarked)};
+template <typename Ticks>
+double widestOf(const Ticks& ticks) {
+    const QFontMetricsF metrics = labelMetrics();
+    double widest = 0;
+    for (const auto& tick : ticks) widest = std::max(widest, sizeOf(tick.text, metrics).width());
+    return widest;
+}
+
+/// Every how many labels one has room, when each needs `needed` and they stand `apart`.
+std::size_t everyHowMany(double needed, double apart) {
+    return static_cast<std::size_t>(std::max(1.0, std::ceil(needed / std::max(apart, 0.1))));
 }
 
 /// From zero, unless all amounts lie close to one another far above it.
@@ -72,230 +84,331 @@ Scale amountScale(double least, double most) {
     return roundScale(apart ? least : std::min(0.0, least), most, kAmountSteps, 1);
 }
 
-QBarSet* barSet(const QString& name, const QColor& colour, const QColor& ground) {
-    auto* set = new QBarSet(name);
-    set->setColor(colour);
-    set->setBorderColor(ground);
-    set->setSelectedColor(ground.lightness() < 128 ? colour.lighter(120) : colour.darker(135));
-    return set;
+std::pair<double, double> range(const Points& points, double Points::Point::*member) {
+    const auto [least, most] =
+        std::minmax_element(points.points.begin(), points.points.end(),
+                            [&](const auto& a, const auto& b) { return a.*member < b.*member; });
+    return {(*least).*member, (*most).*member};
+}
+
+bool standUpright(double slot, double widest) {
+    return widest > slot - kGap && slot - kGap < kLeastWrap * labelMetrics().height();
 }
 
 }  // namespace
 
-PointMarks::PointMarks(QChart* chart, const Points& points, const QColor& ink, const QColor& ring)
-    : QGraphicsItem(chart), points_(points), ink_(ink), ring_(ring) {
-    setZValue(100);                        // above the grid and the frame
-    setFlag(ItemUsesExtendedStyleOption);  // to draw no more than what was uncovered
-    ink_.setAlpha(kMarkOpacity);
-}
+ChartPicture::ChartPicture(Chart chart, const widgets::ChartColors& colors)
+    : chart_(std::move(chart)), colors_(colors) {}
 
-void PointMarks::setRanges(const QRectF& ranges) {
-    ranges_ = ranges;
-}
-
-void PointMarks::setArea(const QRectF& area) {
-    prepareGeometryChange();
-    area_ = area;
-}
-
-QPointF PointMarks::position(std::size_t point) const {
-    const Points::Point& at = points_.points[point];
-    return {area_.left() + (at.x - ranges_.left()) / ranges_.width() * area_.width(),
-            area_.bottom() - (at.y - ranges_.top()) / ranges_.height() * area_.height()};
-}
-
-int PointMarks::nearest(QPointF place) const {
-    int found = -1;
-    double least = kReach * kReach;
-    for (std::size_t i = 0; i < points_.points.size(); ++i) {
-        const QPointF away = position(i) - place;
-        const double distance = QPointF::dotProduct(away, away);
-        if (distance >= least) continue;
-        least = distance;
-        found = static_cast<int>(i);
+void ChartPicture::resize(const QSizeF& size) {
+    all_ = QRectF(QPointF(), size);
+    plot_ = QRectF();
+    writings_.clear();
+    grid_.clear();
+    bars_.clear();
+    swatches_.clear();
+    marks_.clear();
+    QRectF room = all_.adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    room.setTop(layHead(room));
+    if (itemCount(chart_) == 0) {
+        const QFontMetricsF metrics(chartFont());
+        writings_.push_back(
+            {room, wrapped(chart_.empty, metrics, room.width(), kNameLines), colors_.muted, false, true});
+        return;
     }
-    return found;
+    std::visit([&](const auto& content) { lay(content, room); }, chart_.content);
 }
 
-void PointMarks::setMarked(int point) {
-    for (const int changed : {marked_, point})
-        if (changed >= 0) update(aroundMark(position(static_cast<std::size_t>(changed))));
-    marked_ = point;
-}
-
-QRectF PointMarks::boundingRect() const {
-    return area_.adjusted(-kMarked, -kMarked, kMarked, kMarked);
-}
-
-void PointMarks::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget*) {
-    const QRectF shown = option->exposedRect.adjusted(-kMark, -kMark, kMark, kMark);
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(ink_);
-    const QPointF half(kMark / 2, kMark / 2);
-    for (std::size_t i = 0; i < points_.points.size(); ++i)
-        if (const QPointF at = position(i); shown.contains(at))
-            painter->drawEllipse(QRectF(at - half, QSizeF(kMark, kMark)));
-    if (marked_ < 0) return;
-    painter->setPen(QPen(ring_, 2));
-    painter->drawEllipse(position(static_cast<std::size_t>(marked_)), kMarked / 2, kMarked / 2);
-}
-
-ChartPicture::ChartPicture(Chart chart, const widgets::ChartColors& colors) : content_(std::move(chart)) {
-    dress(colors);
-    legend()->hide();
-    QString note = content_.note;
-    if (itemCount(content_) > 0)
-        std::visit([&](const auto& content) { fill(content, colors); }, content_.content);
-    else
-        note = content_.empty;
-    setTitle(QStringLiteral("<b>%1</b>&nbsp;&nbsp;&nbsp;%2")
-                 .arg(content_.title.toHtmlEscaped(), note.toHtmlEscaped()));
-}
-
-void ChartPicture::dress(const widgets::ChartColors& colors) {
-    setAnimationOptions(QChart::NoAnimation);
-    setBackgroundBrush(colors.ground);
-    setBackgroundPen(Qt::NoPen);
-    setBackgroundRoundness(0);
-    layout()->setContentsMargins(0, 0, 0, 0);
-    setTitleFont(chartFont());
-    setTitleBrush(colors.text);
-    setLocalizeNumbers(true);  // "##,##0"
-    setLocale(QLocale(QLocale::Japanese, QLocale::Japan));
-    legend()->setFont(chartFont(kAxisText));
-    legend()->setLabelColor(colors.text);
-    legend()->setAlignment(Qt::AlignTop);
-}
-
-void ChartPicture::place(QAbstractAxis* axis, Qt::Alignment side, const QString& title,
-                         const widgets::ChartColors& colors) {
-    axis->setLabelsFont(chartFont(kAxisText));
-    axis->setLabelsColor(colors.text);
-    axis->setTitleText(title);
-    axis->setTitleFont(chartFont(kAxisText));
-    axis->setTitleBrush(colors.muted);
-    axis->setGridLineColor(colors.line);
-    axis->setLinePenColor(colors.line);
-    addAxis(axis, side);
-}
-
-void ChartPicture::fill(const Distribution& distribution, const widgets::ChartColors& colors) {
-    auto* bars = new QBarSeries(this);
-    auto* set = barSet(content_.name, colors.series[0], colors.ground);
-    for (const int count : distribution.counts) *set << count;
-    bars->append(set);
-    bars->setBarWidth(1);
-    addSeries(bars);
-    bars_ = bars;
-    const Scale& classes = distribution.classes;
-    auto* places = placeAxis(classes.steps);
-    addAxis(places, Qt::AlignBottom);
-    bars->attachAxis(places);
-
-    // The edges of the classes are told, not their middles.
-    auto* edges = valueAxis(classes);
-    edges->setTickType(QValueAxis::TicksDynamic);
-    edges->setTickAnchor(classes.first);
-    edges->setTickInterval(classes.step * ((classes.steps + kMostClassLabels - 1) / kMostClassLabels));
-    edges->setGridLineVisible(false);
-    place(edges, Qt::AlignBottom, content_.xTitle, colors);
-    const int most = *std::max_element(distribution.counts.begin(), distribution.counts.end());
-    auto* counts = valueAxis(roundScale(0, most, kAmountSteps, 1));
-    place(counts, Qt::AlignLeft, content_.yTitle, colors);
-    bars->attachAxis(counts);
-}
-
-void ChartPicture::fill(const Points& points, const widgets::ChartColors& colors) {
-    const auto range = [&](double Points::Point::*member) {
-        const auto [least, most] = std::minmax_element(
-            points.points.begin(), points.points.end(),
-            [&](const auto& left, const auto& right) { return left.*member < right.*member; });
-        return std::pair((*least).*member, (*most).*member);
+/// Title, note and legend; where the rest begins.
+double ChartPicture::layHead(const QRectF& all) {
+    double top = all.top();
+    const auto line = [&](const QString& text, bool bold, int lines) {
+        if (text.isEmpty()) return;
+        const QFontMetricsF metrics(chartFont(bold ? 1 : kAxisText, bold));
+        const QString shown = wrapped(text, metrics, all.width() - 2, lines);
+        const QRectF area(all.left(), top, all.width(), heightOf(shown, metrics));
+        writings_.push_back(
+            {area, shown, bold ? colors_.text : colors_.muted, bold, bold, false, Qt::AlignLeft});
+        top = area.bottom() + 2;
     };
-    const auto [leastY, mostY] = range(&Points::Point::y);
-    const Scale amounts = amountScale(leastY, mostY);
-    QAbstractAxis* across = nullptr;
-    double left = -0.5;
-    double width = static_cast<double>(points.categories.size());
-    if (points.categories.isEmpty()) {
-        const auto [leastX, mostX] = range(&Points::Point::x);
-        const Scale numbers = roundScale(leastX, mostX, kNumberSteps, 1);
-        left = numbers.first;
-        width = numbers.last() - numbers.first;
-        across = valueAxis(numbers);
-    } else {
-        auto* names = new QBarCategoryAxis;
-        names->append(points.categories);
-        if (widthOf(points.categories) > kCategoryRoom) names->setLabelsAngle(-90);
-        across = names;
-    }
-    place(across, Qt::AlignBottom, content_.xTitle, colors);
-    place(valueAxis(amounts), Qt::AlignLeft, content_.yTitle, colors);
-    marks_ = new PointMarks(this, points, colors.series[0], colors.text);
-    marks_->setRanges({left, amounts.first, width, amounts.last() - amounts.first});
-    marks_->setArea(plotArea());
-    connect(this, &QChart::plotAreaChanged, this, [this](const QRectF& area) { marks_->setArea(area); });
+    line(chart_.title, true, 1);
+    line(chart_.note, false, 2);
+    return layLegend(all, top) + kGap;
 }
 
-void ChartPicture::fill(const Stack& stack, const widgets::ChartColors& colors) {
-    auto* bars = new QHorizontalStackedBarSeries(this);
-    const auto groups = stack.groups.size();
-    for (std::size_t s = 0; s < stack.series.size(); ++s) {
-        const Stack::Series& series = stack.series[s];
-        auto* set = barSet(series.name, colors.series[qsizetype(s) % colors.series.size()], colors.ground);
-        // The lowest bar comes first.
-        for (auto group = groups; group-- > 0;) *set << series.values[static_cast<std::size_t>(group)];
-        bars->append(set);
+double ChartPicture::layLegend(const QRectF& all, double top) {
+    const auto* stack = std::get_if<Stack>(&chart_.content);
+    if (!stack || stack->series.size() < 2) return top;
+    const QFontMetricsF metrics = labelMetrics();
+    const double swatch = metrics.ascent() * 0.8;
+    double left = all.left();
+    for (std::size_t s = 0; s < stack->series.size(); ++s) {
+        const QString name =
+            metrics.elidedText(stack->series[s].name, Qt::ElideRight, all.width() / 2 - swatch - 2 * kGap);
+        const double width = sizeOf(name, metrics).width();
+        if (left > all.left() && left + swatch + kGap + width > all.right()) {
+            left = all.left();
+            top += metrics.lineSpacing();
+        }
+        swatches_.push_back({{left, top + (metrics.lineSpacing() - swatch) / 2, swatch, swatch}, -1, s});
+        left += swatch + kGap;
+        writings_.push_back({{left, top, width, metrics.lineSpacing()}, name, colors_.text});
+        left += width + 3 * kGap;
     }
-    bars->setBarWidth(0.7);
-    addSeries(bars);
-    bars_ = bars;
-    auto* names = new QBarCategoryAxis;
-    names->append(QStringList(stack.groups.crbegin(), stack.groups.crend()));
-    names->setGridLineVisible(false);
-    place(names, Qt::AlignLeft, content_.yTitle, colors);
-    bars->attachAxis(names);
-    double least = 0;
-    double most = 0;
-    for (std::size_t group = 0; group < static_cast<std::size_t>(groups); ++group) {
-        least = std::min(least, stack.total(group));
-        most = std::max(most, stack.total(group));
-    }
-    auto* amounts = valueAxis(roundScale(least, most, kAmountSteps, 1));
-    place(amounts, Qt::AlignBottom, content_.xTitle, colors);
-    bars->attachAxis(amounts);
-    legend()->setVisible(stack.series.size() > 1);
+    return top + metrics.lineSpacing();
 }
 
-/// Bars are counted as they stand: those of groups from below.
-int ChartPicture::barOf(int item) const {
-    return std::holds_alternative<Stack>(content_.content) ? itemCount(content_) - 1 - item : item;
-}
-
-int ChartPicture::itemAt(QPointF position) const {
-    if (marks_) return marks_->nearest(position);
-    if (!bars_ || !plotArea().contains(position)) return -1;
-    const QPointF value = const_cast<ChartPicture*>(this)->mapToValue(position, bars_);
-    const double along = std::holds_alternative<Stack>(content_.content) ? value.y() : value.x();
-    return std::clamp(barOf(qRound(along)), 0, itemCount(content_) - 1);
-}
-
-void ChartPicture::setMarked(int item) {
-    if (marks_) marks_->setMarked(item);
-    if (!bars_) return;
-    for (QBarSet* set : bars_->barSets()) {
-        set->deselectAllBars();
-        if (item >= 0) set->selectBar(barOf(item));
+ChartPicture::Axis ChartPicture::numbers(const Scale& scale, const QString& title) {
+    Axis axis{scale.first, scale.last(), {}, title};
+    for (int i = 0; i <= scale.steps; ++i) {
+        const double at = scale.first + scale.step * i;
+        axis.ticks.push_back({at, store::formatGrouped(store::Money::fromDouble(at))});
     }
+    return axis;
+}
+
+ChartPicture::Axis ChartPicture::named(const QStringList& names, const QString& title) {
+    Axis axis{-0.5, static_cast<double>(names.size()) - 0.5, {}, title, true, false};
+    for (qsizetype i = 0; i < names.size(); ++i) axis.ticks.push_back({static_cast<double>(i), names[i]});
+    return axis;
+}
+
+double ChartPicture::leftRoom(const QRectF& room, const Axis& up) const {
+    const double widest = widestOf(up.ticks);
+    return (up.names ? std::min(widest, kNamesShare * room.width()) : widest) + kGap;
+}
+
+double ChartPicture::bottomRoom(const QRectF& room, double width, const Axis& across) const {
+    const QFontMetricsF metrics = labelMetrics();
+    if (!across.names) return metrics.lineSpacing();
+    const double slot = across.room(width);
+    const double widest = widestOf(across.ticks);
+    if (standUpright(slot, widest)) return std::min(widest, kNamesShare * room.height());
+    double highest = 0;
+    for (const Tick& tick : across.ticks)
+        highest = std::max(highest, heightOf(wrapped(tick.text, metrics, slot - kGap, kNameLines), metrics));
+    return highest;
+}
+
+/// The plot is what the labels leave. The title of the upward axis stands above it, to be read without
+/// turning the head.
+void ChartPicture::layAxes(const QRectF& room, Axis across, Axis up) {
+    const QFontMetricsF metrics = labelMetrics();
+    const double line = metrics.lineSpacing();
+    // The last number stands half beyond the plot's edge.
+    const double beyond = across.names ? 0 : widestOf(across.ticks) / 2;
+    const double left = std::max(leftRoom(room, up), beyond);
+    const double width = room.width() - left - beyond;
+    const double labels = bottomRoom(room, width, across);
+    const double below = line / 2 + labels + kGap + line;
+    plot_ = QRectF(room.left() + left, room.top() + kAbove * line, std::max(width, 1.0),
+                   std::max(room.height() - kAbove * line - below, 1.0));
+    ranges_ = {across.first, up.first, across.last - across.first, up.last - up.first};
+    const auto title = [&](const QString& text, const QRectF& area, Qt::Alignment alignment) {
+        writings_.push_back({area, metrics.elidedText(text, Qt::ElideRight, area.width()), colors_.muted,
+                             false, false, false, alignment});
+    };
+    title(up.title, {room.left(), room.top(), room.width(), line}, Qt::AlignLeft);
+    title(across.title, {plot_.left(), room.bottom() - line, plot_.width(), line}, Qt::AlignHCenter);
+    labelBelow(across, labels);
+    labelLeft(up, room.left());
+    grid_.emplace_back(plot_.bottomLeft(), plot_.bottomRight());
+    grid_.emplace_back(plot_.topLeft(), plot_.bottomLeft());
+}
+
+void ChartPicture::labelBelow(const Axis& across, double height) {
+    const QFontMetricsF metrics = labelMetrics();
+    const double widest = widestOf(across.ticks);
+    const double slot =
+        across.names ? across.room(plot_.width()) : plot_.width() / double(across.ticks.size() - 1);
+    const bool upright = across.names && standUpright(slot, widest);
+    const std::size_t every = everyHowMany(upright        ? metrics.lineSpacing()
+                                           : across.names ? 0
+                                                          : widest + kGap,
+                                           slot);
+    const double top = plot_.bottom() + metrics.lineSpacing() / 2;
+    for (std::size_t i = 0; i < across.ticks.size(); i += every) {
+        const double x = place(across.ticks[i].at, 0).x();
+        if (across.grid) grid_.emplace_back(x, plot_.top(), x, plot_.bottom());
+        const QString text = upright        ? metrics.elidedText(across.ticks[i].text, Qt::ElideRight, height)
+                             : across.names ? wrapped(across.ticks[i].text, metrics, slot - kGap, kNameLines)
+                                            : across.ticks[i].text;
+        QSizeF size = sizeOf(text, metrics);
+        if (upright) size.transpose();
+        writings_.push_back({{x - size.width() / 2, top, size.width(), size.height()},
+                             text,
+                             colors_.text,
+                             false,
+                             false,
+                             upright});
+    }
+}
+
+void ChartPicture::labelLeft(const Axis& up, double left) {
+    const QFontMetricsF metrics = labelMetrics();
+    const double line = metrics.lineSpacing();
+    const double slot = up.names ? up.room(plot_.height()) : plot_.height() / double(up.ticks.size() - 1);
+    const double width = plot_.left() - kGap - left;
+    const std::size_t every = everyHowMany(line, slot);
+    for (std::size_t i = 0; i < up.ticks.size(); i += every) {
+        const double y = place(0, up.ticks[i].at).y();
+        if (up.grid) grid_.emplace_back(plot_.left(), y, plot_.right(), y);
+        const QString text =
+            up.names ? wrapped(up.ticks[i].text, metrics, width, std::max(1, std::min(2, int(slot / line))))
+                     : up.ticks[i].text;
+        const double height = heightOf(text, metrics);
+        writings_.push_back(
+            {{left, y - height / 2, width, height}, text, colors_.text, false, false, false, Qt::AlignRight});
+    }
+}
+
+void ChartPicture::lay(const Distribution& distribution, const QRectF& room) {
+    // The edges of the classes are told, not their middles.
+    Axis edges = numbers(distribution.classes, chart_.xTitle);
+    edges.grid = false;
+    const int most = *std::max_element(distribution.counts.begin(), distribution.counts.end());
+    layAxes(room, edges, numbers(roundScale(0, most, kAmountSteps, 1), chart_.yTitle));
+    const Scale& classes = distribution.classes;
+    for (int i = 0; i < classes.steps; ++i)
+        bars_.push_back({QRectF(place(classes.first + classes.step * i, distribution.counts[size_t(i)]),
+                                place(classes.first + classes.step * (i + 1), 0)),
+                         i, 0});
+}
+
+void ChartPicture::lay(const Points& points, const QRectF& room) {
+    const auto [leastY, mostY] = range(points, &Points::Point::y);
+    const auto [leastX, mostX] = range(points, &Points::Point::x);
+    layAxes(room,
+            points.categories.isEmpty() ? numbers(roundScale(leastX, mostX, kNumberSteps, 1), chart_.xTitle)
+                                        : named(points.categories, chart_.xTitle),
+            numbers(amountScale(leastY, mostY), chart_.yTitle));
+    marks_.reserve(points.points.size());
+    for (const Points::Point& point : points.points) marks_.push_back(place(point.x, point.y));
+}
+
+/// Groups stand from above in their order, the pieces of a bar from zero outwards: what is added to the
+/// right, what is taken off to the left.
+void ChartPicture::lay(const Stack& stack, const QRectF& room) {
+    const auto groups = static_cast<std::size_t>(stack.groups.size());
+    std::vector<double> taken(groups), added(groups);
+    for (const Stack::Series& series : stack.series)
+        for (std::size_t group = 0; group < groups; ++group)
+            (series.values[group] < 0 ? taken : added)[group] += series.values[group];
+    Axis names = named(stack.groups, chart_.yTitle);
+    for (Tick& tick : names.ticks) tick.at = static_cast<double>(groups - 1) - tick.at;
+    layAxes(room,
+            numbers(roundScale(*std::min_element(taken.begin(), taken.end()),
+                               *std::max_element(added.begin(), added.end()), kAmountSteps, 1),
+                    chart_.xTitle),
+            names);
+    for (std::size_t group = 0; group < groups; ++group) {
+        const double middle = names.ticks[group].at;
+        double left = 0, right = 0;
+        for (std::size_t s = 0; s < stack.series.size(); ++s) {
+            const double value = stack.series[s].values[group];
+            double& end = value < 0 ? left : right;
+            bars_.push_back(
+                {QRectF(place(end, middle + kGroupBar / 2), place(end + value, middle - kGroupBar / 2))
+                     .normalized(),
+                 static_cast<int>(group), s});
+            end += value;
+        }
+    }
+}
+
+QPointF ChartPicture::place(double x, double y) const {
+    return {plot_.left() + (x - ranges_.left()) / ranges_.width() * plot_.width(),
+            plot_.bottom() - (y - ranges_.top()) / ranges_.height() * plot_.height()};
+}
+
+int ChartPicture::itemAt(QPointF at) const {
+    if (!marks_.empty()) {
+        int found = -1;
+        double least = kReach * kReach;
+        for (std::size_t i = 0; i < marks_.size(); ++i) {
+            const QPointF away = marks_[i] - at;
+            const double distance = QPointF::dotProduct(away, away);
+            if (distance >= least) continue;
+            least = distance;
+            found = static_cast<int>(i);
+        }
+        return found;
+    }
+    if (!plot_.contains(at)) return -1;
+    const double along = std::holds_alternative<Stack>(chart_.content)
+                             ? (at.y() - plot_.top()) / plot_.height()
+                             : (at.x() - plot_.left()) / plot_.width();
+    return std::clamp(static_cast<int>(along * itemCount(chart_)), 0, itemCount(chart_) - 1);
+}
+
+QRectF ChartPicture::markedArea(int item) const {
+    if (item < 0) return {};
+    if (!marks_.empty())
+        return {marks_[std::size_t(item)] - QPointF(kMarked, kMarked), QSizeF(2 * kMarked, 2 * kMarked)};
+    QRectF area;
+    for (const Bar& bar : bars_)
+        if (bar.item == item) area |= bar.area;
+    return area.adjusted(-1, -1, 1, 1);
+}
+
+QColor ChartPicture::seriesColor(std::size_t series, bool marked) const {
+    const QColor colour = colors_.series[static_cast<qsizetype>(series) % colors_.series.size()];
+    if (!marked) return colour;
+    return colors_.ground.lightness() < 128 ? colour.lighter(120) : colour.darker(135);
+}
+
+void ChartPicture::paint(QPainter& painter, const QRectF& exposed, int marked) const {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(exposed & all_, colors_.ground);
+    painter.setPen(QPen(colors_.line, 1));
+    for (const QLineF& line : grid_) painter.drawLine(line);
+    painter.setPen(QPen(colors_.ground, 1));
+    for (const auto* bars : {&bars_, &swatches_})
+        for (const Bar& bar : *bars)
+            if (!bar.area.isEmpty()) {
+                painter.setBrush(seriesColor(bar.series, marked >= 0 && bar.item == marked));
+                painter.drawRect(bar.area);
+            }
+    // Only what was uncovered: thousands of marks would make every move of the mouse wait.
+    const QRectF shown = exposed.adjusted(-kMark, -kMark, kMark, kMark);
+    QColor ink = seriesColor(0, false);
+    ink.setAlpha(kMarkOpacity);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    for (const QPointF& mark : marks_)
+        if (shown.contains(mark)) painter.drawEllipse(mark, kMark / 2, kMark / 2);
+    if (marked >= 0 && !marks_.empty()) {
+        painter.setPen(QPen(colors_.text, 2));
+        painter.drawEllipse(marks_[std::size_t(marked)], kMarked / 2, kMarked / 2);
+    }
+    for (const Writing& writing : writings_) {
+        painter.setPen(writing.ink);
+        painter.setFont(chartFont(writing.heading ? 1 : kAxisText, writing.bold));
+        painter.save();
+        QRectF area(QPointF(), writing.area.size());
+        if (writing.upright) {
+            painter.translate(writing.area.bottomLeft());
+            painter.rotate(-90);
+            area = area.transposed();
+        } else {
+            painter.translate(writing.area.topLeft());
+        }
+        painter.drawText(area, int(writing.alignment | Qt::AlignVCenter) | Qt::TextDontClip, writing.text);
+        painter.restore();
+    }
+    painter.restore();
 }
 
 void paintChart(QPainter& painter, const QRectF& area, const Chart& chart) {
-    QGraphicsScene scene;
-    auto* picture = new ChartPicture(chart, widgets::paperChartColors());
-    scene.addItem(picture);
-    picture->resize(kPaperWidth, kPaperWidth * area.height() / area.width());
-    scene.render(&painter, area, picture->geometry());
+    ChartPicture picture(chart, widgets::paperChartColors());
+    const QSizeF size(kPaperWidth, kPaperWidth * area.height() / area.width());
+    picture.resize(size);
+    painter.save();
+    painter.translate(area.topLeft());
+    painter.scale(area.width() / size.width(), area.height() / size.height());
+    picture.paint(painter, QRectF(QPointF(), size));
+    painter.restore();
 }
 
 std::vector<ReportPainter::ExtraPage> chartPages(const std::vector<Chart>& charts, bool upright) {

@@ -1,62 +1,91 @@
 #pragma once
-#include <QAbstractBarSeries>
-#include <QChart>
-#include <QGraphicsItem>
-#include <memory>
+#include <QColor>
+#include <QRectF>
+#include <QString>
 #include <vector>
 
 #include "reports/chart.h"
 #include "reports/ui_report_painter.h"
 #include "widgets/theme.h"
 
+class QPainter;
+
 namespace reports {
 
-/// The marks of a chart of points as one item: a scatter series makes an item of each point, and thousands of
-/// employees would make every move of the window wait. On paper the marks stay sharp.
-class PointMarks : public QGraphicsItem {
-  public:
-    PointMarks(QChart* chart, const Points& points, const QColor& ink, const QColor& ring);
-    void setRanges(const QRectF& ranges);  ///< what x and y run over, from the least of both
-    void setArea(const QRectF& area);      ///< where that lies in the chart
-    int nearest(QPointF place) const;      ///< the point within reach of a place; -1 for none
-    void setMarked(int point);             ///< ringed; -1 for none
-
-    QRectF boundingRect() const override;
-    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
-
-  private:
-    QPointF position(std::size_t point) const;
-
-    Points points_;
-    QColor ink_, ring_;
-    QRectF ranges_{0, 0, 1, 1};
-    QRectF area_;
-    int marked_ = -1;
-};
-
-/// A chart drawn: axes, bars or marks, legend, title, in the given colours.
-class ChartPicture : public QChart {
-    Q_OBJECT
+/// A chart laid out in a size: title, legend, axes, bars or marks, in the given colours. The same layout is
+/// drawn on the screen, into a picture and on paper. Writing never overlaps: what has no room is wrapped,
+/// stands upright, ends in an ellipsis, or is left out where every second or third label says enough.
+class ChartPicture {
   public:
     ChartPicture(Chart chart, const widgets::ChartColors& colors);
 
-    const Chart& chart() const { return content_; }
+    const Chart& chart() const { return chart_; }
+    void resize(const QSizeF& size);
+    /// Draws what lies in `exposed`; `marked` is the class, point or group that is read, -1 for none.
+    void paint(QPainter& painter, const QRectF& exposed, int marked = -1) const;
+
+    /// Where bars and marks lie; empty for a chart without content.
+    const QRectF& plotArea() const { return plot_; }
     /// The class, point or group at a place of the picture; -1 for none.
-    int itemAt(QPointF position) const;
-    void setMarked(int item);
+    int itemAt(QPointF place) const;
+    /// What changes its look when the item becomes the marked one.
+    QRectF markedArea(int item) const;
+
+    struct Writing {
+        QRectF area;  ///< the text's own room, all lines of it
+        QString text;
+        QColor ink;
+        bool bold = false;
+        bool heading = false;  ///< in the full size; labels are a little smaller
+        bool upright = false;  ///< turned by a quarter, read from below
+        Qt::Alignment alignment = Qt::AlignCenter;
+    };
+    const std::vector<Writing>& writings() const { return writings_; }
 
   private:
-    void dress(const widgets::ChartColors& colors);
-    void fill(const Distribution& distribution, const widgets::ChartColors& colors);
-    void fill(const Points& points, const widgets::ChartColors& colors);
-    void fill(const Stack& stack, const widgets::ChartColors& colors);
-    void place(QAbstractAxis* axis, Qt::Alignment side, const QString& title,
-               const widgets::ChartColors& colors);
-    int barOf(int item) const;
+    struct Tick {
+        double at;
+        QString text;
+    };
+    /// What runs along one side of the plot: numbers at round places, or names each in the middle of a room.
+    struct Axis {
+        double first, last;
+        std::vector<Tick> ticks;
+        QString title;
+        bool names = false;
+        bool grid = true;
+        double room(double length) const { return length / (last - first); }
+    };
+    struct Bar {
+        QRectF area;
+        int item;
+        std::size_t series;
+    };
 
-    Chart content_;
-    PointMarks* marks_ = nullptr;
-    QAbstractBarSeries* bars_ = nullptr;
+    static Axis numbers(const Scale& scale, const QString& title);
+    static Axis named(const QStringList& names, const QString& title);
+    double layHead(const QRectF& all);
+    double layLegend(const QRectF& all, double top);
+    void layAxes(const QRectF& room, Axis across, Axis up);
+    double leftRoom(const QRectF& room, const Axis& up) const;
+    double bottomRoom(const QRectF& room, double width, const Axis& across) const;
+    void labelBelow(const Axis& across, double height);
+    void labelLeft(const Axis& up, double left);
+    void lay(const Distribution& distribution, const QRectF& room);
+    void lay(const Points& points, const QRectF& room);
+    void lay(const Stack& stack, const QRectF& room);
+    QPointF place(double x, double y) const;
+    QColor seriesColor(std::size_t series, bool marked) const;
+
+    Chart chart_;
+    widgets::ChartColors colors_;
+    QRectF all_, plot_;
+    QRectF ranges_{0, 0, 1, 1};  ///< what x and y run over in the plot, from the least of both
+    std::vector<Writing> writings_;
+    std::vector<QLineF> grid_;
+    std::vector<Bar> bars_;
+    std::vector<Bar> swatches_;  ///< of the legend
+    std::vector<QPointF> marks_;
 };
 
 /// Draws a chart into an area of any painter, in the colours of paper.

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QToolTip>
 #include <algorithm>
 #include <optional>
@@ -32,41 +33,46 @@ std::optional<int> moved(int key, int item, int last) {
 }  // namespace
 
 ChartView::ChartView(const Chart& chart, QWidget* parent)
-    : QChartView(parent), picture_(new ChartPicture(chart, widgets::chartColors())) {
-    setChart(picture_);
-    setRenderHint(QPainter::Antialiasing);
+    : QWidget(parent), picture_(chart, widgets::chartColors()) {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(kLeast);
-    setBackgroundBrush(widgets::chartColors().ground);
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(chart.title);
     setAccessibleDescription(chart.note);
 }
 
+void ChartView::resizeEvent(QResizeEvent*) {
+    picture_.resize(size());
+}
+
+void ChartView::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    picture_.paint(painter, event->rect(), item_);
+}
+
 QString ChartView::point(int item) {
+    for (const int changed : {item_, item}) update(picture_.markedArea(changed).toAlignedRect());
     item_ = item;
-    picture_->setMarked(item);
-    const QString text = item < 0 ? QString() : describeItem(picture_->chart(), item);
-    setAccessibleDescription(text.isEmpty() ? picture_->chart().note : text);
+    const QString text = item < 0 ? QString() : describeItem(picture_.chart(), item);
+    setAccessibleDescription(text.isEmpty() ? picture_.chart().note : text);
     Q_EMIT pointed(text);
     return text;
 }
 
 void ChartView::mouseMoveEvent(QMouseEvent* event) {
-    QChartView::mouseMoveEvent(event);
-    const int item = picture_->itemAt(picture_->mapFromScene(mapToScene(event->position().toPoint())));
+    const int item = picture_.itemAt(event->position());
     if (item != item_) QToolTip::showText(event->globalPosition().toPoint(), point(item), this);
 }
 
-void ChartView::leaveEvent(QEvent* event) {
-    QChartView::leaveEvent(event);
+void ChartView::leaveEvent(QEvent*) {
     if (item_ >= 0) point(-1);
 }
 
 void ChartView::keyPressEvent(QKeyEvent* event) {
-    const int last = itemCount(picture_->chart()) - 1;
+    const int last = itemCount(picture_.chart()) - 1;
     const auto item = moved(event->key(), item_, last);
-    if (!item) return QChartView::keyPressEvent(event);
+    if (!item) return QWidget::keyPressEvent(event);
     if (const int next = std::clamp(*item, 0, last); next != item_) point(next);
     event->accept();
 }

@@ -1,5 +1,5 @@
 #pragma once
-#include <QChartView>
+#include <QWidget>
 
 #include "reports/ui_chart_picture.h"
 
@@ -7,17 +7,19 @@ namespace reports {
 
 /// A chart in a window. The mouse points at a class, point or group; the arrow keys, Home and End move
 /// through them. What is pointed at is ringed or stands out, and is told beside the mouse and to the window.
-class ChartView : public QChartView {
+class ChartView : public QWidget {
     Q_OBJECT
   public:
     ChartView(const Chart& chart, QWidget* parent);
 
-    const Chart& shown() const { return picture_->chart(); }
+    const ChartPicture& picture() const { return picture_; }
 
   Q_SIGNALS:
     void pointed(const QString& text);  ///< empty when nothing is pointed at any more
 
   protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -25,7 +27,7 @@ class ChartView : public QChartView {
   private:
     QString point(int item);
 
-    ChartPicture* picture_;
+    ChartPicture picture_;
     int item_ = -1;
 };
 

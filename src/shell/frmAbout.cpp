@@ -7,31 +7,13 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "shell/frmLicence.h"
 #include "shell/global_record.h"
+#include "shell/licences.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
 namespace shell {
-
-namespace {
-
-struct Library {
-    QString name;
-    QString purpose;
-    QString licence;
-};
-
-std::vector<Library> usedLibraries() {
-    return {{QStringLiteral("Qt ") + QString::fromLatin1(qVersion()), QStringLiteral("画面と印刷"),
-             QStringLiteral("LGPL バージョン3")},
-            {QStringLiteral("SQLite3 Multiple Ciphers"), QStringLiteral("データの保存と暗号化"),
-             QStringLiteral("MIT ライセンス")},
-            {QStringLiteral("ICU"), QStringLiteral("文字の変換"), QStringLiteral("Unicode ライセンス")},
-            {QStringLiteral("libxlsxwriter"), QStringLiteral("表計算の書き出し"),
-             QStringLiteral("BSD 2条項ライセンス")}};
-}
-
-}  // namespace
 
 frmAbout::frmAbout(House& house, QWidget* parent)
     : Form(QStringLiteral("frmAbout"), QStringLiteral("ひなた堂ミント【賞与配分】のﾊﾞｰｼﾞｮﾝ情報"), parent) {
@@ -49,6 +31,8 @@ frmAbout::frmAbout(House& house, QWidget* parent)
     auto* ok = make<QPushButton>(QStringLiteral("cmdOK"), QStringLiteral("OK"));
     widgets::setPrimary(ok);
     setCancelButton(ok);
+    auto* licences =
+        make<QPushButton>(QStringLiteral("cmdLicence"), QStringLiteral("ライセンスの全文(&L)..."));
 
     auto* column = widgets::columnOf(this);
     column->addWidget(title);
@@ -57,8 +41,9 @@ frmAbout::frmAbout(House& house, QWidget* parent)
     column->addWidget(dataFolder(house.global.dataDir()));
     column->addWidget(libraries());
     column->addStretch();
-    column->addLayout(widgets::buttonRow({}, {ok}));
+    column->addLayout(widgets::buttonRow({licences}, {ok}));
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    connect(licences, &QPushButton::clicked, this, [this] { showChild(new frmLicence(this)); });
     ok->setFocus();
 }
 

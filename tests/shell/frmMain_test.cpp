@@ -8,7 +8,10 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QListWidget>
 #include <QMenu>
+#include <QPlainTextEdit>
+#include <QSet>
 #include <QTest>
 #include <QTimer>
 
@@ -112,6 +115,19 @@ TEST_F(MainWindow, HelpMenuOpensEachBookAndTheVersionBox) {
     }
     driver_.onScreen(u"frmAbout"_s, [this](QDialog& form) {
         EXPECT_EQ(text(form, u"lblDataFolder"_s), QDir::toNativeSeparators(company_.dataDir()));
+        driver_.onScreen(u"frmLicence"_s, [](QDialog& texts) {
+            auto& list = control<QListWidget>(texts, u"lstLicence"_s);
+            const auto& shown = control<QPlainTextEdit>(texts, u"txtLicence"_s);
+            QSet<QString> seen;
+            for (int row = 0; row < list.count(); ++row) {
+                list.setCurrentRow(row);
+                EXPECT_GT(shown.toPlainText().size(), 300) << list.item(row)->text().toStdString();
+                seen << shown.toPlainText();
+            }
+            EXPECT_EQ(seen.size(), list.count());
+            click(texts, u"cmdClose"_s);
+        });
+        click(form, u"cmdLicence"_s);
         click(form, u"cmdOK"_s);
     });
     click(main(), u"mnuHelpNo_3"_s);
