@@ -2,9 +2,11 @@
 
 #include "main_screens.h"
 #include "shell/ui_program.h"
+#include "widgets/platform_messages.h"
 #include "widgets/theme.h"
 
 int main(int argc, char** argv) {
+    widgets::dropSizeHintMessage();
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("ひなた堂ミント"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MINT_VERSION));

@@ -3,10 +3,12 @@
 #include <QApplication>
 
 #include "screen_driver.h"
+#include "widgets/platform_messages.h"
 #include "widgets/theme.h"
 
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    widgets::dropSizeHintMessage();
     QApplication app(argc, argv);
     widgets::applyTheme(app, widgets::Scheme::Light);
     testing::InitGoogleTest(&argc, argv);

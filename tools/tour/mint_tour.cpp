@@ -16,6 +16,7 @@
 #include "screen_driver.h"
 #include "shell/frmMain.h"
 #include "shell/ui_program.h"
+#include "widgets/platform_messages.h"
 #include "widgets/theme.h"
 
 namespace {
@@ -297,6 +298,7 @@ int Tour::run() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    widgets::dropSizeHintMessage();
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("ひなた堂ミント"));
     const QStringList arguments = QCoreApplication::arguments();
