@@ -2,11 +2,9 @@
 #include <sqlite3.h>
 
 #include <QTemporaryDir>
-#include <algorithm>
-#include <chrono>
-#include <map>
 #include <stdexcept>
 
+#include "measure.h"
 #include "prep/auto_input.h"
 #include "prep/snapshot.h"
 #include "store/catalog.h"
@@ -136,13 +134,6 @@ class Company {
     std::unique_ptr<store::Connection> cn_;
 };
 
-Company& company(int employees) {
-    static std::map<int, std::unique_ptr<Company>> made;
-    auto& entry = made[employees];
-    if (!entry) entry = std::make_unique<Company>(employees);
-    return *entry;
-}
-
 /// The same in the engine: the list of employees, one update and one insert, each for all rows at once.
 QStringList setBased() {
     const QString wage =
@@ -183,36 +174,24 @@ QStringList setBased() {
     return statements;
 }
 
+/// The work in a transaction of its own, commit included.
 template <typename Work>
-double seconds(Company& c, const Work& work) {
-    const auto start = std::chrono::steady_clock::now();
-    store::Transaction transaction(c.cn());
-    work();
-    transaction.commit();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> samples) {
-    const auto middle = samples.begin() + std::ptrdiff_t(samples.size() / 2);
-    std::nth_element(samples.begin(), middle, samples.end());
-    return *middle;
+auto committed(Company& c, const Work& work) {
+    return [&c, work] {
+        store::Transaction transaction(c.cn());
+        work();
+        transaction.commit();
+    };
 }
 
 void BM_AutoInput(benchmark::State& state) {
-    const int employees = int(state.range(0));
-    Company& c = company(employees);
+    Company& c = measured::company<Company>(int(state.range(0)));
     const QStringList floor = setBased();
-    std::vector<double> own, bare;
-    for (auto _ : state) {
-        own.push_back(seconds(c, [&] { prep::autoInput(c.cn(), c.run, criteria::Houshiki::Kojinbetsu); }));
-        bare.push_back(seconds(c, [&] {
-            for (const QString& statement : floor) c.cn().execute(statement);
-        }));
-        state.SetIterationTime(own.back());
-    }
-    state.counters["per_employee_us"] = median(own) * 1e6 / employees;
-    state.counters["floor_ms"] = median(bare) * 1e3;
-    state.counters["times_floor"] = median(own) / median(bare);
+    measured::compare(state,
+                      committed(c, [&] { prep::autoInput(c.cn(), c.run, criteria::Houshiki::Kojinbetsu); }),
+                      committed(c, [&] {
+                          for (const QString& statement : floor) c.cn().execute(statement);
+                      }));
 }
 
 BENCHMARK(BM_AutoInput)

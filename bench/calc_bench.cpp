@@ -2,13 +2,11 @@
 #include <sqlite3.h>
 
 #include <QTemporaryDir>
-#include <algorithm>
-#include <chrono>
-#include <map>
 #include <stdexcept>
 
 #include "calc/kojinbetsu.h"
 #include "calc/sougaku.h"
+#include "measure.h"
 #include "store/catalog.h"
 #include "store/company_files.h"
 
@@ -92,13 +90,6 @@ class Company {
     QTemporaryDir folder_;
     std::unique_ptr<store::Connection> cn_;
 };
-
-Company& company(int employees) {
-    static std::map<int, std::unique_ptr<Company>> made;
-    auto& entry = made[employees];
-    if (!entry) entry = std::make_unique<Company>(employees);
-    return *entry;
-}
 
 void calculate(Company& c, const Method& method) {
     store::Transaction transaction(c.cn());
@@ -267,36 +258,23 @@ class SetBased {
     QStringList statements_;
 };
 
-template <typename Work>
-double seconds(const Work& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> samples) {
-    std::nth_element(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2),
-                     samples.end());
-    return samples[samples.size() / 2];
-}
-
 void measure(benchmark::State& state, const Method& method) {
     const int employees = static_cast<int>(state.range(0));
-    Company& c = company(employees);
+    Company& c = measured::company<Company>(employees);
     calculate(c, method);  // the values that the floor writes, and a first decision to replace
     const Floor floor(c, method);
     const SetBased setBased(c, method);
     std::vector<double> own, bare, sql;
     for (auto _ : state) {
-        own.push_back(seconds([&] { calculate(c, method); }));
-        bare.push_back(seconds(floor));
-        sql.push_back(seconds(setBased));
+        own.push_back(measured::seconds([&] { calculate(c, method); }));
+        bare.push_back(measured::seconds(floor));
+        sql.push_back(measured::seconds(setBased));
         state.SetIterationTime(own.back());
     }
-    state.counters["per_employee_us"] = median(own) * 1e6 / employees;
-    state.counters["floor_ms"] = median(bare) * 1e3;
-    state.counters["set_based_ms"] = median(sql) * 1e3;
-    state.counters["times_floor"] = median(own) / median(bare);
+    state.counters["per_employee_us"] = measured::median(own) * 1e6 / employees;
+    state.counters["floor_ms"] = measured::median(bare) * 1e3;
+    state.counters["set_based_ms"] = measured::median(sql) * 1e3;
+    state.counters["times_floor"] = measured::median(own) / measured::median(bare);
 }
 
 void BM_Kojinbetsu(benchmark::State& state) {

@@ -2,11 +2,9 @@
 #include <sqlite3.h>
 
 #include <QTemporaryDir>
-#include <algorithm>
-#include <chrono>
-#include <map>
 #include <stdexcept>
 
+#include "measure.h"
 #include "prep/snapshot.h"
 #include "store/catalog.h"
 #include "store/company_files.h"
@@ -67,13 +65,6 @@ class Company {
     QTemporaryDir folder_;
     std::unique_ptr<store::Connection> cn_;
 };
-
-Company& company(int employees) {
-    static std::map<int, std::unique_ptr<Company>> made;
-    auto& entry = made[employees];
-    if (!entry) entry = std::make_unique<Company>(employees);
-    return *entry;
-}
 
 /// The rows of one table as the engine's own values, and the bare statement that writes them again.
 class Copy {
@@ -144,36 +135,23 @@ class Floor {
     std::vector<std::unique_ptr<Copy>> copies_;
 };
 
-template <typename Work>
-double seconds(const Work& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> samples) {
-    const auto middle = samples.begin() + std::ptrdiff_t(samples.size() / 2);
-    std::nth_element(samples.begin(), middle, samples.end());
-    return *middle;
-}
-
 void BM_SnapshotImport(benchmark::State& state) {
     const int employees = int(state.range(0));
-    Company& c = company(employees);
+    Company& c = measured::company<Company>(employees);
     c.importWinter();
     const Floor floor(c);
     c.removeWinter();
     std::vector<double> own, bare;
     for (auto _ : state) {
-        own.push_back(seconds([&] { c.importWinter(); }));
+        own.push_back(measured::seconds([&] { c.importWinter(); }));
         c.removeWinter();
-        bare.push_back(seconds(floor));
+        bare.push_back(measured::seconds(floor));
         c.removeWinter();
         state.SetIterationTime(own.back());
     }
-    state.counters["per_employee_us"] = median(own) * 1e6 / employees;
-    state.counters["floor_ms"] = median(bare) * 1e3;
-    state.counters["times_floor"] = median(own) / median(bare);
+    state.counters["per_employee_us"] = measured::median(own) * 1e6 / employees;
+    state.counters["floor_ms"] = measured::median(bare) * 1e3;
+    state.counters["times_floor"] = measured::median(own) / measured::median(bare);
 }
 
 BENCHMARK(BM_SnapshotImport)

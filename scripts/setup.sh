@@ -1,7 +1,9 @@
-# Sourced by ./run, ./test and .ci/run: what the machine needs, and the one build of the project.
+# Sourced by ./run, ./test, bench/run and .ci/run: what the machine needs, and the one build of the project (of the
+# preset named in `preset`; dev if none is).
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-build="$root/build/dev"
+preset="${preset:-dev}"
+build="$root/build/$preset"
 
 say() { printf '%s\n' "▸ $*"; }
 
@@ -36,9 +38,9 @@ install_packages() {
 # build_project target...: configures once and builds what changed.
 build_project() {
     if [ ! -f "$build/build.ninja" ]; then
-        say "ビルドを準備しています（build/dev）"
+        say "ビルドを準備しています（build/$preset）"
         mkdir -p "$build"
-        (cd "$root" && cmake --preset dev >"$build/configure.log" 2>&1) || {
+        (cd "$root" && cmake --preset "$preset" >"$build/configure.log" 2>&1) || {
             cat "$build/configure.log"
             exit 1
         }
@@ -46,7 +48,7 @@ build_project() {
     say "ビルドしています（変わったところだけ）"
     if ! cmake --build "$build" --target "$@" >"$build/build.log" 2>&1; then
         tail -n 60 "$build/build.log"
-        say "ビルドに失敗しました。全文は build/dev/build.log にあります。"
+        say "ビルドに失敗しました。全文は build/$preset/build.log にあります。"
         exit 1
     fi
 }

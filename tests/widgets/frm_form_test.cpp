@@ -19,6 +19,7 @@
 #include "widgets/code_list.h"
 #include "widgets/form.h"
 #include "widgets/layout.h"
+#include "widgets/platform_messages.h"
 #include "widgets/table.h"
 
 using namespace Qt::StringLiterals;
@@ -135,6 +136,21 @@ const struct {
     {"read-only", [](F& f) { f.checked->setReadOnly(true), key(Qt::Key_Tab)(f); }, false},
     {"closing the window", [](F& f) { f.QDialog::close(); }, false},
 };
+
+TEST(PlatformMessages, OnlyTheLineAboutSizeHintsIsDropped) {
+    static QStringList heard;
+    heard.clear();
+    const auto before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& message) { heard << message; });
+    dropSizeHintMessage();
+    dropSizeHintMessage();  // a second call does not pass messages on to itself
+    for (const char* message : {"This plugin does not support propagateSizeHints()", "fault",
+                                "fault: This plugin does not support propagateSizeHints()"})
+        qWarning("%s", message);
+    qInstallMessageHandler(before);
+    EXPECT_EQ(heard,
+              (QStringList{u"fault"_s, u"fault: This plugin does not support propagateSizeHints()"_s}));
+}
 
 }  // namespace
 
