@@ -82,13 +82,17 @@ void Results::ReportRuns(const std::vector<Run>& runs) {
     }
 }
 
-bool Results::tellGoals() const {
+bool Results::tellGoals(bool all) const {
     bool reached = true;
     std::printf("\n%-42s %10s %10s\n", "Goal", "measured", "at most");
     for (const Goal& goal : kGoals) {
         const auto run = runs_.find(goal.run);
         const auto other = runs_.find(*goal.other ? goal.other : goal.run);
-        if (run == runs_.end() || other == runs_.end()) continue;
+        if (run == runs_.end() || other == runs_.end()) {
+            if (all) std::printf("%-42s %10s\n", goal.what, "not measured");
+            reached = reached && !all;
+            continue;
+        }
         const double figure = figureOf(goal, run->second, other->second);
         const char* unit = goal.figure == Figure::Milliseconds ? "ms" : "x ";
         const bool within = figure <= goal.most;

@@ -14,9 +14,9 @@ class Results : public benchmark::ConsoleReporter {
     using ConsoleReporter::ConsoleReporter;
     void ReportRuns(const std::vector<Run>& runs) override;
 
-    /// The table of goals with what was measured beside: only those whose measurements ran. True when each
-    /// is reached.
-    bool tellGoals() const;
+    /// The table of goals with what was measured beside. True when each is reached; one whose measurement did
+    /// not run counts as missed when `all` ran, and is left out otherwise.
+    bool tellGoals(bool all) const;
     /// True when a measurement ended in an error.
     bool failed() const { return failed_; }
 
