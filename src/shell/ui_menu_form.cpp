@@ -16,14 +16,6 @@ constexpr int kManyEntries = 5;  ///< more buttons than this stand in two column
 const QString kHelpControl = QStringLiteral("Command11");
 
 constexpr QPoint kMenuPlace(widgets::twips(45), widgets::twips(600));
-constexpr QPoint kOffScreen(widgets::twips(40000), widgets::twips(40000));
-
-/// False without a main window.
-bool standUnderMain(QWidget* screen, QPoint away) {
-    const QWidget* main = mainWindowOf(screen);
-    if (main) screen->move(main->pos() + away);
-    return main != nullptr;
-}
 
 bool closes(const MenuEntry& entry) {
     return entry.screen.isEmpty() && !entry.action;
@@ -110,16 +102,21 @@ void MenuForm::place() {
     placeAsMenu(this);
 }
 
+// The window goes, the dialog goes on: QDialog would take its own setVisible(false) for its end.
 void MenuForm::deactivated() {
-    standUnderMain(this, kOffScreen);
+    QWidget::setVisible(false);
 }
 
+/// Where it stood: the user may have moved it.
 void MenuForm::activated() {
-    standUnderMain(this, kMenuPlace);
+    QWidget::setVisible(true);
 }
 
 void placeAsMenu(widgets::Form* screen) {
-    if (!standUnderMain(screen, kMenuPlace)) widgets::center_form(screen);
+    if (const QWidget* main = mainWindowOf(screen))
+        screen->move(main->pos() + kMenuPlace);
+    else
+        widgets::center_form(screen);
 }
 
 QWidget* mainWindowOf(const QWidget* screen) {

@@ -27,7 +27,7 @@ struct MenuEntry {
 
 /// A menu: large buttons under a heading, in two columns where there are many; the closing entry and help
 /// (Command11) stand apart at the bottom, and Escape closes. It stands at a fixed place under the main
-/// window, moves off every screen while a child is up, and comes back when control returns.
+/// window, is not seen while a child is up, and comes back where it stood when control returns.
 class MenuForm : public widgets::Form {
     Q_OBJECT
   public:
