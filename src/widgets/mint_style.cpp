@@ -82,7 +82,9 @@ void drawButton(const QStyleOption* option, QPainter* painter, const QString& ro
 void drawIndicator(const QStyleOption* option, QPainter* painter, bool round) {
     const bool enabled = has(option, QStyle::State_Enabled);
     const bool on = has(option, QStyle::State_On);
-    const QColor accent = enabled ? accentColor() : borderOf(option);
+    // What a locked option says is read like its text.
+    const QColor accent =
+        enabled ? accentColor() : option->palette.color(QPalette::Disabled, QPalette::WindowText);
     const QRect box = option->rect;
     const qreal radius = round ? box.height() / 2.0 : 3;
     const bool ring = on || (enabled && has(option, QStyle::State_HasFocus));

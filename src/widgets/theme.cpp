@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QFontDatabase>
+#include <QIcon>
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QPalette>
@@ -14,10 +15,16 @@
 
 #include "widgets/mint_style.h"
 
+// In the global namespace, as the macro demands.
+static void initIcons() {
+    Q_INIT_RESOURCE(icons);
+}
+
 namespace widgets {
 namespace {
 
-/// Text colours keep 4.5 : 1 or more against the surfaces they stand on, the series of a chart 3 : 1.
+/// Text colours keep 4.5 : 1 or more against the surfaces they stand on, the series of a chart 3 : 1. So does
+/// `disabled`: what is locked is still read. That it cannot be changed is said by its flat ground.
 struct Colours {
     QRgb window, surface, stripe, text, muted, disabled, button, line, strongLine;
     QRgb accent, onAccent, tint, onTint, danger, link, amber;
@@ -29,7 +36,7 @@ constexpr Colours kLight{0xfff5f3ef,
                          0xfffaf9f6,
                          0xff26241f,
                          0xff68645b,
-                         0xffa09b90,
+                         0xff706b61,
                          0xfffdfcfa,
                          0xffd3cec4,
                          0xff8f897d,
@@ -46,7 +53,7 @@ constexpr Colours kDark{0xff232320,
                         0xff31312d,
                         0xffeceae4,
                         0xffaca89d,
-                        0xff77736a,
+                        0xffa19d93,
                         0xff373733,
                         0xff4b4a45,
                         0xff8d897f,
@@ -143,6 +150,14 @@ QFont interfaceFont(const QFont& platform) {
     return font;
 }
 
+/// Of every window, in the sizes that desktops ask for.
+QIcon windowIcon() {
+    initIcons();
+    QIcon icon;
+    for (const int side : {16, 32, 48, 256}) icon.addFile(QStringLiteral(":/icons/mint_%1.png").arg(side));
+    return icon;
+}
+
 void installTranslator(QApplication& app) {
     static const QString name = QStringLiteral("qtbase_ja");
     if (app.findChild<QTranslator*>(name)) return;
@@ -177,6 +192,7 @@ void applyTheme(QApplication& app, Scheme scheme) {
     QApplication::setPalette(paletteOf(current));
     QApplication::setFont(font);
     app.setStyleSheet(sheetOf(current, font));
+    QApplication::setWindowIcon(windowIcon());
     installTranslator(app);
 }
 
