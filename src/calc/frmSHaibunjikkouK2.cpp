@@ -1,6 +1,7 @@
 #include "calc/frmSHaibunjikkouK2.h"
 
 #include <QButtonGroup>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -214,6 +215,17 @@ QWidget* frmSHaibunjikkouK2::makeBudget() {
     line(2, 3, totalHead_[0], total_[2]);
     line(3, 3, totalHead_[1], total_[3]);
     line(4, 3, all, total_[5]);
+    for (int i = 0; i < 2; ++i) {
+        auto* head =
+            make<QLabel>(QStringLiteral("Label23_%1").arg(i),
+                         totalHead_[static_cast<std::size_t>(i)]->text() + QStringLiteral("（対象外）"));
+        widgets::setTone(head, widgets::Tone::Muted);
+        notUsed_[static_cast<std::size_t>(i)] = head;
+        grid->addWidget(head, 2 + i, 3);
+    }
+    overBudget_ = make<QLabel>(QStringLiteral("Label24"), QString());
+    widgets::setTone(overBudget_, widgets::Tone::Warning);
+    grid->addWidget(overBudget_, 3, 0, 1, 2);
     grid->addWidget(unit, 4, 0);
     grid->setColumnMinimumWidth(2, 2 * widgets::kGrid);
     for (int column : {1, 4}) grid->setColumnStretch(column, 1);
@@ -346,6 +358,8 @@ void frmSHaibunjikkouK2::closePanel() {
 
 /// Never smaller than told, nor than what the controls in sight need.
 void frmSHaibunjikkouK2::fitWindow(int leastWidth) {
+    // What was shown or hidden inside the contents has reached the window's layout then.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     layout()->activate();
     setMinimumSize(QSize(leastWidth, kHeight).expandedTo(layout()->totalMinimumSize()));
 }
@@ -451,6 +465,8 @@ void frmSHaibunjikkouK2::bindBudget(const criteria::Kijun& kijun) {
     total_[4]->setVisible(pool);
     totalHead_[0]->setVisible(uses(Houshiki::Kinippu));
     totalHead_[1]->setVisible(uses(Houshiki::Tokubetsu));
+    notUsed_[0]->setVisible(!uses(Houshiki::Kinippu));
+    notUsed_[1]->setVisible(!uses(Houshiki::Tokubetsu));
     for (Houshiki typed : {Houshiki::Kinippu, Houshiki::Tokubetsu})
         widgets::setTone(total_[static_cast<std::size_t>(typed)],
                          uses(typed) ? widgets::Tone::Normal : widgets::Tone::Muted);
@@ -477,6 +493,19 @@ void frmSHaibunjikkouK2::refresh_totals() {
     total_[4]->setText(store::formatGrouped(totals.haibunYotei));
     total_[5]->setText(store::formatGrouped(totals.soukei));
     for (QLineEdit* box : {text1_, text2_}) box->setText(store::formatGrouped(shownAmount(box)));
+    markOverBudget(totals);
+}
+
+/// What was distributed, or is planned, beyond its budget: by colour, a sign and the amount.
+void frmSHaibunjikkouK2::markOverBudget(const RunTotals& totals) {
+    const Money over = shownAmount(total_[1]) - shownAmount(text2_);
+    const bool spent = text2_->isEnabled() && over > Money();
+    overBudget_->setText(
+        spent ? QStringLiteral("⚠ 総額配分が予算を %1円 超えています").arg(store::formatGrouped(over))
+              : QString());
+    const auto tone = [](bool warned) { return warned ? widgets::Tone::Warning : widgets::Tone::Normal; };
+    widgets::setTone(total_[1], tone(spent));
+    widgets::setTone(total_[4], tone(totals.haibunYotei < Money()));
 }
 
 void frmSHaibunjikkouK2::Option1_Click(int index) {

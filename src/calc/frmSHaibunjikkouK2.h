@@ -89,6 +89,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     void storeTypedBudget();
     void showTotals();
     void refresh_totals();
+    void markOverBudget(const RunTotals& totals);
     RunBudget shownBudget() const;
     PaymentSimulation simulation() const;
     std::optional<criteria::Houshiki> chosenHoushiki() const;
@@ -107,7 +108,9 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     std::array<QRadioButton*, 4> option_{};
     std::array<QLabel*, 6> total_{};      ///< Label6
     std::array<QLabel*, 3> totalHead_{};  ///< Label7
-    std::array<QLabel*, 3> marker_{};     ///< Image1 to Image3
+    std::array<QLabel*, 2> notUsed_{};    ///< in the place of a hidden totalHead_: whose 0 stands there
+    QLabel* overBudget_ = nullptr;
+    std::array<QLabel*, 3> marker_{};  ///< Image1 to Image3
     QLabel* label3_ = nullptr;
     reports::SentSheet* sent_ = nullptr;
     QLineEdit* text1_ = nullptr;

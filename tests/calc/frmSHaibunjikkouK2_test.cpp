@@ -32,6 +32,9 @@ TEST_F(Calculation, GoesForwardInThreeStepsAndBackWithEachChoice) {
         budget(form, u"9000000"_s, u"3000000"_s);
         run(form, kSougaku);
         EXPECT_EQ(inSight(form), chosen + u"Command1 Command4 Command5 Image3"_s);
+        type(form, u"Text2"_s, u"1000000"_s, Qt::Key_Return);
+        EXPECT_TRUE(text(form, u"Label24"_s).startsWith(u"⚠ 総額配分が予算を"_s)) << "more than it may";
+        EXPECT_EQ(control(form, u"Label6_1"_s).property("mintTone").toString(), u"warning"_s);
         choose(form, u"DataList2"_s, 1);
         EXPECT_EQ(inSight(form), chosen + u"Command6"_s);
         choose(form, u"DataList1"_s, 1);
@@ -91,6 +94,8 @@ TEST_F(Calculation, ShowsWhatTheFlagsOfTheCriterionAllow) {
             for (const auto& [name, kind] :
                  {std::pair{u"Label6_4"_s, 1}, {u"Label7_0"_s, 2}, {u"Label7_1"_s, 3}})
                 EXPECT_EQ(control(form, name).isHidden(), !uses(kind)) << name.toStdString();
+            for (int i = 0; i < 2; ++i)
+                EXPECT_EQ(control(form, u"Label23_%1"_s.arg(i)).isHidden(), uses(2 + i)) << "names the 0";
             EXPECT_EQ(enabled(form, u"Text1"_s) && enabled(form, u"Text2"_s), uses(1));
             EXPECT_EQ(text(form, u"Label7_2"_s), uses(1) ? u"総額配分予定"_s : QString());
         }
