@@ -34,6 +34,7 @@ constexpr int kFitPage = -1;
 constexpr int kPdfResolution = 600;
 constexpr int kProgressAfterMs = 500;
 constexpr QSize kWindow{920, 820};
+constexpr int kWidestBar = 1100;  ///< beside it "グラフを付ける" still has to fit
 
 }  // namespace
 
@@ -90,16 +91,25 @@ void frmReport::buildToolbar() {
     setCancelButton(close);
     setTabOrder(close, view_);
 
-    auto* bar = new QHBoxLayout;
-    bar->setContentsMargins(widgets::kGrid, 0, widgets::kGrid, 0);
-    bar->setSpacing(widgets::kGrid);
+    auto* moves = new QHBoxLayout;
     for (QWidget* widget :
          std::initializer_list<QWidget*>{first_, previous_, caption, pageField_, pages_, next_, last_})
-        bar->addWidget(widget);
-    bar->addStretch(1);
+        moves->addWidget(widget);
+    moves->addStretch(1);
+    auto* actions = new QHBoxLayout;
+    actions->addStretch(1);
     for (QWidget* widget :
          std::initializer_list<QWidget*>{zoomCaption, zoom_, withCharts_, pdf, print, close})
-        bar->addWidget(widget);
+        actions->addWidget(widget);
+    auto* bar = new QHBoxLayout;
+    bar->setContentsMargins(widgets::kGrid, 0, widgets::kGrid, 0);
+    for (QHBoxLayout* row : {moves, actions}) {
+        row->setSpacing(widgets::kGrid);
+        bar->addLayout(row);
+    }
+    bar->setSpacing(widgets::kGrid);
+    // With a large font the two halves stand under one another.
+    if (bar->minimumSize().width() > kWidestBar) bar->setDirection(QBoxLayout::TopToBottom);
     static_cast<QVBoxLayout*>(layout())->addLayout(bar);
 
     connect(first_, &QPushButton::clicked, this, [this] { showPage(1); });

@@ -156,7 +156,6 @@ void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside)
     } else {
         column_->addWidget(card, 1);
     }
-    column_->addWidget(bar_.moves);
     auto* help = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("ヘルプ"));
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(helpTopic());
@@ -165,7 +164,11 @@ void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside)
     bottom->setSpacing(widgets::kGrid);
     bottom->addWidget(help);
     bottom->addWidget(bar_.commands, 1);
-    column_->addLayout(bottom);
+    auto* commandBar = new QVBoxLayout;
+    commandBar->setSpacing(column_->spacing());
+    commandBar->addWidget(bar_.moves);
+    commandBar->addLayout(bottom);
+    column_->addLayout(commandBar);
     orderTabs(help);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 class QDialog;
@@ -32,6 +33,7 @@ class ScreenRegistry {
     void add(const QString& name, Factory factory) { factories_.insert(name, std::move(factory)); }
     /// False for a screen that is not built: its entries are shown disabled.
     bool has(const QString& name) const { return factories_.contains(name); }
+    QStringList names() const { return factories_.keys(); }
     QDialog* create(const QString& name, House& house, QWidget* parent) const;
 
   private:

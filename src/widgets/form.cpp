@@ -1,6 +1,7 @@
 #include "widgets/form.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHash>
@@ -19,6 +20,8 @@
 #include <QWindow>
 #include <algorithm>
 #include <utility>
+
+#include "widgets/contents_area.h"
 
 namespace widgets {
 namespace {
@@ -68,6 +71,9 @@ void mendWideMnemonics(const QList<QPushButton*>& buttons) {
         if (!taken) button->setShortcut(QKeySequence(Qt::ALT | Qt::Key(letter.unicode())));
     }
 }
+
+/// Title and frame of a window, where the window system has not told them yet.
+constexpr QSize kFrame(16, 40);
 
 bool isPushed(QWidget* w) {
     return qobject_cast<QAbstractButton*>(w) && !qobject_cast<QRadioButton*>(w) &&
@@ -177,6 +183,7 @@ bool Form::Watch::eventFilter(QObject* watched, QEvent* event) {
             return refusesShortcut(control);
         case QEvent::FocusIn:
             markText(control, static_cast<QFocusEvent*>(event)->reason());
+            form_.bringIntoSight(control);
             return false;
         default:
             return refusesFocusOut(control, static_cast<QFocusEvent*>(event)->reason());
@@ -281,6 +288,28 @@ void Form::setCancelButton(QAbstractButton* button) {
     cancel_ = button;
 }
 
+/// Before the first show takes the size from the layout.
+void Form::setVisible(bool visible) {
+    if (visible && !std::exchange(arranged_, true)) {
+        ensurePolished();
+        auto* column = qobject_cast<QVBoxLayout*>(layout());
+        contents_ = column ? ContentsArea::above(column) : nullptr;
+        if (contents_) {
+            const QSize others = layout()->totalMinimumSize() - contents_->minimumSizeHint();
+            contents_->setRoom(
+                {room().width() - layout()->contentsMargins().left() - layout()->contentsMargins().right(),
+                 room().height() - others.height()});
+        }
+    }
+    QDialog::setVisible(visible);
+}
+
+/// What the screen has for the form without its frame.
+QSize Form::room() const {
+    const QSize frame = (frameGeometry().size() - size()).expandedTo(kFrame);
+    return screen()->availableGeometry().size() - frame;
+}
+
 void Form::showEvent(QShowEvent* event) {
     const QList<QPushButton*> buttons = findChildren<QPushButton*>();
     for (QPushButton* button : buttons) {
@@ -289,7 +318,7 @@ void Form::showEvent(QShowEvent* event) {
     }
     mendWideMnemonics(buttons);
     // A told minimum size must not let a small screen squeeze the controls under what their texts need.
-    if (layout()) setMinimumSize(minimumSize().expandedTo(layout()->totalMinimumSize()));
+    if (layout()) setMinimumSize(minimumSize().expandedTo(layout()->totalMinimumSize()).boundedTo(room()));
     qApp->installEventFilter(watch_.get());
     // Names of the company's data stand in labels: they are text and never mark-up.
     for (QLabel* label : findChildren<QLabel*>())
@@ -310,11 +339,16 @@ void Form::resizeEvent(QResizeEvent* event) {
 void Form::keepOnScreen() {
     const QRect room = screen()->availableGeometry();
     if (!room.intersects(frameGeometry())) return;  // moved away on purpose, under a child
-    resize(size().boundedTo(room.size() - (frameGeometry().size() - size())));
+    resize(size().boundedTo(this->room()));
     const QRect now = frameGeometry();
     const QPoint last = room.bottomRight() - QPoint(now.width() - 1, now.height() - 1);
     move(std::max(room.left(), std::min(now.x(), last.x())),
          std::max(room.top(), std::min(now.y(), last.y())));
+}
+
+/// By whatever way the focus came: Tab, a mnemonic, a refused check.
+void Form::bringIntoSight(QWidget* control) {
+    if (contents_ && contents_->widget()->isAncestorOf(control)) contents_->ensureWidgetVisible(control);
 }
 
 void Form::hideEvent(QHideEvent* event) {

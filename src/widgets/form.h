@@ -1,6 +1,7 @@
 #pragma once
 #include <QDialog>
 #include <QList>
+#include <QPointer>
 #include <QString>
 #include <array>
 #include <functional>
@@ -14,6 +15,8 @@ class QPushButton;
 
 namespace widgets {
 
+class ContentsArea;
+
 /// What every screen is made of: a modal dialog with the habits of the house. Its object name is the screen's
 /// name (frmSDatatorikomi); each control bears its given name (Command1, Text1_0, Label3).
 /// - Enter moves to the next control as Tab does (buttons are pressed by it); Escape presses `cancelButton`
@@ -23,14 +26,17 @@ namespace widgets {
 /// - On show it is centred at one third of the free screen (center_form); menu forms override `place()`.
 /// - Layouts (widgets/layout.h), not coordinates; the told width and height are minimum sizes that the layout
 /// may exceed.
-/// - It stands on the screen as a whole and is no larger than it, also when it grows: its buttons are at the
-/// bottom.
+/// - It stands on the screen as a whole and is no larger than it, frame included, also when it grows. The
+/// last row of its column is the command bar; what stands above it scrolls where the screen is too small for
+/// it (widgets/contents_area.h), so that the bar is always in sight.
 /// - Its labels show text as it is, never as mark-up.
 class Form : public QDialog {
     Q_OBJECT
   public:
     Form(const QString& name, const QString& caption, QWidget* parent);
     ~Form() override;
+
+    void setVisible(bool visible) override;
 
     /// Hourglass and back.
     void setHourglass();
@@ -42,7 +48,7 @@ class Form : public QDialog {
 
   protected:
     virtual void place();          ///< center_form unless overridden; called once, at the first show
-    virtual void deactivated() {}  ///< a child is about to come up: menu forms move off screen
+    virtual void deactivated() {}  ///< a child is about to come up: menu forms go out of sight
     virtual void activated() {}    ///< a child was closed and control returned
     void setCancelButton(QAbstractButton* button);
     void showEvent(QShowEvent* event) override;
@@ -84,9 +90,13 @@ class Form : public QDialog {
     class Watch;
     void moveOn(QWidget* from);
     void keepOnScreen();
+    void bringIntoSight(QWidget* control);
+    QSize room() const;
 
     QAbstractButton* cancel_ = nullptr;
     std::unique_ptr<Watch> watch_;
+    QPointer<ContentsArea> contents_;
+    bool arranged_ = false;
     bool placed_ = false;
 };
 

@@ -12,6 +12,8 @@
 namespace widgets {
 namespace {
 
+const QString kLongestStatus = QStringLiteral("ﾚｺｰﾄﾞを追加します。　");  ///< the window does not grow for it
+
 QHBoxLayout* rowIn(QWidget* parent) {
     auto* row = new QHBoxLayout(parent);
     row->setContentsMargins(0, 0, 0, 0);
@@ -34,6 +36,7 @@ RecordBar::RecordBar(QWidget* form) : moves(new QWidget(form)), commands(new QWi
     status = new QLabel(moves);
     status->setObjectName(QStringLiteral("lblStatus"));
     status->setAlignment(Qt::AlignCenter);
+    status->setMinimumWidth(status->fontMetrics().horizontalAdvance(kLongestStatus));
     next = button(moves, "cmdNext", "次へ", "↓　PageDown");
     last = button(moves, "cmdLast", "最後", "End");
     auto* walk = rowIn(moves);
@@ -60,8 +63,10 @@ RecordBar::RecordBar(QWidget* form) : moves(new QWidget(form)), commands(new QWi
 }
 
 void RecordBar::setBrowse(bool browse) {
-    for (QPushButton* part : {add, edit, remove, close}) part->setVisible(browse);
-    for (QPushButton* part : {update, cancel}) part->setVisible(!browse);
+    // What goes goes first: all together they would widen the window.
+    const std::initializer_list<QPushButton*> browsing{add, edit, remove, close}, entering{update, cancel};
+    for (QPushButton* part : browse ? entering : browsing) part->hide();
+    for (QPushButton* part : browse ? browsing : entering) part->show();
     for (QPushButton* part : {first, previous, next, last}) part->setEnabled(browse);
 }
 

@@ -10,6 +10,9 @@ int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     widgets::dropSizeHintMessage();
     QApplication app(argc, argv);
+    QFont font = QApplication::font();
+    if (const int points = qEnvironmentVariableIntValue("MINT_TEST_POINTS")) font.setPointSize(points);
+    QApplication::setFont(font);
     widgets::applyTheme(app, widgets::Scheme::Light);
     testing::InitGoogleTest(&argc, argv);
     support::ScreenDriver::setFailureSink([](const QString& text) { ADD_FAILURE() << text.toStdString(); });
