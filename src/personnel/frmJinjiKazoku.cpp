@@ -106,6 +106,12 @@ QLayout* frmJinjiKazoku::arrangeFields() {
     return fields;
 }
 
+QList<QWidget*> frmJinjiKazoku::fieldOrder() const {
+    QList<QWidget*> order{shimei_, furigana_, readingForms_, zokugara_, options_[0], seinengappi_};
+    for (std::size_t i = 1; i < options_.size(); ++i) order << options_[i];
+    return order;
+}
+
 QString frmJinjiKazoku::removalQuestion() const {
     return u" %1 %2 を削除しますか？"_s.arg(zokugara_->text(), shimei_->text());
 }

@@ -16,6 +16,7 @@ class frmJinjiKazoku : public PersonRecordForm {
     frmJinjiKazoku(shell::House& house, QWidget* parent);
 
   protected:
+    QList<QWidget*> fieldOrder() const override;
     QStringList keyColumns() const override { return {QStringLiteral("続柄")}; }
     QString removalQuestion() const override;
 

@@ -78,7 +78,6 @@ frmRireki::frmRireki(shell::House& house, QWidget* parent)
     connectMoves();
     setList(people_);
     arrange(u"履歴書"_s, arrangeFields(), people_);
-    putInOrder();
     openRecords();
     // A window of its own accord takes two thirds of the screen at most, and the list would be cut.
     resize(sizeHint());
@@ -248,20 +247,16 @@ QLayout* frmRireki::arrangeRest() {
     return column;
 }
 
-/// As one reads: the list, the fields of the left, of the right, then the buttons.
-void frmRireki::putInOrder() {
+/// As one reads: the list, the fields of the left, of the right, then what hangs on the person.
+QList<QWidget*> frmRireki::fieldOrder() const {
     QList<QWidget*> order{people_->searchBox(), people_->table()};
     for (Text i : {Code, Shimei, Furigana}) order << txtFields_[i];
-    for (QWidget* option : readingForms_->findChildren<QWidget*>()) order << option;
-    for (widgets::OptionRow* options : options_)
-        for (QWidget* option : options->findChildren<QWidget*>()) order << option;
+    order << readingForms_;
+    for (widgets::OptionRow* options : options_) order << options;
     for (std::size_t i = Seinengappi; i < kTexts; ++i) order << txtFields_[i];
     for (widgets::CodeCombo* combo : combo_) order << combo;
     for (QPushButton* button : subtables_) order << button;
-    const auto& bar = this->bar();
-    order << bar.first << bar.previous << bar.next << bar.last << bar.add << bar.edit << bar.cancel
-          << bar.update << bar.remove << bar.close;
-    for (int i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+    return order;
 }
 
 // ---- rows
@@ -306,6 +301,14 @@ bool frmRireki::checkCode() {
     edit->setText(paddedSyainCode(edit->text()));
     if (!passes(this, checkSyainCode(edit->text()))) return false;
     return !taken(edit->text()) || passes(this, duplicateSyainCode());
+}
+
+/// Numbers of people who have left are not given again; how the first one is numbered is the company's
+/// choice.
+QString frmRireki::nextKey() const {
+    auto last = house_.global.cn_main->query(u"SELECT max(cast(社員Code AS INTEGER)) FROM 履歴書テーブル"_s);
+    const qint64 next = last.value(0).isNull() ? 0 : last.value(0).toInteger() + 1;
+    return next < 1 || next > 999999 ? QString() : u"%1"_s.arg(next, 6, 10, QChar(u'0'));
 }
 
 bool frmRireki::taken(const QString& code) {

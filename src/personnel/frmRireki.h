@@ -26,6 +26,8 @@ class frmRireki : public shell::RecordForm {
   protected:
     store::TableQuery query() const override;
     QStringList keyColumns() const override { return {QStringLiteral("社員Code")}; }
+    QList<QWidget*> fieldOrder() const override;
+    QString nextKey() const override;
     bool mayAdd() const override { return whom_ == Whom::AllStaff; }
     void keyRenamed() override;
     void rowWritten(store::Recordset& row) override;
@@ -57,7 +59,6 @@ class frmRireki : public shell::RecordForm {
     QLayout* arrangeFields();
     QLayout* arrangePerson();
     QLayout* arrangeRest();
-    void putInOrder();
     bool checkCode();
     bool taken(const QString& code);
     CompanyDatabases databases();

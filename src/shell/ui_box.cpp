@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 #include <QPushButton>
+#include <utility>
 
 #include "widgets/theme.h"
 
@@ -11,6 +12,11 @@ namespace {
 BoxHandler& handler() {
     static BoxHandler theHandler;
     return theHandler;
+}
+
+HeldBoxes*& holder() {
+    static HeldBoxes* theHolder = nullptr;
+    return theHolder;
 }
 
 QMessageBox::Icon toolkitIcon(BoxIcon icon) {
@@ -51,7 +57,17 @@ void setBoxHandler(BoxHandler newHandler) {
     handler() = std::move(newHandler);
 }
 
+HeldBoxes::HeldBoxes() : outer_(std::exchange(holder(), this)) {}
+
+HeldBoxes::~HeldBoxes() {
+    holder() = outer_;
+}
+
 BoxAnswer showBox(QWidget* parent, const BoxRequest& request) {
+    if (HeldBoxes* held = holder()) {
+        held->boxes_.push_back(request);
+        return request.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
+    }
     if (handler()) return handler()(request);
     QMessageBox box(parent);
     box.setTextFormat(Qt::PlainText);

@@ -1,6 +1,7 @@
 #pragma once
 #include <QString>
 #include <functional>
+#include <vector>
 
 class QWidget;
 
@@ -39,6 +40,22 @@ inline bool confirmLoss(QWidget* parent, const QString& text, const QString& tit
                         const QString& stay) {
     return showBox(parent, {text, title, BoxIcon::Warning, BoxButtons::YesNo, act, stay}) == BoxAnswer::Yes;
 }
+
+/// While one lives, boxes are not shown: they count as answered with OK or No, and are kept here. For checks that
+/// are asked whether they would refuse.
+class HeldBoxes {
+  public:
+    HeldBoxes();
+    ~HeldBoxes();
+    HeldBoxes(const HeldBoxes&) = delete;
+    HeldBoxes& operator=(const HeldBoxes&) = delete;
+    const std::vector<BoxRequest>& boxes() const { return boxes_; }
+
+  private:
+    friend BoxAnswer showBox(QWidget* parent, const BoxRequest& request);
+    std::vector<BoxRequest> boxes_;
+    HeldBoxes* outer_;
+};
 
 /// Tests take the boxes over: the handler answers in place of the user. An empty function gives the boxes
 /// back.

@@ -42,12 +42,12 @@ ReadingCapture::ReadingCapture(QLineEdit* name, QLineEdit* reading)
     : QObject(name), name_(name), reading_(reading) {
     name->installEventFilter(this);
     connect(name, &QLineEdit::textEdited, this, [this](const QString& text) {
-        if (text.isEmpty()) reading_->clear();
+        if (text.isEmpty() && !reading_->isReadOnly()) reading_->clear();
     });
 }
 
 bool ReadingCapture::eventFilter(QObject* watched, QEvent* event) {
-    if (!name_->isReadOnly()) {
+    if (!name_->isReadOnly() && !reading_->isReadOnly()) {
         if (event->type() == QEvent::InputMethod)
             furigana_capture(static_cast<const QInputMethodEvent&>(*event));
         if (event->type() == QEvent::KeyPress) typed(static_cast<const QKeyEvent&>(*event));

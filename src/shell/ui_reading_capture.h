@@ -18,7 +18,8 @@ namespace shell {
 /// A phrase confirmed at the very start of a name goes in front of the reading, every other one behind it. A
 /// name that is replaced as a whole, or emptied, takes its reading with it. A cancelled composition, a
 /// conversion of text that was confirmed before and a pasted text leave the reading as it is: what the
-/// reading of kanji is cannot be known then. A locked name captures nothing. The user may overtype the
+/// reading of kanji is cannot be known then. A locked name captures nothing, nor does a
+/// reading that the company does not enter. The user may overtype the
 /// reading.
 class ReadingCapture : public QObject {
     Q_OBJECT

@@ -30,7 +30,12 @@ RecordForm::RecordForm(const QString& name, const QString& caption, House& house
     : Form(name, caption, parent),
       house_(house),
       transaction_(*house.global.cn_main, FormTransaction::Reserve::AsWritten),
-      bar_(this) {
+      bar_(this),
+      help_(make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("ヘルプ"))),
+      faults_(make<QLabel>(QStringLiteral("lblFaults"))) {
+    widgets::setTone(faults_, widgets::Tone::Warning);
+    faults_->setWordWrap(true);
+    faults_->hide();
     const auto on = [this](QPushButton* button, void (RecordForm::*command)()) {
         connect(button, &QPushButton::clicked, this, command);
     };
@@ -44,6 +49,9 @@ RecordForm::RecordForm(const QString& name, const QString& caption, House& house
     connect(bar_.previous, &QPushButton::clicked, this, [this] { step(-1); });
     connect(bar_.next, &QPushButton::clicked, this, [this] { step(+1); });
     connect(bar_.last, &QPushButton::clicked, this, [this] { goTo(rowCount() - 1); });
+    connect(help_, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(helpTopic());
+    });
     setCancelButton(bar_.close);
 }
 
@@ -96,6 +104,7 @@ void RecordForm::setEntered(QWidget* control, bool entered) {
         bound.lock(!entered || state_ == State::Browse);
     }
     widgets::setNotEntered(control, !entered);
+    if (!entered) control->setFocusPolicy(Qt::NoFocus);
 }
 
 bool RecordForm::isEntered(const QWidget* control) const {
@@ -156,30 +165,38 @@ void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside)
     } else {
         column_->addWidget(card, 1);
     }
-    auto* help = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("ヘルプ"));
-    connect(help, &QPushButton::clicked, this, [this] {
-        if (house_.help) house_.help(helpTopic());
-    });
     auto* bottom = new QHBoxLayout;
     bottom->setSpacing(widgets::kGrid);
-    bottom->addWidget(help);
+    bottom->addWidget(help_);
     bottom->addWidget(bar_.commands, 1);
     auto* commandBar = new QVBoxLayout;
     commandBar->setSpacing(column_->spacing());
+    commandBar->addWidget(faults_);
     commandBar->addWidget(bar_.moves);
     commandBar->addLayout(bottom);
     column_->addLayout(commandBar);
-    orderTabs(help);
 }
 
-/// From the last field on to the update and on through the buttons.
-void RecordForm::orderTabs(QWidget* help) {
-    if (bound_.empty()) return;
-    QWidget* last = bound_.back().control;
-    const QList<QRadioButton*> options = last->findChildren<QRadioButton*>();
-    if (!options.isEmpty()) last = options.back();
-    widgets::tabOrder({last, bar_.update, bar_.cancel, bar_.first, bar_.previous, bar_.next, bar_.last,
-                       bar_.add, bar_.edit, bar_.remove, bar_.close, help});
+QList<QWidget*> RecordForm::fieldOrder() const {
+    QList<QWidget*> fields;
+    for (const Bound& bound : bound_) fields << bound.control;
+    return fields;
+}
+
+/// Through the fields, from the last one to the update, and on through the buttons. The toolkit leaves out
+/// what takes no focus, and a locked list takes none: so the order is made anew with each state.
+void RecordForm::orderTabs() {
+    QList<QWidget*> order;
+    const auto add = [&order](QWidget* stop) {
+        if (stop->focusPolicy() != Qt::NoFocus) order << stop;
+    };
+    for (QWidget* field : fieldOrder()) {
+        add(field);
+        for (QRadioButton* option : field->findChildren<QRadioButton*>()) add(option);
+    }
+    order << bar_.update << bar_.cancel << bar_.first << bar_.previous << bar_.next << bar_.last << bar_.add
+          << bar_.edit << bar_.remove << bar_.close << help_;
+    for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
 // ---- rows
@@ -288,15 +305,21 @@ void RecordForm::setState(State state) {
     state_ = state;
     const bool browse = state == State::Browse;
     set_buttons(browse);
+    clearFaults();
     if (list_) list_->setVisible(browse);
     for (const Bound& bound : bound_) bound.lock(browse || !bound.entered);
+    orderTabs();
     if (browse) {
         showRow();
         focusInBrowse();
     } else {
         bar_.status->setText(state == State::Adding ? QStringLiteral("ﾚｺｰﾄﾞを追加します。")
                                                     : QStringLiteral("ﾚｺｰﾄﾞを編集します。"));
-        if (!bound_.empty()) bound_.front().control->setFocus(Qt::OtherFocusReason);
+        begun_.clear();
+        for (const Bound& bound : bound_) begun_ << bound.read();
+        const auto first =
+            std::find_if(bound_.begin(), bound_.end(), [](const Bound& b) { return b.entered; });
+        if (first != bound_.end()) first->control->setFocus(Qt::OtherFocusReason);
     }
     stateChanged();
 }
@@ -311,6 +334,9 @@ void RecordForm::focusInBrowse() {
 void RecordForm::cmdAdd() {
     savedKey_ = keyOf(row_);
     for (const Bound& bound : bound_) bound.write(bound.fresh);
+    if (const Bound& first = bound_.front();
+        first.column == keyColumns().first() && qobject_cast<QLineEdit*>(first.control))
+        guarded(this, [&] { first.write(nextKey()); });
     setState(State::Adding);
 }
 
@@ -323,20 +349,32 @@ void RecordForm::cmdEdit() {
     setState(State::Editing);
 }
 
+bool RecordForm::hasInput() const {
+    for (std::size_t i = 0; i < bound_.size(); ++i)
+        if (bound_[i].entered && bound_[i].read() != begun_.value(qsizetype(i))) return true;
+    return false;
+}
+
+bool RecordForm::mayLoseInput(const QString& act) {
+    return !hasInput() || confirmLoss(this, QStringLiteral("入力した内容はまだ更新されていません。"),
+                                      QStringLiteral("入力の確認"), act, QStringLiteral("入力に戻る(&B)"));
+}
+
 void RecordForm::cmdCancel() {
+    if (!mayLoseInput(QStringLiteral("入力を取り消す(&D)"))) return;
+    leaveInput();
+}
+
+void RecordForm::leaveInput() {
     if (row_ < 0) standOn(savedKey_, 0);
     setState(State::Browse);
 }
 
 void RecordForm::reject() {
-    if (state_ == State::Browse) {
-        Form::reject();
-        return;
+    if (state_ != State::Browse) {
+        if (!mayLoseInput(QStringLiteral("更新せずに閉じる(&D)"))) return;
+        leaveInput();
     }
-    if (!ask(this, QStringLiteral("入力した内容はまだ更新されていません。取り消して閉じますか？"),
-             QStringLiteral("終了の確認")))
-        return;
-    cmdCancel();
     Form::reject();
 }
 
@@ -350,6 +388,20 @@ bool RecordForm::checkRequired() {
     return hasRows() && refuse(QStringLiteral("未入力は許されません。･･･") + keyCaption());
 }
 
+QString RecordForm::nextKey() const {
+    qint64 largest = 0;
+    qsizetype width = 0;
+    for (int row = 0; row < rowCount(); ++row) {
+        const QString key = keyOf(row).first();
+        bool number = false;
+        largest = std::max(largest, key.toLongLong(&number));
+        if (!number) return {};
+        width = std::max(width, key.size());
+    }
+    const QString next = QString::number(largest + 1).rightJustified(width, u'0');
+    return width == 0 || next.size() > width ? QString() : next;
+}
+
 bool RecordForm::passesChecks() {
     for (const Bound& bound : bound_) {
         if (!bound.check || !bound.entered || bound.check()) continue;
@@ -357,6 +409,29 @@ bool RecordForm::passesChecks() {
         return false;
     }
     return true;
+}
+
+void RecordForm::showFaults() {
+    QStringList names;
+    for (const Bound& bound : bound_) {
+        if (!bound.check || !bound.entered) continue;
+        const HeldBoxes held;
+        if (bound.check()) continue;
+        widgets::setFaulty(bound.control, true);
+        if (!held.boxes().empty()) bound.control->setToolTip(held.boxes().front().text);
+        names << bound.control->accessibleName();
+    }
+    faults_->setText(QStringLiteral("入力を確かめてください： ") + names.join(QStringLiteral("、")));
+    faults_->setVisible(!names.isEmpty());
+}
+
+void RecordForm::clearFaults() {
+    faults_->hide();
+    for (const Bound& bound : bound_) {
+        if (!widgets::isFaulty(bound.control)) continue;
+        widgets::setFaulty(bound.control, false);
+        bound.control->setToolTip({});
+    }
 }
 
 bool RecordForm::keyDiffers() const {
@@ -372,7 +447,9 @@ void RecordForm::cmdUpdate() {
     if (was == State::Editing && row_ < 0) forgetWrite();
     const bool ok = guarded(this, transaction_, [&] {
         if (was == State::Editing) requireRow();
-        if (!checkRequired() || !passesChecks() || !checkUpdate()) return;
+        clearFaults();
+        if (!checkRequired() || !passesChecks()) return showFaults();
+        if (!checkUpdate()) return;
         setHourglass();
         writeRow();
         written = true;

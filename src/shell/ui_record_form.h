@@ -17,6 +17,7 @@
 #include "widgets/table.h"
 
 class QBoxLayout;
+class QLabel;
 class QLineEdit;
 
 namespace shell {
@@ -48,6 +49,7 @@ namespace shell {
 ///         void rowGoes() override { /* what goes with the row; runs in the transaction */ }
 ///     };
 ///
+/// What a refused update found wrong is told for the first field; all fields that would be refused are marked.
 /// Order of an update: checkRequired(), the checks of all entered fields, checkUpdate(), BeginTrans,
 /// keyRenamed() (Editing, key changed), the fields into the row, rowWritten() (all states), the row into the
 /// table, afterRow(), CommitTrans, then updated(): the row that was shown before is shown again. Of a
@@ -61,7 +63,7 @@ class RecordForm : public widgets::Form {
     enum class State { Browse, Adding, Editing };
     State state() const { return state_; }
 
-    void reject() override;  ///< in Adding and Editing asks first, since what was typed would be lost
+    void reject() override;  ///< in Adding and Editing asks first where typed input would be lost
 
   protected:
     /// Told its own box and false, or true.
@@ -80,6 +82,9 @@ class RecordForm : public widgets::Form {
     /// box on the key) is told as "未入力は許されません。･･･<keyCaption>", and passed over in silence while
     /// there are no rows.
     virtual bool checkRequired();
+    /// The key that a new row is offered: one more than the largest where keys are numbers, as wide as it; empty
+    /// where there is none to offer.
+    virtual QString nextKey() const;
     virtual QString keyCaption() const { return keyColumns().first(); }
     virtual void keyRenamed() {}
     /// The row has its fields; what no control is bound to (社員Code, 退職フラグ of a new row) is set here.
@@ -104,11 +109,12 @@ class RecordForm : public widgets::Form {
     // ---- what a subclass calls
 
     /// The control stands for the column. Fields are checked when they are left and before an update, in this
-    /// order; the first one gets the focus in Adding and Editing.
+    /// order; the first one that is entered gets the focus in Adding and Editing.
     void bind(QLineEdit* edit, const QString& column, Check check = {});
     void bind(widgets::CodeCombo* combo, const QString& column, Check check = {});
     void bind(widgets::OptionRow* options, const QString& column);
-    /// An item that the company does not enter: grey, never unlocked, not checked, not written.
+    /// An item that the company does not enter: grey, out of the keyboard's way, never unlocked, not checked,
+    /// not written.
     void setEntered(QWidget* control, bool entered);
     bool isEntered(const QWidget* control) const;
 
@@ -126,6 +132,9 @@ class RecordForm : public widgets::Form {
 
     /// Title, fields (and beside them the list), moves, commands; help stands apart at the left.
     void arrange(const QString& title, QLayout* fields, QWidget* beside = nullptr);
+    /// What Tab and Enter walk through before the buttons: the bound controls in the order of binding. A screen
+    /// with more between them names all.
+    virtual QList<QWidget*> fieldOrder() const;
     QBoxLayout* column() const { return column_; }  ///< the screen's column, after arrange()
     widgets::RecordBar& bar() { return bar_; }
     /// Reads the rows and stands on the first one. The last line of a subclass's constructor.
@@ -165,14 +174,21 @@ class RecordForm : public widgets::Form {
         bool entered = true;
     };
     void add(Bound bound);
-    void orderTabs(QWidget* help);
+    void orderTabs();
+    /// Something was typed or chosen since the adding or editing began.
+    bool hasInput() const;
+    bool mayLoseInput(const QString& act);
     void cmdAdd();
     void cmdEdit();
     void cmdUpdate();
     void cmdCancel();
+    void leaveInput();  ///< back to Browse without an update
     void cmdDelete();
     void step(int by);
     bool passesChecks();
+    /// After a refused update: every field that would be refused is framed and named, with its reason as tip.
+    void showFaults();
+    void clearFaults();
     bool keyDiffers() const;
     void writeRow();
     void forgetWrite();
@@ -192,6 +208,9 @@ class RecordForm : public widgets::Form {
     std::optional<store::Recordset> rows_;
     FormTransaction transaction_;
     widgets::RecordBar bar_;
+    QPushButton* help_;
+    QLabel* faults_;
+    QStringList begun_;  ///< what the bound controls held when the adding or editing began
     State state_ = State::Browse;
     int row_ = -1;
     QStringList savedKey_;  ///< saved_bookmark: the row to return to

@@ -75,6 +75,10 @@ void mendWideMnemonics(const QList<QPushButton*>& buttons) {
 /// Title and frame of a window, where the window system has not told them yet.
 constexpr QSize kFrame(16, 40);
 
+bool isHelp(const QPushButton* button) {
+    return button->text().startsWith(QStringLiteral("ヘルプ"));
+}
+
 bool isPushed(QWidget* w) {
     return qobject_cast<QAbstractButton*>(w) && !qobject_cast<QRadioButton*>(w) &&
            !qobject_cast<QCheckBox*>(w);
@@ -111,7 +115,7 @@ class Form::Watch : public QObject {
         }
         bool exempts(QWidget* w) const {
             auto* button = qobject_cast<QPushButton*>(w);
-            return button && exempt.contains(button);
+            return button && (exempt.contains(button) || isHelp(button));
         }
         bool judge() {
             QScopedValueRollback<bool> guard(running, true);
@@ -358,6 +362,10 @@ void Form::hideEvent(QHideEvent* event) {
 
 void Form::keyPressEvent(QKeyEvent* event) {
     const bool plain = !(event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+    if (event->key() == Qt::Key_F1 && event->modifiers() == Qt::NoModifier) {
+        if (QPushButton* help = helpButton(); help && !event->isAutoRepeat()) help->click();
+        return event->accept();
+    }
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!plain || (!enter && event->key() != Qt::Key_Escape)) {
         QDialog::keyPressEvent(event);
@@ -372,6 +380,12 @@ void Form::keyPressEvent(QKeyEvent* event) {
     } else {
         moveOn(from);
     }
+}
+
+QPushButton* Form::helpButton() const {
+    const QList<QPushButton*> buttons = findChildren<QPushButton*>();
+    const auto help = std::find_if(buttons.begin(), buttons.end(), isHelp);
+    return help == buttons.end() || !(*help)->isVisible() || !(*help)->isEnabled() ? nullptr : *help;
 }
 
 void Form::moveOn(QWidget* from) {

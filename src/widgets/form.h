@@ -23,6 +23,7 @@ class ContentsArea;
 /// if one is set,
 ///   and does nothing otherwise. No button is ever a default button: Enter in a field cannot start an action.
 /// - A line edit selects its whole text on focus.
+/// - F1 presses the screen's help button: the one whose caption begins with ヘルプ.
 /// - On show it is centred at one third of the free screen (center_form); menu forms override `place()`.
 /// - Layouts (widgets/layout.h), not coordinates; the told width and height are minimum sizes that the layout
 /// may exceed.
@@ -61,7 +62,7 @@ class Form : public QDialog {
     /// pressed. Buttons listed in `exempt` (close, cancel) may be pressed without passing it. It does not run
     /// when another window or program comes to the front, when the form closes, when code moves the focus, or
     /// while the control is read-only, disabled or hidden. The edit of a combo box counts while its box has
-    /// the focus.
+    /// the focus. The help button is always exempt: help is asked for just when a field is wrong.
     void validateOnLeave(QWidget* control, std::function<bool()> check, QList<QPushButton*> exempt = {});
     /// Runs the check of the edit that has the focus, if any: for actions that are reached by other ways
     /// (function keys).
@@ -89,6 +90,7 @@ class Form : public QDialog {
   private:
     class Watch;
     void moveOn(QWidget* from);
+    QPushButton* helpButton() const;
     void keepOnScreen();
     void bringIntoSight(QWidget* control);
     QSize room() const;

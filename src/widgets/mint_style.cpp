@@ -53,7 +53,9 @@ void drawField(const QStyleOption* option, QPainter* painter, const QWidget* wid
     const bool enabled = has(option, QStyle::State_Enabled);
     QColor fill = option->palette.color(enabled && !readOnly ? QPalette::Base : QPalette::Window);
     if (isTrue(widget, kNotEnteredProperty)) fill = QColor(kNotEnteredFill);
-    if (enabled && has(option, QStyle::State_HasFocus))
+    if (isTrue(widget, kFaultyProperty))
+        drawBox(painter, option->rect, fill, dangerColor(), 2);
+    else if (enabled && has(option, QStyle::State_HasFocus))
         drawBox(painter, option->rect, fill, accentColor(), 2);
     else
         drawBox(painter, option->rect, fill, borderOf(option));

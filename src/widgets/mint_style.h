@@ -9,6 +9,7 @@ inline constexpr char kToneProperty[] = "mintTone";  ///< of a label
 /// States of a field, true or false: a combo that only shows, and a field that the company does not enter.
 inline constexpr char kLockedProperty[] = "mintLocked";
 inline constexpr char kNotEnteredProperty[] = "mintNotEntered";
+inline constexpr char kFaultyProperty[] = "mintFaulty";  ///< its content was refused
 inline constexpr unsigned kNotEnteredFill = 0xffc0c0c0;
 inline constexpr unsigned kNotEnteredText = 0xff26241f;
 

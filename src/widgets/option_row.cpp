@@ -15,6 +15,7 @@ OptionRow::OptionRow(int index, const std::array<QString, 3>& captions, QWidget*
         options_[i] = new QRadioButton(captions[i], this);
         options_[i]->setObjectName(QStringLiteral("Option%1_%2").arg(i + 1).arg(index));
         connect(options_[i], &QRadioButton::clicked, this, [this] { Q_EMIT chosen(); });
+        connect(options_[i], &QRadioButton::toggled, this, [this] { keepTabStop(); });
         row->addWidget(options_[i]);
     }
     row->addStretch();
@@ -33,6 +34,13 @@ void OptionRow::setCode(const QString& code) {
 
 void OptionRow::setLocked(bool locked) {
     setEnabled(!locked);
+}
+
+/// Tab enters a group where its choice is, as the arrow keys leave it.
+void OptionRow::keepTabStop() {
+    const bool none = code().isEmpty();
+    for (QRadioButton* option : options_)
+        option->setFocusPolicy(none || option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 }  // namespace widgets

@@ -23,6 +23,7 @@ class OptionRow : public QWidget {
     void chosen();
 
   private:
+    void keepTabStop();
     std::array<QRadioButton*, 3> options_{};
 };
 

@@ -230,4 +230,13 @@ ChartColors paperChartColors() {
     return chartColorsOf(kLight);
 }
 
+void setFaulty(QWidget* control, bool faulty) {
+    control->setProperty(kFaultyProperty, faulty);
+    control->update();
+}
+
+bool isFaulty(const QWidget* control) {
+    return control->property(kFaultyProperty).toBool();
+}
+
 }  // namespace widgets

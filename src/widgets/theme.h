@@ -27,6 +27,9 @@ void setPrimary(QPushButton* button);  ///< the main action of the screen; one p
 void setDanger(QPushButton* button);   ///< deletes something; stands apart
 enum class Tone { Normal, Muted, Heading, Title, Warning };
 void setTone(QLabel* label, Tone tone);  ///< Warning is the red of "この配分基準に対応する社員はいません。"
+/// A field whose content was refused is framed in the red of warnings until it is mended.
+void setFaulty(QWidget* control, bool faulty);
+bool isFaulty(const QWidget* control);
 /// Colours of the installed scheme: the fill of the main action and the focus ring; text on it; the red of
 /// warnings.
 QColor accentColor();

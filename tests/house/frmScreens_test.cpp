@@ -8,14 +8,17 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSet>
 
 #include "main_screens.h"
 #include "prep/snapshot.h"
 #include "screen_driver.h"
 #include "shell/global_record.h"
+#include "shell/ui_record_form.h"
 #include "shell/ui_screens.h"
 #include "store/date_text.h"
 #include "support/company_fixture.h"
+#include "widgets/code_combo.h"
 #include "widgets/contents_area.h"
 #include "widgets/theme.h"
 
@@ -135,6 +138,43 @@ TEST_F(Screens, FitTheScreenWithTheirCommandsInSight) {
             shown.QDialog::done(QDialog::Rejected);
         });
     }
+}
+
+/// Enter and Tab take the same way: through everything that may be typed or chosen, then to the update.
+TEST_F(Screens, OfRecordsLeadFromTheFirstFieldThroughAllToTheUpdate) {
+    driver_.answerFreely([](const shell::BoxRequest&) { return shell::BoxAnswer::Yes; });
+    QStringList walked;
+    for (const QString& name : registry_.names()) {
+        std::unique_ptr<QDialog> form(registry_.create(name, house_, nullptr));
+        if (!qobject_cast<shell::RecordForm*>(form.get())) continue;
+        SCOPED_TRACE(name.toStdString());
+        walked << name;
+        driver_.run(*form, [](QDialog& shown) {
+            click(shown, u"cmdAdd"_s);
+            QSet<QWidget*> open;
+            for (QWidget* field : shown.findChildren<QWidget*>()) {
+                auto* edit = qobject_cast<QLineEdit*>(field);
+                const bool typed = edit && !edit->isReadOnly();
+                auto* combo = qobject_cast<widgets::CodeCombo*>(field);
+                const bool bound = field->objectName().startsWith(u"txtFields"_s) || combo;
+                if (bound && field->isEnabled() && (typed || (combo && !combo->isLocked()))) open << field;
+            }
+            QWidget* at = shown.focusWidget();
+            EXPECT_TRUE(open.contains(at)) << "the first field that is entered";
+            for (QWidget* first = at; at && !qobject_cast<QPushButton*>(at);) {
+                open.remove(at);
+                do at = at->nextInFocusChain();
+                while (at != first &&
+                       !(at->isVisible() && at->isEnabled() && (at->focusPolicy() & Qt::TabFocus)));
+                if (at == first) break;
+            }
+            EXPECT_EQ(at->objectName(), u"cmdUpdate"_s);
+            for (QWidget* missed : open)
+                ADD_FAILURE() << missed->objectName().toStdString() << " is left out";
+            shown.QDialog::done(QDialog::Rejected);
+        });
+    }
+    EXPECT_GE(walked.size(), 21);
 }
 
 }  // namespace

@@ -28,6 +28,11 @@ class Masta : public PersonScreens {
                 return new frmMasta(kind, house, parent);
             });
     }
+    /// ｷｬﾝｾﾙ with something typed.
+    void giveUp(QDialog& form) {
+        driver_.expectBox(u"入力した内容はまだ更新されていません。"_s, u"入力の確認"_s, BoxAnswer::Yes);
+        click(form, u"cmdCancel"_s);
+    }
     void edit(const QString& screen, const ScreenDriver::Step& step) {
         frmMasta form(kindOf(screen), house_, nullptr);
         driver_.run(form, [&](QDialog& shown) {
@@ -98,17 +103,22 @@ TEST_F(Masta, WrongFieldsAreRefusedWhereTheyStand) {
         refused(form, u"txtFields_2"_s, u"4/1"_s, u"日付の入力が正しくありません。･･･設定年月日"_s);
         refused(form, u"txtFields_2"_s, u""_s, u"未入力は許されません。･･･設定年月日"_s);
         // Closing by the window's own button would lose what was typed.
-        driver_.expectBox(u"入力した内容はまだ更新されていません。取り消して閉じますか？"_s, u"終了の確認"_s,
-                          BoxAnswer::No);
+        const auto gives = [&](BoxAnswer answer) {
+            driver_.expectBox(u"入力した内容はまだ更新されていません。"_s, u"入力の確認"_s, answer);
+        };
+        gives(BoxAnswer::No);
         form.reject();
+        gives(BoxAnswer::No);
+        click(form, u"cmdCancel"_s);
         EXPECT_EQ(text(form, u"txtFields_1"_s), u"試験");
+        gives(BoxAnswer::Yes);
         click(form, u"cmdCancel"_s);
         EXPECT_EQ(text(form, u"txtFields_0"_s), u"01");
     });
     edit(u"frmMastaGakureki"_s, [&](QDialog& form) {
         click(form, u"cmdEdit"_s);
         refused(form, u"txtFields_2"_s, u"100"_s, u"1～99を入力してください。･･･対応年齢"_s);
-        click(form, u"cmdCancel"_s);
+        giveUp(form);
     });
     edit(u"frmMastaSyozokuSyo"_s, [&](QDialog& form) {
         click(form, u"cmdAdd"_s);
@@ -120,12 +130,12 @@ TEST_F(Masta, WrongFieldsAreRefusedWhereTheyStand) {
         refused(form, u"txtFields_0"_s, u"11"_s, u"Codeが重複しています。"_s);
         choose(form, u"DataCombo1"_s, 1);  // free under another department
         type(form, u"txtFields_0"_s, u"11"_s, Qt::Key_Tab);
-        click(form, u"cmdCancel"_s);
+        giveUp(form);
         click(form, u"cmdEdit"_s);
         choose(form, u"DataCombo1"_s, 1);
         driver_.expectBox(u"使用中のデータがあるため所属大は変更できません。"_s, u"入力エラー"_s);
         click(form, u"cmdUpdate"_s);
-        click(form, u"cmdCancel"_s);
+        giveUp(form);
     });
 }
 
@@ -171,7 +181,9 @@ TEST_F(Masta, ARenameReachesEveryTableOrNone) {
     edit(u"frmMastaSyain"_s, [&](QDialog& form) {
         click(form, u"cmdEdit"_s);
         fill(form, {u"31"_s});
-        click(form, u"cmdCancel"_s);
+        giveUp(form);
+        click(form, u"cmdEdit"_s);
+        click(form, u"cmdCancel"_s);  // nothing typed: nothing to ask
         click(form, u"cmdEdit"_s);
         click(form, u"cmdUpdate"_s);
     });
@@ -181,7 +193,7 @@ TEST_F(Masta, ARenameReachesEveryTableOrNone) {
         edit(u"frmMastaSyain"_s, [&](QDialog& form) {
             click(form, u"cmdEdit"_s);
             fill(form, {u"31"_s});
-            driver_.answerFreely([](const shell::BoxRequest&) { return BoxAnswer::Ok; });
+            driver_.answerFreely([](const shell::BoxRequest&) { return BoxAnswer::Yes; });
             FaultVfs::armWrite(n, FaultVfs::Kind::IoError);
             click(form, u"cmdUpdate"_s);
             const bool failed = FaultVfs::writes() >= n;

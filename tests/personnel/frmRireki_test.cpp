@@ -241,6 +241,7 @@ TEST_F(Rireki, ANewCodeReachesEveryTableAndARemovalLeavesNone) {
         driver_.expectBox(u"編集中のレコードが見つからないため、更新できません。"_s, {});
         click(form, u"cmdUpdate"_s);
         EXPECT_EQ(text(form, u"txtFields_1"_s), u"別人"_s);
+        driver_.expectBox(u"入力した内容はまだ更新されていません。"_s, u"入力の確認"_s, BoxAnswer::Yes);
         click(form, u"cmdCancel"_s);
     });
     EXPECT_EQ(read(others), untouched);
