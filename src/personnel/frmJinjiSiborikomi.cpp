@@ -193,7 +193,7 @@ void frmJinjiSiborikomi::txtFields_Change() {
 }
 
 bool frmJinjiSiborikomi::txtFields_LostFocus() {
-    txtFields_[0]->setText(paddedSyainCode(txtFields_[0]->text().trimmed()));
+    txtFields_[0]->setText(paddedSyainCode(txtFields_[0]->text()));
     return true;
 }
 
@@ -246,7 +246,7 @@ void frmJinjiSiborikomi::clearConditions() {
 
 SelectionConditions frmJinjiSiborikomi::conditions() const {
     SelectionConditions asked;
-    asked.syainCode = txtFields_[0]->text();
+    asked.syainCode = paddedSyainCode(txtFields_[0]->text());
     asked.furigana = txtFields_[1]->text();
     if (sex_->checkedId() > 0) asked.seibetsu = QString::number(sex_->checkedId());
     for (std::size_t i = 0; i < combo_.size(); ++i) asked.position[i] = combo_[i]->code();

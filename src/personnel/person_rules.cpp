@@ -6,6 +6,7 @@
 #include "shell/field_rules.h"
 #include "store/catalog.h"
 #include "store/date_text.h"
+#include "store/half_width.h"
 #include "store/value.h"
 
 namespace personnel {
@@ -96,9 +97,10 @@ QString EntryItems::caption(const QString& item) const {
 // ---- 履歴書テーブル
 
 QString paddedSyainCode(const QString& typed) {
-    const bool digits = !typed.isEmpty() && std::all_of(typed.begin(), typed.end(),
-                                                        [](QChar c) { return c >= u'0' && c <= u'9'; });
-    return digits ? typed.rightJustified(6, u'0') : typed;
+    const QString code = store::halfWidth(typed).trimmed();
+    const bool digits = !code.isEmpty() &&
+                        std::all_of(code.begin(), code.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    return digits ? code.rightJustified(6, u'0') : typed;
 }
 
 Finding checkSyainCode(const QString& code) {

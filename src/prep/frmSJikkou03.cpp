@@ -79,7 +79,6 @@ QLineEdit* frmSJikkou03::makeOperand(const QString& name, const QString& meaning
     edit->setAccessibleName(meaning);
     edit->setToolTip(meaning);
     edit->setAlignment(Qt::AlignRight);
-    edit->setAttribute(Qt::WA_InputMethodEnabled, false);
     widgets::admitOnly(edit, QStringLiteral("0123456789"));
     connect(edit, &QLineEdit::textChanged, this, [this, edit] { operandChanged(edit); });
     validateOnLeave(edit, [edit] {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "store/error.h"
+#include "store/half_width.h"
 
 namespace store {
 namespace {
@@ -27,11 +28,11 @@ const std::array<Era, 5>& eras() {
     return table;
 }
 
-/// Full-width digits as half-width ones, blanks around cut off.
+/// As it would be typed with the input method off. In kana input the keys of slash, full stop and minus give
+/// the signs of Japanese text.
 QString normalised(const QString& text) {
-    QString result = text.trimmed();
-    for (QChar& c : result)
-        if (c >= u'０' && c <= u'９') c = QChar(c.unicode() - u'０' + u'0');
+    QString result = store::halfWidth(text).trimmed().toUpper();
+    result.replace(u'・', u'/').replace(u'。', u'.').replace(u'ー', u'-').replace(u'−', u'-');
     return result;
 }
 
@@ -57,7 +58,7 @@ std::optional<QDate> parseDate(const QString& text) {
     static const QRegularExpression western(QStringLiteral(
         "^(?:([0-9]{4})([/-])([0-9]{1,2})\\2([0-9]{1,2})|([0-9]{4})年([0-9]{1,2})月([0-9]{1,2})日)$"));
     static const QRegularExpression japanese(
-        QStringLiteral("^(?:([MTSHR])([0-9]{1,2})([./])([0-9]{1,2})\\3([0-9]{1,2})"
+        QStringLiteral("^(?:([MTSHR])([0-9]{1,2})([./-])([0-9]{1,2})\\3([0-9]{1,2})"
                        "|(明治|大正|昭和|平成|令和)([0-9]{1,2}|元)年([0-9]{1,2})月([0-9]{1,2})日)$"));
     const QString plain = normalised(text);
     if (const auto m = western.match(plain); m.hasMatch()) {

@@ -6,9 +6,10 @@
 namespace store {
 
 /// The one date parser of the program. Takes 2003/4/1, 2003-4-1, 2003年4月1日 and Japanese eras
-/// (平成15年4月1日, 平成元年…, H15.4.1, H15/4/1; 明治 大正 昭和 平成 令和, M T S H R) within the limits of
-/// each era; half- and full-width digits. Surrounding blanks are ignored. Anything else, a two-digit year
-/// without an era included, is no date.
+/// (平成15年4月1日, 平成元年…, H15.4.1, H15/4/1, H15-4-1; 明治 大正 昭和 平成 令和, M T S H R) within the
+/// limits of each era; digits, letters and signs in half or full width, letters in either case. Surrounding
+/// blanks are ignored. Anything else, a two-digit year without an era or a year of five digits included, is
+/// no date.
 std::optional<QDate> parseDate(const QString& text);
 /// parseDate or Error(Type) "日付の形式が正しくありません。".
 QDate requireDate(const QString& text);

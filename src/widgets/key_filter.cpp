@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+#include "store/half_width.h"
+
 namespace widgets {
 
 bool isRefusedKey(const QKeyEvent& key, const QString& characters) {
@@ -11,7 +13,7 @@ bool isRefusedKey(const QKeyEvent& key, const QString& characters) {
     const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
     // Half of a pair (an emoji is two units) is no printing character, but no control character either.
     const bool typed = !text.isEmpty() && text.at(0).category() != QChar::Other_Control;
-    return !command && typed && !(text.size() == 1 && characters.contains(text.at(0)));
+    return !command && typed && !(text.size() == 1 && characters.contains(store::halfWidth(text)));
 }
 
 namespace {
@@ -20,13 +22,26 @@ class KeyFilter : public QObject {
   public:
     KeyFilter(QLineEdit* edit, const QString& characters) : QObject(edit), characters_(characters) {
         edit->installEventFilter(this);
+        edit->setAttribute(Qt::WA_InputMethodEnabled, false);
+        connect(edit, &QLineEdit::textEdited, edit, [edit](const QString& text) { narrow(edit, text); });
     }
-    bool eventFilter(QObject*, QEvent* event) override {
+    bool eventFilter(QObject* edit, QEvent* event) override {
+        // Whoever unlocks a field switches its input method on again.
+        if (event->type() == QEvent::FocusIn || event->type() == QEvent::ReadOnlyChange)
+            static_cast<QLineEdit*>(edit)->setAttribute(Qt::WA_InputMethodEnabled, false);
         if (event->type() != QEvent::KeyPress) return false;
         return isRefusedKey(*static_cast<QKeyEvent*>(event), characters_);
     }
 
   private:
+    static void narrow(QLineEdit* edit, const QString& text) {
+        const QString narrowed = store::halfWidth(text);
+        if (narrowed == text) return;
+        const int place = edit->cursorPosition();
+        edit->setText(narrowed);
+        edit->setCursorPosition(place);
+    }
+
     QString characters_;
 };
 

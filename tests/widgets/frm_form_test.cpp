@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -18,6 +19,7 @@
 
 #include "widgets/code_list.h"
 #include "widgets/form.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/platform_messages.h"
 #include "widgets/table.h"
@@ -233,6 +235,50 @@ TEST(FormKeys, AFieldIsMarkedWholeOnEveryWayIn) {
     }
     clickOnScreen(form.other);
     EXPECT_FALSE(form.other->hasSelectedText()) << "a second click sets the caret";
+}
+
+TEST(FormKeys, AFieldOfDigitsTakesThemFromTheInputMethodToo) {
+    EntryForm form;
+    form.open();
+    admitOnly(form.other, u"0123456789."_s);
+    const auto composed = [](const QString& text) {
+        return [text](QLineEdit* edit) {
+            QInputMethodEvent composing(text, {}), end;
+            end.setCommitString(text);
+            QApplication::sendEvent(edit, &composing);
+            QApplication::sendEvent(edit, &end);
+        };
+    };
+    const auto typed = [](const QString& text) {
+        return [text](QLineEdit* edit) {
+            for (QChar c : text) {
+                QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+                QApplication::sendEvent(edit, &key);
+            }
+        };
+    };
+    const auto pasted = [](const QString& text) {
+        return [text](QLineEdit* edit) {
+            QApplication::clipboard()->setText(text);
+            edit->paste();
+        };
+    };
+    const std::pair<std::function<void(QLineEdit*)>, QString> ways[] = {
+        {composed(u"１２３４"_s), u"5123467"_s},
+        {typed(u"１２３４"_s), u"5123467"_s},
+        {pasted(u"１２．３"_s), u"512.367"_s},
+        {typed(u"x1あＡ2"_s), u"51267"_s},
+        {composed(u"あ"_s), u"5あ67"_s}};
+    for (const auto& [act, left] : ways) {
+        form.other->setReadOnly(true);
+        form.other->setReadOnly(false);  // the toolkit switches the input method on
+        form.other->setText(u"567"_s);
+        form.other->setCursorPosition(1);
+        act(form.other);
+        EXPECT_EQ(form.other->text(), left);
+        EXPECT_EQ(form.other->cursorPosition(), left.size() - 2);
+        EXPECT_FALSE(form.other->testAttribute(Qt::WA_InputMethodEnabled));
+    }
 }
 
 TEST(FormChild, GivesControlBackAndDeletesTheChild) {
