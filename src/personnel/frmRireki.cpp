@@ -176,6 +176,7 @@ void frmRireki::bindFields() {
 /// The moves go through the people found, not through all rows.
 void frmRireki::connectMoves() {
     connect(people_, &PeopleList::chosen, this, [this](int row) { goTo(row); });
+    connect(people_, &PeopleList::searched, this, [this] { setCommands(); });
     using enum PeopleList::Move;
     for (const auto& [button, move] : {std::pair{bar().first, First}, std::pair{bar().previous, Previous},
                                        std::pair{bar().next, Next}, std::pair{bar().last, Last}}) {
@@ -273,11 +274,22 @@ void frmRireki::rowShown() {
 
 void frmRireki::stateChanged() {
     const bool browse = state() == State::Browse;
-    for (int i = 0; i < kSubtables; ++i)
-        subtables_[std::size_t(i)]->setEnabled(browse && row() >= 0 &&
-                                               house_.screens.has(kSubtableItems[std::size_t(i)].screen));
+    setCommands();
     readingForms_->setEnabled(!browse);
     if (browse && hasRows()) people_->table()->setFocus(Qt::OtherFocusReason);
+}
+
+/// Nothing is done to a person whom the list does not show.
+void frmRireki::setCommands() {
+    const bool browse = state() == State::Browse;
+    const bool shown = browse && row() >= 0 && !people_->findsNobody();
+    for (int i = 0; i < kSubtables; ++i)
+        subtables_[std::size_t(i)]->setEnabled(shown &&
+                                               house_.screens.has(kSubtableItems[std::size_t(i)].screen));
+    if (!browse) return;
+    const auto& bar = this->bar();
+    for (QPushButton* button : {bar.edit, bar.remove, bar.first, bar.previous, bar.next, bar.last})
+        button->setEnabled(shown);
 }
 
 bool frmRireki::keepsKey(const QWidget* focused, int key) const {

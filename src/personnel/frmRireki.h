@@ -62,6 +62,7 @@ class frmRireki : public shell::RecordForm {
     bool checkCode();
     bool taken(const QString& code);
     CompanyDatabases databases();
+    void setCommands();
     void showYears();
     Person shownPerson() const;
     void openSubtable(int index, const Person& person);

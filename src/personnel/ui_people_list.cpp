@@ -109,6 +109,7 @@ void PeopleList::search() {
         select(row);
     else if (!found_.empty())
         Q_EMIT chosen(found_.front());
+    Q_EMIT searched();
 }
 
 int PeopleList::placeOf(int row) const {

@@ -29,6 +29,7 @@ class PeopleList : public QWidget {
     void select(int row);
     QWidget* table() const;
     QLineEdit* searchBox() const { return search_; }
+    bool findsNobody() const { return found_.empty(); }
     QSize sizeHint() const override;  ///< wide enough for the longest names and readings
 
     enum class Move { First, Previous, Next, Last };
@@ -36,6 +37,7 @@ class PeopleList : public QWidget {
 
   Q_SIGNALS:
     void chosen(int row);
+    void searched();  ///< what is typed changed, and with it perhaps who is found
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;  ///< of the search box: Escape empties it

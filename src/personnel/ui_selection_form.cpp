@@ -182,8 +182,16 @@ void SelectionForm::search() {
     });
 }
 
+/// Whoever was chosen stays it; where this person is gone, the one in the same place.
 void SelectionForm::refresh() {
-    if (query_) showPeople(query_());
+    if (!query_) return;
+    const int row = list_->row();
+    const QString code = list_->boundText();
+    showPeople(query_());
+    if (row < 0 || people_.empty()) return;
+    if (!list_->chooseCode(code)) list_->choose(std::min(row, list_->count() - 1));
+    list_->scrollTo(list_->currentIndex());
+    list_->setFocus();
 }
 
 void SelectionForm::showPeople(const FoundPeople& people) {

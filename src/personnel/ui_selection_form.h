@@ -69,7 +69,8 @@ class SelectionForm : public widgets::Form {
     void arrange(QLayout* conditions);
     /// The field of a date with its example beside it.
     QLayout* withHint(QLineEdit* edit, const QString& hint);
-    /// Finds again what was found last, silently: someone else changed the people.
+    /// Finds again what was found last, silently: someone else changed the people. The choice stays on the
+    /// same person, else in the same place.
     void refresh();
     QString today() const;
     /// A text that is a date or may be empty (`mayBeEmpty`) is written as yyyy/m/d; otherwise the box.

@@ -162,9 +162,11 @@ TEST_F(Selection, TellsWhatCannotBeAskedAndTakesACodeForACompleteCondition) {
             EXPECT_EQ(text(form, u"Text2"_s), QString());
             told(kNobody, u"検索結果"_s, u"Command1"_s);
             EXPECT_EQ(text(form, u"Text1"_s), u"2026/12/1"_s);
-            type(form, u"txtFields_0"_s, u"000046"_s);
-            click(form, u"Command1"_s);
-            EXPECT_EQ(found(form), QStringList{u"000046"_s});
+            for (const QString& code : {u"000046"_s, u"46"_s, u"４６"_s}) {
+                type(form, u"txtFields_0"_s, code);
+                click(form, u"Command1"_s);
+                EXPECT_EQ(found(form), QStringList{u"000046"_s});
+            }
             type(form, u"txtFields_0"_s, {}, Qt::Key_Tab);
             EXPECT_TRUE(enabled(form, u"Text5"_s));
             told(choice, wrong, u"Command5"_s);
@@ -176,7 +178,20 @@ TEST_F(Selection, TellsWhatCannotBeAskedAndTakesACodeForACompleteCondition) {
                 EXPECT_EQ(global_.rireki_shinki, all);
                 EXPECT_EQ(global_.syain_code, u"000046"_s);
                 EXPECT_EQ(read(u"SELECT 社員Code,ID FROM 社員絞込"_s), QStringList{u"000046|1"_s});
-                if (!all) choose(form, u"DataList1"_s, 0);
+                EXPECT_TRUE(text(form, u"DataList1"_s).startsWith(u"000046"_s));  // still chosen
+            }
+            type(form, u"txtFields_0"_s, {}, Qt::Key_Tab);
+            click(form, u"Command1"_s);
+            QStringList staff = found(form);
+            choose(form, u"DataList1"_s, 3);
+            const QString retires = u"UPDATE 履歴書テーブル SET 退職フラグ = -1 WHERE 社員Code = '%1'"_s;
+            for (const int goes : {1, 2}) {  // one before the chosen person, then the person
+                driver_.onScreen(u"frmRireki"_s, [&](QDialog& record) {
+                    sql(retires.arg(staff.takeAt(goes)));
+                    record.reject();
+                });
+                click(form, u"Command5"_s);
+                EXPECT_TRUE(text(form, u"DataList1"_s).startsWith(staff[2])) << goes;
             }
         },
         sheets_);

@@ -170,7 +170,11 @@ TEST_F(Rireki, FindsPeopleAsOneTypes) {
         const QString shown = text(form, u"txtFields_0"_s);
         EXPECT_EQ(found(u"髙いない"_s), QString());
         EXPECT_EQ(text(form, u"txtFields_0"_s), shown);
+        const QStringList commands{u"cmdEdit"_s, u"cmdDelete"_s, u"cmdNext"_s};
+        for (const QString& command : commands) EXPECT_FALSE(enabled(form, command)) << command.toStdString();
+        EXPECT_TRUE(enabled(form, u"cmdAdd"_s));
         press(form, Qt::Key_Escape);
+        for (const QString& command : commands) EXPECT_TRUE(enabled(form, command)) << command.toStdString();
         EXPECT_EQ(rows(form, u"DataGrid1"_s), staff(u"退職フラグ = 0"_s));
         EXPECT_EQ(text(form, u"DataGrid1"_s), shown);
     });
