@@ -53,6 +53,9 @@ QFont fontOf(const TextLook& look) {
     QFont font = QGuiApplication::font();
     font.setPixelSize(look.size);
     font.setBold(look.bold);
+    // Shaping takes other glyphs for digits beside Latin letters; a PDF file cannot tell which characters
+    // those were, and its text loses them when it is searched or copied.
+    font.setStyleStrategy(QFont::PreferNoShaping);
     return font;
 }
 
