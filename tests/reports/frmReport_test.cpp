@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPrinter>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
@@ -36,7 +37,7 @@ const QStringList kColumns{u"社員Code"_s, u"氏名"_s,       u"個人別計算
 /// longer than its column. A line separator has crept into the other names.
 Report amounts(int rows) {
     Report report = makeReport(u"DataReportSHyou03"_s);
-    report.setTitle(u"賞与支給額"_s);
+    report.setTitle(u"K7賞与支給額"_s);
     std::vector<Report::Row> data;
     for (int i = 0; i < rows; ++i) {
         const Money amount = i == 0 ? Money::fromRaw(-9223372036854775807) : Money::fromYen(100000 + i);
@@ -180,6 +181,12 @@ TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
     EXPECT_TRUE(bytes.startsWith("%PDF-"));
     EXPECT_TRUE(bytes.contains("/Count 3"));
     EXPECT_TRUE(bytes.contains("/FontFile")) << "fonts are embedded";
+    // Each glyph leads back to its character, so the maps have no gap: text can be searched and copied, digits
+    // beside Latin letters too.
+    static const QRegularExpression map(
+        u"\\d+ beginbfrange\n<0000> <0000> <0000>\n<0001>[^\n]*\nendbfrange"_s);
+    EXPECT_GT(bytes.count("beginbfrange"), 0);
+    EXPECT_EQ(QString::fromLatin1(bytes).count(map), bytes.count("beginbfrange"));
 
     QStringList said;
     shell::setBoxHandler([&](const shell::BoxRequest& box) {
