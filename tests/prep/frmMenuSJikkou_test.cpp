@@ -1,6 +1,13 @@
 #include "prep/frmMenuSJikkou.h"
 
+#include <QLabel>
+
+#include "calc/frmSHaibunjikkouK2.h"
 #include "prep/run_screens.h"
+#include "reports/frmReport.h"
+#include "reports/package.h"
+#include "reports/workbook.h"
+#include "shell/company_open.h"
 
 namespace {
 
@@ -87,6 +94,104 @@ TEST_F(RunMenu, TellsAFailureAndStaysUsable) {
     EXPECT_EQ(driver_.boxes().size(), 2U);
     EXPECT_EQ(driver_.screens(), QStringList{u"frmMenuSJikkou"_s});
     EXPECT_EQ(stored(), QString());
+}
+
+/// Two companies one after the other, each opened as the program does it, with a run of its own date.
+class TwoCompanies : public testing::Test {
+  protected:
+    TwoCompanies() {
+        driver_.answerFreely([](const shell::BoxRequest& box) {
+            return box.buttons == shell::BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
+        });
+        screens_.add(u"frmSHaibunjikkouK2"_s, [this](shell::House& house, QWidget* parent) {
+            return new calc::frmSHaibunjikkouK2(house, sheets_, parent);
+        });
+    }
+    void see(const QDialog& form) {
+        seen_ += form.windowTitle();
+        for (const auto* label : form.findChildren<QLabel*>()) seen_ += u'\n' + label->text();
+    }
+    void see(const reports::Report& report) {
+        for (const auto& band : report.design().bands)
+            for (const auto& control : band.controls)
+                for (int row = 0; row < report.rowCount(); ++row)
+                    seen_ += u'\n' + report.textOf(control, row, 1);
+    }
+    void see(const QFileInfo& file) {
+        const reports::Package package(file.filePath());
+        seen_ += u'\n' + file.fileName();
+        for (const QByteArray& part : package.partNames())
+            seen_ += u'\n' + QString::fromUtf8(package.part(part));
+    }
+    /// Everything that the run menu and the calculation show, print and send.
+    QString workOn(const QString& company, const QString& person, QDate kijunbi) {
+        CompanyFolder folder;
+        sample::SampleOptions options;
+        options.company = company;
+        folder.makeSample(options);
+        folder.addCompanionMarker();
+        std::unique_ptr<shell::CompanyLock> none;
+        auto opened = shell::openCompany(folder.programDir(), company, none);
+        global_.company_lock = std::move(opened.lock);
+        global_.cn_main = std::move(opened.cn_main);
+        global_.cn_main->execute(u"update 履歴書テーブル set 氏名 = ?"_s, {person});
+        global_.setCompanyPanel(company);
+        global_.kijunbi = store::formatDate(kijunbi);
+        const auto sent = [this] { return QDir(out_.path()).entryInfoList({u"*.xlsx"_s}); };
+        const auto before = sent();
+        seen_.clear();
+        prep::frmMenuSJikkou menu(house_, nullptr);
+        driver_.run(menu, [this](QDialog& steps) {
+            see(steps);
+            driver_.onScreen(u"frmSHaibunjikkouK2"_s, [this](QDialog& form) {
+                see(form);
+                chooseText(form, u"DataList1"_s, QString::fromUtf16(sample::kCriteria[0].kubunName));
+                chooseText(form, u"DataList2"_s, QString::fromUtf16(sample::kCriteria[0].kijunName));
+                click(form, u"Command6"_s);  // lists and sheets follow a calculation
+                click(form, u"Command1"_s);
+                driver_.onScreen(u"frmReport"_s, [this](QDialog& preview) {
+                    see(preview);
+                    see(dynamic_cast<reports::frmReport&>(preview).report());
+                    preview.reject();
+                });
+                click(form, u"Command4"_s);
+                click(form, u"Command5"_s);
+                see(form);
+                form.close();
+            });
+            click(steps, u"Command7"_s);
+            steps.close();
+        });
+        for (const QFileInfo& file : sent())
+            if (!before.contains(file)) see(file);
+        global_.closeCompany();
+        return seen_;
+    }
+
+    QTemporaryDir out_;
+    const reports::SheetFolder sheets_{{out_.path()}};
+    shell::GlobalRecord global_;
+    shell::ScreenRegistry screens_;
+    shell::House house_{global_, screens_};
+    ScreenDriver driver_;
+    QString seen_;
+};
+
+TEST_F(TwoCompanies, NothingOfTheFirstStandsInTheSecond) {
+    const auto expectOwn = [](const QString& seen, const QString& company, const QString& person,
+                              const QString& date) {
+        // The menu's heading, the foot of each page, the sheet and its name.
+        for (const QString& own :
+             {u"配分実行メニュー　基準日 %1"_s.arg(date),
+              u"基準日 %1　作成日 %2　%3"_s.arg(date, store::formatDate(QDate::currentDate()), company),
+              u"<t>%1</t>"_s.arg(person), QString(date).replace(u'/', u'-') + u'_' + company})
+            EXPECT_TRUE(seen.contains(own)) << own.toStdString();
+    };
+    expectOwn(workOn(u"甲商事"_s, u"甲野"_s, QDate(2025, 12, 10)), u"甲商事"_s, u"甲野"_s, u"2025/12/10"_s);
+    const QString second = workOn(u"乙商事"_s, u"乙野"_s, QDate(2026, 12, 10));
+    expectOwn(second, u"乙商事"_s, u"乙野"_s, u"2026/12/10"_s);
+    for (const QString& former : {u"甲"_s, u"2025/12"_s, u"2025-12"_s})
+        EXPECT_FALSE(second.contains(former)) << former.toStdString();
 }
 
 }  // namespace
