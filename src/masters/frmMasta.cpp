@@ -142,6 +142,8 @@ QString frmMasta::gridText(int row, int column) const {
     const int position = shown_.at(static_cast<std::size_t>(column));
     const store::Value& value = rows().valueAt(row, position);
     if (position == kind_.other) return otherNames_.value(value.toText());
+    if (position == kind_.date && !value.isNull())
+        return value.toDate().toString(QStringLiteral("yyyy/MM/dd"));
     return value.toText();
 }
 

@@ -39,6 +39,7 @@ QString originLine(const ListTitle& title) {
     for (const QDate date : title.kijunbi) dates << store::formatDate(date);
     QStringList parts;
     if (!dates.isEmpty()) parts << QStringLiteral("基準日 ") + dates.join(u'、');
+    if (!title.subject.isEmpty()) parts << title.subject;
     parts << QStringLiteral("作成日 ") + store::formatDate(title.made) << title.company;
     return parts.join(u'　');
 }

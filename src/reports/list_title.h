@@ -18,7 +18,7 @@ struct ListTitle {
 /// "2026-12-10_見本商事_正社員賞与／一般社員_賞与支給額", fit to be a file's name on every system. Several
 /// dates are told by the first and the last.
 QString fileStem(const ListTitle& title);
-/// "基準日 2026/12/10　作成日 2026/11/23　見本商事".
+/// "基準日 2026/12/10　正社員賞与／一般社員　作成日 2026/11/23　見本商事".
 QString originLine(const ListTitle& title);
 
 }  // namespace reports

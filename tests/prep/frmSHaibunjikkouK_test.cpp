@@ -111,8 +111,10 @@ TEST_F(AutoInputScreen, ListsTheJudgmentsUnderTheCompanysNames) {
             };
             EXPECT_EQ(report.title(), u"自動入力判定"_s);
             EXPECT_EQ(all(reports::Section::Section4).join(u' '), u"自動入力判定 ◆正社員賞与／一般社員"_s);
-            EXPECT_EQ(all(reports::Section::Section3),
-                      (QStringList{u"- 1 -"_s, u"基準日 2026/12/10　作成日 2026/11/23　見本商事"_s}));
+            EXPECT_EQ(
+                all(reports::Section::Section3),
+                (QStringList{u"- 1 -"_s,
+                             u"基準日 2026/12/10　正社員賞与／一般社員　作成日 2026/11/23　見本商事"_s}));
             EXPECT_EQ(all(reports::Section::Section2).join(u','),
                       u"社員Code,氏名,基礎額Ａ,基礎額Ｂ,年齢係数,勤続係数,等級係数,,区分係数,,役職係数,,,"
                       "職能資格係数,,,,,支給係数"_s);

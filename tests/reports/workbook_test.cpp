@@ -145,7 +145,7 @@ TEST_F(Sent, CellsStandInTheFileAndAddUp) {
     const QByteArray texts = package.part("xl/sharedStrings.xml");
     for (const QString& text :
          {u"◆一般社員／営業 &lt;&amp;&gt;"_s, u"=_x005F_x0041_\uFFFDB\uFFFD"_s, u"1899/4/1"_s, u"000004"_s,
-          u"基準日 2026/12/10　作成日 2026/11/22　見本商事"_s})
+          u"基準日 2026/12/10　営業 &amp; 管理　作成日 2026/11/22　見本商事"_s})
         EXPECT_TRUE(texts.contains((u"<t>"_s + text + u"</t>"_s).toUtf8())) << text.toStdString();
     const QString sheet = QString::fromUtf8(package.part("xl/worksheets/sheet1.xml"));
     double sum = 0;
@@ -158,7 +158,7 @@ TEST_F(Sent, CellsStandInTheFileAndAddUp) {
         const QString& part :
         {u"<c r=\"H4\" s=\"4\"><v>1.0625</v>"_s, u"<c r=\"G4\" s=\"3\"><v>46113</v>"_s,
          u"topLeftCell=\"A4\""_s, u"<c r=\"B3\" s=\"1\" t=\"s\">"_s, u"<c r=\"A105\" t=\"s\">"_s,
-         u"<oddFooter>&amp;L基準日 2026/12/10　作成日 2026/11/22　見本商事&amp;R&amp;P / &amp;N</oddFooter>"_s})
+         u"<oddFooter>&amp;L基準日 2026/12/10　営業 &amp;&amp; 管理　作成日 2026/11/22　見本商事&amp;R&amp;P / &amp;N</oddFooter>"_s})
         EXPECT_TRUE(sheet.contains(part)) << part.toStdString();
     const QByteArray styles = package.part("xl/styles.xml");
     for (const char* look : {"#,##0", "yyyy/m/d", "0.000"})
