@@ -41,8 +41,8 @@ inline bool confirmLoss(QWidget* parent, const QString& text, const QString& tit
     return showBox(parent, {text, title, BoxIcon::Warning, BoxButtons::YesNo, act, stay}) == BoxAnswer::Yes;
 }
 
-/// While one lives, boxes are not shown: they count as answered with OK or No, and are kept here. For checks that
-/// are asked whether they would refuse.
+/// While one lives, boxes are not shown: they count as answered with OK or No, and are kept here. For checks
+/// that are asked whether they would refuse.
 class HeldBoxes {
   public:
     HeldBoxes();

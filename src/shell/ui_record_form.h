@@ -49,8 +49,8 @@ namespace shell {
 ///         void rowGoes() override { /* what goes with the row; runs in the transaction */ }
 ///     };
 ///
-/// What a refused update found wrong is told for the first field; all fields that would be refused are marked.
-/// Order of an update: checkRequired(), the checks of all entered fields, checkUpdate(), BeginTrans,
+/// What a refused update found wrong is told for the first field; all fields that would be refused are
+/// marked. Order of an update: checkRequired(), the checks of all entered fields, checkUpdate(), BeginTrans,
 /// keyRenamed() (Editing, key changed), the fields into the row, rowWritten() (all states), the row into the
 /// table, afterRow(), CommitTrans, then updated(): the row that was shown before is shown again. Of a
 /// removal: mayRemove(), confirmRemoval(), BeginTrans, rowGoes(), the row, CommitTrans, then removed(). A
@@ -82,8 +82,8 @@ class RecordForm : public widgets::Form {
     /// box on the key) is told as "未入力は許されません。･･･<keyCaption>", and passed over in silence while
     /// there are no rows.
     virtual bool checkRequired();
-    /// The key that a new row is offered: one more than the largest where keys are numbers, as wide as it; empty
-    /// where there is none to offer.
+    /// The key that a new row is offered: one more than the largest where keys are numbers, as wide as it;
+    /// empty where there is none to offer.
     virtual QString nextKey() const;
     virtual QString keyCaption() const { return keyColumns().first(); }
     virtual void keyRenamed() {}
@@ -132,8 +132,8 @@ class RecordForm : public widgets::Form {
 
     /// Title, fields (and beside them the list), moves, commands; help stands apart at the left.
     void arrange(const QString& title, QLayout* fields, QWidget* beside = nullptr);
-    /// What Tab and Enter walk through before the buttons: the bound controls in the order of binding. A screen
-    /// with more between them names all.
+    /// What Tab and Enter walk through before the buttons: the bound controls in the order of binding. A
+    /// screen with more between them names all.
     virtual QList<QWidget*> fieldOrder() const;
     QBoxLayout* column() const { return column_; }  ///< the screen's column, after arrange()
     widgets::RecordBar& bar() { return bar_; }

@@ -181,8 +181,8 @@ TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
     EXPECT_TRUE(bytes.startsWith("%PDF-"));
     EXPECT_TRUE(bytes.contains("/Count 3"));
     EXPECT_TRUE(bytes.contains("/FontFile")) << "fonts are embedded";
-    // Each glyph leads back to its character, so the maps have no gap: text can be searched and copied, digits
-    // beside Latin letters too.
+    // Each glyph leads back to its character, so the maps have no gap: text can be searched and copied,
+    // digits beside Latin letters too.
     static const QRegularExpression map(
         u"\\d+ beginbfrange\n<0000> <0000> <0000>\n<0001>[^\n]*\nendbfrange"_s);
     EXPECT_GT(bytes.count("beginbfrange"), 0);
