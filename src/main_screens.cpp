@@ -14,6 +14,7 @@
 #include "personnel/frmJinjiTaisyokusyori.h"
 #include "personnel/frmJinjiTorikomi.h"
 #include "personnel/frmRireki.h"
+#include "personnel/ui_code_change.h"
 #include "prep/frmMenuSJikkou.h"
 #include "prep/frmSDatatorikomi.h"
 #include "prep/frmSHaibunjikkouK.h"
@@ -110,6 +111,7 @@ void addCalculation(shell::ScreenRegistry& screens, const std::shared_ptr<report
 }  // namespace
 
 void registerScreens(shell::ScreenRegistry& screens, const QString& sheetFolder) {
+    screens.companyOpened = personnel::askCutOffChange;
     addShell(screens);
     addMasters(screens);
     addRecords(screens);

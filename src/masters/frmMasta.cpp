@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "personnel/ui_code_change.h"
 #include "shell/field_rules.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
@@ -235,6 +236,21 @@ personnel::CodeKey frmMasta::typedKey() const {
 personnel::CompanyDatabases frmMasta::company() {
     house_.global.kaisha_folder = house_.global.panels.folder;
     return {cn(), house_.global.dataDir(), house_.global.kaisha_folder};
+}
+
+void frmMasta::updateBegins(bool renames) {
+    if (renames)
+        personnel::announceRename(company(), kind_.referent, oldKey(), typedKey());
+    else if (state() == State::Adding)
+        personnel::settleChange(company());
+}
+
+void frmMasta::removalBegins() {
+    personnel::announceRemoval(company(), kind_.referent, oldKey());
+}
+
+void frmMasta::writeFailed() {
+    personnel::tellCutOffChange(company(), this);
 }
 
 void frmMasta::keyRenamed() {

@@ -21,6 +21,9 @@ class frmMasta : public shell::RecordForm {
     QStringList keyColumns() const override;
     bool checkRequired() override;
     bool checkUpdate() override;
+    void updateBegins(bool renames) override;
+    void removalBegins() override;
+    void writeFailed() override;
     void keyRenamed() override;
     bool mayRemove() override;
     QString removalQuestion() const override;

@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 
+#include "personnel/code_change.h"
 #include "store/catalog.h"
 #include "store/company_files.h"
 
@@ -316,21 +317,34 @@ class Walk {
 
     void run() {
         for (const auto& [file, part] : order()) {
-            const QString path = store::filePath(company_.dataDir, company_.company, file);
             if (isMain(file))
                 visit(company_.cn_main, part);
-            else if (QFile::exists(path))
-                visitSecondary(path, part);
+            else if (QFile::exists(pathOf(file)))
+                visitSecondary(pathOf(file), part);
         }
         visit(company_.cn_main, Part::Own);
         visit(company_.cn_main, Part::Work);
+        if (isMain(File::Syouyo) && !secondaries().empty()) forgetChange(company_.cn_main);
     }
 
-  private:
     struct Stop {
         File file;
         Part part;
     };
+    /// The stops at files of their own.
+    std::vector<Stop> secondaries() const {
+        std::vector<Stop> stops;
+        for (const Stop& stop : order())
+            if (!isMain(stop.file) && !visited(stop.part).empty() && QFile::exists(pathOf(stop.file)))
+                stops.push_back(stop);
+        return stops;
+    }
+    void runSecondaries() {
+        for (const Stop& stop : secondaries()) visitSecondary(pathOf(stop.file), stop.part);
+    }
+
+  private:
+    QString pathOf(File file) const { return store::filePath(company_.dataDir, company_.company, file); }
     bool isMain(File file) const {
         const QString main = QFileInfo(company_.cn_main.path()).fileName();
         return main == store::fileName(company_.company, file);
@@ -404,7 +418,43 @@ void count(store::Connection& cn, const Reference& reference, const CodeKey& key
     if (rows > 0) uses.push_back({table, labelOf(table), rows});
 }
 
+Step renaming(const CodeKey& from, const CodeKey& to, const QString& shimei) {
+    return
+        [&](store::Connection& cn, const Reference& reference) { rename(cn, reference, from, to, shimei); };
+}
+
+/// The row of the code itself as a place that holds it.
+Reference entryOf(Referent referent) {
+    Reference entry{.refersTo = referent, .table = &store::tableNamed(entryTable(referent)), .column = 0};
+    if (referent == R::SyozokuSyo) {
+        entry.column = t::所属小マスタ::Code;
+        entry.parentColumn = t::所属小マスタ::所属大;
+    }
+    return entry;
+}
+
+constexpr const char16_t* kEntryTables[] = {
+    t::履歴書テーブル::kName,     t::社員区分マスタ::kName, t::所属大マスタ::kName,
+    t::役職マスタ::kName,         t::職種マスタ::kName,     t::コースマスタ::kName,
+    t::所属小マスタ::kName,       t::異動事由マスタ::kName, t::住宅区分マスタ::kName,
+    t::最終学歴マスタ::kName,     t::採用区分マスタ::kName, t::資格免許マスタ::kName,
+    t::続柄グループマスタ::kName, t::続柄マスタ::kName,     t::出身地マスタ::kName,
+    t::自由マスタ1::kName,        t::自由マスタ2::kName,    t::自由マスタ3::kName,
+    t::自由マスタ4::kName,        t::自由マスタ5::kName,
+};
+static_assert(std::size(kEntryTables) == static_cast<std::size_t>(R::Jiyuu5) + 1);
+
 }  // namespace
+
+QString entryTable(Referent referent) {
+    return QString::fromUtf16(kEntryTables[static_cast<std::size_t>(referent)]);
+}
+
+Referent referentOf(const QString& entryTable) {
+    for (std::size_t i = 0; i < std::size(kEntryTables); ++i)
+        if (entryTable == QString::fromUtf16(kEntryTables[i])) return static_cast<Referent>(i);
+    store::throwTypeMismatch();
+}
 
 const std::vector<Reference>& codeReferences() {
     static const std::vector<Reference> all = [] {
@@ -437,15 +487,47 @@ std::vector<CodeUse> employeeHistory(store::Connection& cn_main, const QString& 
 void renameCode(const CompanyDatabases& company, Referent referent, const CodeKey& from, const CodeKey& to,
                 const QString& shimei) {
     if (from == to) return;
-    const Step step = [&](store::Connection& cn, const Reference& reference) {
-        rename(cn, reference, from, to, shimei);
-    };
-    Walk(company, referent, step, false).run();
+    Walk(company, referent, renaming(from, to, shimei), false).run();
+}
+
+void renameInSecondaries(const CompanyDatabases& company, Referent referent, const CodeKey& from,
+                         const CodeKey& to, const QString& shimei) {
+    Walk(company, referent, renaming(from, to, shimei), false).runSecondaries();
 }
 
 void removeCode(const CompanyDatabases& company, Referent referent, const CodeKey& key) {
     const Step step = [&](store::Connection& cn, const Reference& reference) { remove(cn, reference, key); };
     Walk(company, referent, step, true).run();
+}
+
+std::vector<File> secondaryFiles(const CompanyDatabases& company, Referent referent) {
+    std::vector<File> files;
+    for (const auto& [file, part] : Walk(company, referent, {}, false).secondaries()) files.push_back(file);
+    return files;
+}
+
+bool holdsCode(const CompanyDatabases& company, File secondary, Referent referent, const CodeKey& key) {
+    store::Connection cn(store::filePath(company.dataDir, company.company, secondary),
+                         store::databasePassword());
+    std::vector<CodeUse> uses;
+    for (const Reference& reference : codeReferences())
+        if (reference.refersTo == referent && reference.table->file == secondary)
+            count(cn, reference, key, uses);
+    return !uses.empty();
+}
+
+bool entryStands(store::Connection& cn_main, Referent referent, const CodeKey& key) {
+    std::vector<CodeUse> uses;
+    count(cn_main, entryOf(referent), key, uses);
+    return !uses.empty();
+}
+
+void renameEntry(store::Connection& cn_main, Referent referent, const CodeKey& from, const CodeKey& to) {
+    rename(cn_main, entryOf(referent), from, to, {});
+}
+
+void removeEntry(store::Connection& cn_main, Referent referent, const CodeKey& key) {
+    remove(cn_main, entryOf(referent), key);
 }
 
 }  // namespace personnel

@@ -6,7 +6,8 @@
 
 namespace store {
 struct Table;
-}
+enum class File;
+}  // namespace store
 
 /// Who refers to whom by code. No table declares a foreign key: this map is what keeps the codes in step. A
 /// column that holds a code of a master or of an employee and is missing here is a fault (a test walks the
@@ -64,6 +65,10 @@ struct Reference {
 /// The map, for each file in the order in which a rename visits it.
 const std::vector<Reference>& codeReferences();
 
+/// The table that the code itself stands in (履歴書テーブル, the master), and back.
+QString entryTable(Referent referent);
+Referent referentOf(const QString& entryTable);
+
 /// The company whose files are visited; the file that cn_main is open on decides the order.
 struct CompanyDatabases {
     store::Connection& cn_main;
@@ -86,12 +91,26 @@ std::vector<CodeUse> employeeHistory(store::Connection& cn_main, const QString& 
 /// of a record form): codehenkou4 there, then codehenkou1_sub and codehenkou2_sub on connections of their
 /// own, each in a transaction of its own and skipped when its file is missing, then the company's own tables
 /// on cn_main. What a secondary file got stands even if the caller rolls back. The row of the code itself
-/// (履歴書テーブル, the master) is the caller's. Equal keys do nothing. `shimei` is the employee's name for
+/// (履歴書テーブル, the master) is the caller's, and so is the announcement before the transaction
+/// (code_change.h), which ends here. Equal keys do nothing. `shimei` is the employee's name for
 /// the tables that keep a copy. Throws store::Error.
 void renameCode(const CompanyDatabases& company, Referent referent, const CodeKey& from, const CodeKey& to,
                 const QString& shimei = {});
 /// Removes every reference in the same way and order: codesakujo4, codesakujo1_sub, codesakujo2_sub, the own
 /// tables. Rows of tables that refuse a removal are left alone (the caller has asked codeUsage()).
 void removeCode(const CompanyDatabases& company, Referent referent, const CodeKey& key);
+
+/// The companions' files that a change of such a code reaches: those that stand and can hold it.
+std::vector<store::File> secondaryFiles(const CompanyDatabases& company, Referent referent);
+/// Whether a secondary file holds the code anywhere; read by a connection of its own.
+bool holdsCode(const CompanyDatabases& company, store::File secondary, Referent referent, const CodeKey& key);
+/// renameCode() for the secondary files alone.
+void renameInSecondaries(const CompanyDatabases& company, Referent referent, const CodeKey& from,
+                         const CodeKey& to, const QString& shimei);
+
+/// The row of the code itself, in the caller's transaction.
+bool entryStands(store::Connection& cn_main, Referent referent, const CodeKey& key);
+void renameEntry(store::Connection& cn_main, Referent referent, const CodeKey& from, const CodeKey& to);
+void removeEntry(store::Connection& cn_main, Referent referent, const CodeKey& key);
 
 }  // namespace personnel

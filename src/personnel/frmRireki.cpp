@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "personnel/ui_code_change.h"
 #include "personnel/ui_person_record.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
@@ -334,6 +335,23 @@ CompanyDatabases frmRireki::databases() {
     auto& global = house_.global;
     global.kaisha_folder = global.panels.folder;
     return {cn(), global.dataDir(), global.kaisha_folder};
+}
+
+/// Rows that a change cut off left under the code must not fall to somebody new.
+void frmRireki::updateBegins(bool renames) {
+    if (renames)
+        announceRename(databases(), Referent::Syain, {oldText(kSyainCode), {}},
+                       {txtFields_[Code]->text(), {}});
+    else if (state() == State::Adding)
+        settleChange(databases());
+}
+
+void frmRireki::removalBegins() {
+    announceRemoval(databases(), Referent::Syain, {oldText(kSyainCode), {}});
+}
+
+void frmRireki::writeFailed() {
+    tellCutOffChange(databases(), this);
 }
 
 void frmRireki::keyRenamed() {

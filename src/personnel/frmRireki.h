@@ -29,6 +29,9 @@ class frmRireki : public shell::RecordForm {
     QList<QWidget*> fieldOrder() const override;
     QString nextKey() const override;
     bool mayAdd() const override { return whom_ == Whom::AllStaff; }
+    void updateBegins(bool renames) override;
+    void removalBegins() override;
+    void writeFailed() override;
     void keyRenamed() override;
     void rowWritten(store::Recordset& row) override;
     void afterRow() override;

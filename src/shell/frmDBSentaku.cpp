@@ -98,7 +98,9 @@ void frmDBSentaku::Command2_Click() {
         if (outcome != OpenedCompany::Outcome::Opened) tellFailure(opened, name);
         keep(std::move(opened));
         if (outcome == OpenedCompany::Outcome::LinkFailed) endProcess(house_);
-        if (outcome == OpenedCompany::Outcome::Opened) accept();
+        if (outcome != OpenedCompany::Outcome::Opened) return;
+        if (house_.screens.companyOpened) house_.screens.companyOpened(house_, this);
+        accept();
     });
 }
 

@@ -42,10 +42,8 @@ void FormTransaction::begin() {
     nested_ = cn_.inTransaction();
     if (nested_)
         cn_.execute(kSavepoint);
-    else if (reserve_ == Reserve::AsWritten)
-        cn_.executeScript(QStringLiteral("BEGIN"));
     else
-        cn_.beginTrans();
+        cn_.beginTrans(reserve_);
     open_ = true;
 }
 

@@ -10,10 +10,7 @@ namespace shell {
 /// a transaction open already, this one nests in it: a rollback takes back this form's own work only.
 class FormTransaction {
   public:
-    enum class Reserve {
-        AllFiles,   ///< from the beginning
-        AsWritten,  ///< each file when it is first written: the others stay open to connections of their own
-    };
+    using Reserve = store::Connection::Reserve;
     explicit FormTransaction(store::Connection& cn, Reserve reserve = Reserve::AllFiles)
         : cn_(cn), reserve_(reserve) {}
     void begin();   ///< BeginTrans, flag True

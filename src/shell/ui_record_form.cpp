@@ -454,7 +454,10 @@ void RecordForm::cmdUpdate() {
         writeRow();
         written = true;
     });
-    if (!ok) return forgetWrite();
+    if (!ok) {
+        forgetWrite();
+        return writeFailed();
+    }
     if (!written) return;
     readRows();
     standOn(savedKey_, 0);
@@ -465,8 +468,10 @@ void RecordForm::cmdUpdate() {
 
 void RecordForm::writeRow() {
     const bool adding = state_ == State::Adding;
+    const bool renames = !adding && keyDiffers();
+    updateBegins(renames);
     transaction_.begin();
-    if (!adding && keyDiffers()) keyRenamed();
+    if (renames) keyRenamed();
     if (adding) rows_->addNew();
     for (const Bound& bound : bound_) {
         const QString text = bound.read();
@@ -521,13 +526,17 @@ void RecordForm::cmdDelete() {
     const bool ok = guarded(this, transaction_, [&] {
         if (!mayRemove() || !confirmRemoval()) return;
         setHourglass();
+        removalBegins();
         transaction_.begin();
         rowGoes();
         rows_->remove();
         transaction_.commit();
         gone = true;
     });
-    if (!ok) return forgetWrite();
+    if (!ok) {
+        forgetWrite();
+        return writeFailed();
+    }
     if (!gone) return;
     readRows();
     standOn({}, at);

@@ -50,13 +50,15 @@ namespace shell {
 ///     };
 ///
 /// What a refused update found wrong is told for the first field; all fields that would be refused are
-/// marked. Order of an update: checkRequired(), the checks of all entered fields, checkUpdate(), BeginTrans,
-/// keyRenamed() (Editing, key changed), the fields into the row, rowWritten() (all states), the row into the
-/// table, afterRow(), CommitTrans, then updated(): the row that was shown before is shown again. Of a
-/// removal: mayRemove(), confirmRemoval(), BeginTrans, rowGoes(), the row, CommitTrans, then removed(). A
-/// failure inside is told as "取消" and rolled back; the form stays in its state with everything that was
-/// typed. The transaction reserves the files as it writes them, so that a companion's file can be written by
-/// a connection of its own meanwhile: nothing in it may read a table of the wage file through cn_main.
+/// marked.
+/// Order of an update: checkRequired(), the checks of all entered fields, checkUpdate(), updateBegins(),
+/// BeginTrans, keyRenamed() (Editing, key changed), the fields into the row, rowWritten() (all states), the
+/// row into the table, afterRow(), CommitTrans, then updated(): the row that was shown before is shown again.
+/// Of a removal: mayRemove(), confirmRemoval(), removalBegins(), BeginTrans, rowGoes(), the row, CommitTrans,
+/// then removed(). A failure inside is told as "取消" and rolled back; the form stays in its state with
+/// everything that was typed. The transaction reserves the files as it writes them, so that a companion's
+/// file can be written by a connection of its own meanwhile: nothing in it may read a table of the wage file
+/// through cn_main.
 class RecordForm : public widgets::Form {
     Q_OBJECT
   public:
@@ -86,6 +88,12 @@ class RecordForm : public widgets::Form {
     /// empty where there is none to offer.
     virtual QString nextKey() const;
     virtual QString keyCaption() const { return keyColumns().first(); }
+    /// Before BeginTrans, all checks passed: what has to stand even if the update is cut off. `renames`:
+    /// Editing with another key.
+    virtual void updateBegins(bool renames) { Q_UNUSED(renames) }
+    virtual void removalBegins() {}  ///< the same of a removal, after its question
+    /// The update or removal failed, was told and rolled back.
+    virtual void writeFailed() {}
     virtual void keyRenamed() {}
     /// The row has its fields; what no control is bound to (社員Code, 退職フラグ of a new row) is set here.
     virtual void rowWritten(store::Recordset& row) { Q_UNUSED(row) }

@@ -34,6 +34,8 @@ class ScreenRegistry {
     /// False for a screen that is not built: its entries are shown disabled.
     bool has(const QString& name) const { return factories_.contains(name); }
     QStringList names() const { return factories_.keys(); }
+    /// What is done with a company that was just opened, before its menu shows; nothing unless set.
+    std::function<void(House&, QWidget* parent)> companyOpened = {};
     QDialog* create(const QString& name, House& house, QWidget* parent) const;
 
   private:

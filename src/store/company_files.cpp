@@ -155,8 +155,7 @@ void appendColumns(Connection& connection, const QString& schema, const Table& t
                                    .arg(schema, table.name, column.name, declarationOf(column.type)));
 }
 
-/// From a file without a version: what the catalogue knows and the file lacks is added, behind what stands
-/// there.
+/// What the catalogue knows and the file lacks is added, behind what stands there.
 void addMissing(Connection& connection, const QString& schema, File file) {
     const QStringList present = connection.tables(schema);
     for (const Table& table : catalog()) {
@@ -172,9 +171,13 @@ void addMissing(Connection& connection, const QString& schema, File file) {
     }
 }
 
-/// The step that leads to the version of its number.
+/// The step that leads to the version of its number. 1: from a file without a version. 2: the note of a
+/// code's change.
 void upgradeTo(int version, Connection& connection, const QString& schema, File file) {
     if (version == 1) addMissing(connection, schema, file);
+    const Table& note = tableNamed(QString::fromUtf16(tables::Sコード変更予定::kName));
+    if (version == 2 && file == note.file && !connection.tables(schema).contains(note.name))
+        connection.execute(inSchema(createStatements(note).first(), schema));
 }
 
 bool isOurs(const std::optional<File>& file) {

@@ -40,7 +40,7 @@ std::unique_ptr<Connection> openMainConnection(const QString& dataDir, const QSt
 void createMissingTables(Connection& cnMain);
 
 /// The layout's version (PRAGMA user_version) of every file this program writes.
-inline constexpr int kSchemaVersion = 1;
+inline constexpr int kSchemaVersion = 2;
 /// Brings an older layout up by numbered steps, one transaction. Throws Error when the file is newer than the
 /// program.
 void upgradeSchema(Connection& connection);

@@ -184,8 +184,8 @@ Statement Connection::prepare(const QString& sql) {
     return Statement(*this, stmt);
 }
 
-void Connection::beginTrans() {
-    executeScript(QStringLiteral("BEGIN IMMEDIATE"));
+void Connection::beginTrans(Reserve reserve) {
+    executeScript(reserve == Reserve::AllFiles ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
 }
 
 void Connection::commitTrans() {

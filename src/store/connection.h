@@ -41,8 +41,11 @@ class Connection {
     /// An updatable static snapshot of one table: "select * from <table> where <where> order by <orderBy>".
     Recordset open(const TableQuery& query);
 
-    /// BEGIN IMMEDIATE: reserves every attached file.
-    void beginTrans();
+    enum class Reserve {
+        AllFiles,   ///< every attached file, from the beginning
+        AsWritten,  ///< each file when it is first written: the others stay open to connections of their own
+    };
+    void beginTrans(Reserve reserve = Reserve::AllFiles);
     /// Returns when the transaction stands. An error at the very end of a commit comes when everything is
     /// written already: then this returns too. Throws while the transaction is open or was rolled back, and
     /// Error(CommitUnknown) where the files can't be read to find out.
@@ -77,7 +80,10 @@ class Connection {
 /// Rolls back unless committed.
 class Transaction {
   public:
-    explicit Transaction(Connection& connection) : connection_(connection) { connection.beginTrans(); }
+    explicit Transaction(Connection& connection, Connection::Reserve reserve = Connection::Reserve::AllFiles)
+        : connection_(connection) {
+        connection.beginTrans(reserve);
+    }
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;

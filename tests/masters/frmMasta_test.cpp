@@ -2,6 +2,7 @@
 
 #include "masters/frmMenuMasuta.h"
 #include "personnel/person_screens.h"
+#include "personnel/ui_code_change.h"
 #include "reports/frmReport.h"
 #include "support/fault_vfs.h"
 
@@ -219,6 +220,49 @@ TEST_F(Masta, ARenameReachesEveryTableOrNone) {
         click(form, u"cmdUpdate"_s);
         EXPECT_EQ(text(form, u"txtFields_0"_s), u"0031");
     });
+}
+
+/// What fails behind the companions' files is told with what they keep; the next opening settles it on wish.
+TEST_F(Masta, AFailureTellsWhatTheCompanionsKeep) {
+    const QString chingin = u"・"_s + store::fileName(folder_.company(), store::File::Chingin);
+    const QString hyouka = u"・"_s + store::fileName(folder_.company(), store::File::Hyouka);
+    const QString rest = u"・%1\n・%2"_s.arg(store::fileName(folder_.company(), store::File::Kihon),
+                                             store::fileName(folder_.company(), store::File::Syouyo));
+    global_.cn_main.reset();
+    const QByteArray before = folder_.fingerprint();
+    openCompany();
+    for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes}) {
+        sql(u"CREATE TEMP TRIGGER 故障 BEFORE UPDATE ON 社員区分マスタ BEGIN SELECT RAISE(ABORT, 'fault'); END"_s);
+        edit(u"frmMastaSyain"_s, [&](QDialog& form) {
+            click(form, u"cmdEdit"_s);
+            fill(form, {u"31"_s});
+            driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s);
+            driver_.expectBox(
+                u"次のファイルは、社員区分Code「01」が新しいコード「31」に変更されたままです。\n\n%1\n%2\n\n"
+                "もう一度更新すると、すべてのファイルが新しいコードになります。更新しないときは、次に会社を"
+                "指定したときに元のコードへ戻せます。"_s.arg(chingin, hyouka),
+                u"取消"_s, BoxAnswer::Ok, shell::BoxIcon::Warning);
+            click(form, u"cmdUpdate"_s);
+            giveUp(form);
+        });
+        openCompany();
+        driver_.expectBox(
+            u"社員区分Code「01」を「31」に変更する処理が、前回、途中で終了しました。\n\n新しいコードになって"
+            u"いるファイル\n"
+            "%1\n%2\n元のコードのままのファイル\n%3\n\nどちらのコードにそろえますか？"_s.arg(chingin, hyouka,
+                                                                                             rest),
+            u"コード変更の確認"_s, answer, shell::BoxIcon::Warning);
+        personnel::askCutOffChange(house_, nullptr);
+        personnel::askCutOffChange(house_, nullptr);  // settled: no word more
+        global_.cn_main.reset();
+        const QByteArray now = folder_.fingerprint();
+        openCompany();
+        if (answer == BoxAnswer::No) {
+            EXPECT_EQ(firstDifference(before, now), "");
+        }
+    }
+    EXPECT_EQ(read(u"select Code from 社員区分マスタ where Code in ('01','31')"_s), QStringList(u"31"_s));
+    EXPECT_EQ(read(u"select count(*) from 異動テーブル where 社員区分 = '01'"_s), QStringList(u"0"_s));
 }
 
 TEST_F(Masta, BrowsingGoesByKeysAndTheLastEntryLeavesAnEmptyList) {

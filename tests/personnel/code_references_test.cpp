@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 
+#include "personnel/code_change.h"
 #include "store/catalog.h"
 #include "store/company_files.h"
 #include "support/company_fixture.h"
@@ -171,6 +172,73 @@ TEST_F(CodeReferences, SecondaryFilesStandByThemselves) {
     removeCode(company(), Referent::Syain, from);
     EXPECT_TRUE(employeeHistory(*cn_, from.code).empty());
     EXPECT_FALSE(QFile::exists(folder_.file(File::Chingin)));
+}
+
+/// A change that ends in the middle is found again, and each way of settling it leads to one of the two
+/// states, however often it is begun.
+TEST_F(CodeReferences, WhatWasCutOffGoesToItsEndOrBack) {
+    const struct {
+        Referent referent;
+        bool removal, finish;
+    } cases[] = {{Referent::Syain, false, true},      {Referent::Syain, false, false},
+                 {Referent::SyozokuSyo, false, true}, {Referent::SyozokuSyo, false, false},
+                 {Referent::Syain, true, true},       {Referent::Syain, true, false}};
+    const auto all = [&] {
+        cn_.reset();
+        const QByteArray files = folder_.fingerprint();
+        cn_ = folder_.open();
+        return files;
+    };
+    int companies = 0;
+    for (const auto& [referent, removal, finish] : cases) {
+        SCOPED_TRACE(int(referent) * 100 + removal * 10 + finish);
+        folder_.makeEmpty(u"会社%1"_s.arg(++companies), {true, true});
+        cn_ = folder_.open();
+        const CodeKey from = key(referent, kOld), to = key(referent, kNew);
+        use(referent, from);
+        for (const QString& copy : {u"C改定テーブル"_s, u"C改定シミュレーションテーブル"_s})
+            connectionTo(File::Chingin).execute(u"update %1 set 氏名 = '元　花子'"_s.arg(copy));
+        secondaries_.clear();
+        if (referent == Referent::Syain)
+            cn_->execute(u"insert into 履歴書テーブル(社員Code,氏名) values(?,'元　花子')"_s, {from.code});
+        else
+            cn_->execute(u"insert into 所属小マスタ(所属大,Code) values(?,?)"_s, {from.parent, from.code});
+        const QByteArray before = all();
+        // Nothing has happened yet: the note goes without a word.
+        announceRename(company(), referent, from, to);
+        EXPECT_FALSE(cutOffChange(company()));
+        EXPECT_EQ(firstDifference(before, all()), "");
+
+        if (removal)
+            announceRemoval(company(), referent, from);
+        else
+            announceRename(company(), referent, from, to);
+        cn_->executeScript(u"BEGIN"_s);
+        if (removal)
+            removeCode(company(), referent, from);
+        else
+            renameCode(company(), referent, from, to, u"改名　花子"_s);
+        cn_->rollbackTrans();
+        const auto change = cutOffChange(company());
+        ASSERT_TRUE(change);
+        EXPECT_EQ(change->changed.size(), 2);
+        EXPECT_EQ(change->unchanged.size(), 2);
+        EXPECT_EQ(change->changed.front(), folder_.company() + u"賃金db.mdb"_s);
+        EXPECT_TRUE(change->from == from && change->removal == removal && change->clear);
+        if (!finish) {
+            takeBackChange(company(), *change);
+            EXPECT_FALSE(cutOffChange(company()));
+            if (!removal) {
+                EXPECT_EQ(firstDifference(before, all()), "");
+            }
+            continue;
+        }
+        finishChange(company(), *change);
+        EXPECT_FALSE(cutOffChange(company()));
+        const QByteArray after = all();
+        EXPECT_EQ(after.count(from.code.toUtf8()), 0);
+        EXPECT_EQ(after.count(to.code.toUtf8()), removal ? 0 : before.count(from.code.toUtf8()));
+    }
 }
 
 }  // namespace

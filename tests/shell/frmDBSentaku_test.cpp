@@ -67,9 +67,12 @@ TEST_F(DBSentaku, ListsTheCompaniesAndCancels) {
 }
 
 TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
+    bool looked = false;
+    screens_.companyOpened = [&](House& house, QWidget*) { looked = house.global.cn_main != nullptr; };
     const int result = show([&](QDialog& form) {
         driver_.expectBox(kConfirm, kTitle, BoxAnswer::Yes);
         driver_.onScreen(u"frmMenu000"_s, [&](QDialog& menu) {
+            EXPECT_TRUE(looked) << "what was cut off is settled before the company is worked on";
             EXPECT_EQ(menu.parent(), &main_);
             EXPECT_FALSE(command1_->isVisible());
             EXPECT_TRUE(global_.link_kihon_pass);

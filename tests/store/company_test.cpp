@@ -141,13 +141,17 @@ TEST_F(Company, UpgradesAnOlderLayoutOnceAndRefusesANewerOne) {
         kihon.execute(u"alter table 役職マスタ drop column 設定年月日"_s);
         kihon.execute(u"insert into 役職マスタ values('1','部長')"_s);
         kihon.executeScript(u"PRAGMA user_version=0"_s);
-        file(File::Syouyo).execute(u"drop table Tanka_hasuu"_s);
+        Connection syouyo = file(File::Syouyo);
+        for (const QString& table : {u"Tanka_hasuu"_s, u"Sコード変更予定"_s})
+            syouyo.execute(u"drop table "_s + table);
+        syouyo.executeScript(u"PRAGMA user_version=1"_s);
     }
     for (int round = 0; round < 2; ++round) {
         auto cn = store::openMainConnection(data(), name_);
         EXPECT_EQ(cn->hasTable(u"Tanka_hasuu"_s), round == 1);
         store::createMissingTables(*cn);
         EXPECT_EQ(text(*cn, u"PRAGMA kihon.user_version"_s).toInt(), store::kSchemaVersion);
+        EXPECT_EQ(text(*cn, u"select count(*) from Sコード変更予定"_s), u"0"_s);
         EXPECT_TRUE(cn->tables(u"kihon"_s).contains(u"Ｈ評価実績"_s));
         EXPECT_EQ(text(*cn, u"select Code,役職,設定年月日 is null from 役職マスタ"_s), u"1 部長 1"_s);
         EXPECT_EQ(text(*cn, u"select count(*) from Tanka_hasuu"_s), u"0"_s);
