@@ -331,6 +331,28 @@ bool frmRireki::taken(const QString& code) {
 
 // ---- update and removal
 
+/// The history itself is refused before 入社日; a 入社日 that moves behind it may be meant (somebody joins
+/// again), so the user decides.
+bool frmRireki::checkUpdate() {
+    const QString code = oldText(kSyainCode);
+    const auto joined = store::parseDate(txtFields_[Nyuusyabi]->text());
+    if (code.isEmpty() || !joined || joined == store::parseDate(oldText(kColumns[Nyuusyabi]))) return true;
+    const auto earlier =
+        cn().query(u"SELECT min(異動日), count(*) FROM 異動テーブル WHERE 社員Code = ? AND 異動日 < ?"_s,
+                   {code, *joined});
+    if (earlier.value(1).toInteger() == 0) return true;
+    const QString question =
+        u"入社日（%1）より前の異動が %2 件あります。最も古い異動日は %3 です。\n"
+        "このまま更新しても、異動履歴は変わりません。"_s;
+    const bool meant = shell::confirmLoss(this,
+                                          question.arg(store::formatDate(*joined))
+                                              .arg(earlier.value(1).toInteger())
+                                              .arg(store::formatDate(earlier.value(0).toDate())),
+                                          u"入社日の確認"_s, u"このまま更新する(&D)"_s, u"入力に戻る(&B)"_s);
+    if (!meant) txtFields_[Nyuusyabi]->setFocus(Qt::OtherFocusReason);
+    return meant;
+}
+
 CompanyDatabases frmRireki::databases() {
     auto& global = house_.global;
     global.kaisha_folder = global.panels.folder;

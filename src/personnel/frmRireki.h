@@ -29,6 +29,7 @@ class frmRireki : public shell::RecordForm {
     QList<QWidget*> fieldOrder() const override;
     QString nextKey() const override;
     bool mayAdd() const override { return whom_ == Whom::AllStaff; }
+    bool checkUpdate() override;
     void updateBegins(bool renames) override;
     void removalBegins() override;
     void writeFailed() override;
