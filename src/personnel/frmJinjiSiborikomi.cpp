@@ -42,8 +42,9 @@ const std::vector<SelectionMode>& modes() {
          .oneOnly = true},
         {.flag = &G::jinji_mode_yoteisya,
          .deed = Print,
-         .purpose = u"退職予定者一覧に載せる人を選びます。"_s,
-         .title = u"退職予定者一覧"_s},
+         .purpose = u"退職予定者一覧に載せる人を選びます。はじめに、今日以降に退職する人が出ています。"_s,
+         .title = u"退職予定者一覧"_s,
+         .leavingFirst = true},
         {.flag = &G::jinji_mode_excel,
          .deed = Sheet,
          .purpose = u"社員データをExcelに送る人を選びます。"_s,
@@ -86,6 +87,7 @@ frmJinjiSiborikomi::frmJinjiSiborikomi(shell::House& house, const reports::Sheet
     connectEvents();
     text1_->setText(today());
     txtFields_[0]->setFocus();
+    offerLeaving();
 }
 
 // ---- The screen's parts
@@ -240,9 +242,19 @@ void frmJinjiSiborikomi::clearConditions() {
     txtFields_[0]->clear();
     clearOthers();
     txtFields_[0]->setFocus();
+    offerLeaving();
 }
 
 // ---- Finding and sending on
+
+/// A registered retirement takes a person out of the staff at once, so that no search finds who is meant.
+void frmJinjiSiborikomi::offerLeaving() {
+    if (!mode().leavingFirst) return;
+    const QDate today = house_.global.clock();
+    offer([this, today] { return selectLeaving(cn(), today); }, PersonList::Retired,
+          u"今日以降に退職する人はいません。\nほかの人を選ぶときは、条件を入力して、\n"
+          "「対象者リストの表示」を押してください。"_s);
+}
 
 SelectionConditions frmJinjiSiborikomi::conditions() const {
     SelectionConditions asked;

@@ -39,6 +39,7 @@ class frmJinjiSiborikomi : public SelectionForm {
 
     /// Empties all conditions beside the code.
     void clearOthers();
+    void offerLeaving();
     SelectionConditions conditions() const;
 
     std::array<QLineEdit*, 2> txtFields_{};

@@ -10,8 +10,9 @@
 namespace personnel {
 
 enum class PersonList {
-    Staff,    ///< 社員台帳, 退職予定者一覧: current staff with the names of the position in force
-    Retired,  ///< 退職者一覧: the same of retired people, 退職日 in the place of 入社日
+    Staff,  ///< 社員台帳, 退職予定者一覧: current staff with the names of the position in force
+    Retired,  ///< 退職者一覧, and 退職予定者一覧 of who is registered: the same of retired people, 退職日 in
+              ///< the place of 入社日
     StaffSheet,      ///< every item of current staff, codes as names
     Family,          ///< a row a relative
     Qualifications,  ///< a row a qualification

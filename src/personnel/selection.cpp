@@ -105,6 +105,10 @@ FoundPeople selectRetired(store::Connection& cn, QDate from, QDate to) {
     return read(cn, u" WHERE R.退職フラグ <> 0 AND R.退職日 >= ? AND R.退職日 <= ?"_s, {from, to});
 }
 
+FoundPeople selectLeaving(store::Connection& cn, QDate from) {
+    return read(cn, u" WHERE R.退職フラグ <> 0 AND R.退職日 >= ?"_s, {from});
+}
+
 void storeSelection(store::Connection& cn, const QStringList& codes) {
     cn.execute(u"DELETE FROM 社員絞込"_s);
     cn.execute(u"INSERT INTO 社員絞込(社員Code) SELECT value FROM json_each(?) ORDER BY key"_s,

@@ -40,6 +40,10 @@ FoundPeople selectPeople(store::Connection& cn, const SelectionConditions& condi
 /// Who retired from `from` (any day when invalid) to `to`, by the number of the code.
 FoundPeople selectRetired(store::Connection& cn, QDate from, QDate to);
 
+/// Whose 退職日 is `from` or later: the retirement is registered and still to come. By the number of the
+/// code.
+FoundPeople selectLeaving(store::Connection& cn, QDate from);
+
 /// 社員絞込 holds these people afterwards, its ID in their order. Runs in the caller's transaction.
 void storeSelection(store::Connection& cn, const QStringList& codes);
 

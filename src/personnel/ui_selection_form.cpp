@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 #include "personnel/position_in_force.h"
 #include "personnel/ui_person_output.h"
@@ -58,6 +59,7 @@ SelectionForm::SelectionForm(const Names& names, const std::vector<SelectionMode
       sheets_(sheets),
       mode_(modeOf(house.global, modes)),
       transaction_(*house.global.cn_main),
+      listed_(mode_->list),
       count_(make<QLabel>(names.count)) {
     setMinimumSize(112 * widgets::kGrid, 66 * widgets::kGrid);
     makeButtons();
@@ -173,12 +175,22 @@ void SelectionForm::search() {
         const Query asked = query();
         if (!asked) return;
         query_ = asked;
+        listed_ = mode_->list;
         showPeople(query_());
         setDefaultPointer();
         if (people_.empty())
             shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
         else
             list_->setFocus();
+    });
+}
+
+void SelectionForm::offer(Query query, PersonList list, const QString& nobody) {
+    shell::guarded(this, [&] {
+        query_ = std::move(query);
+        listed_ = list;
+        list_->setPlaceholder(nobody);
+        showPeople(query_());
     });
 }
 
@@ -238,7 +250,7 @@ void SelectionForm::send(bool all) {
 void SelectionForm::handOver(const QStringList& codes, bool all) {
     setHourglass();
     transaction_.begin();
-    if (mode_->deed != Deed::OpenScreen && showsPosition(mode_->list)) {
+    if (mode_->deed != Deed::OpenScreen && showsPosition(listed_)) {
         if (all)
             SelectIntoZ(cn(), codes, referenceDate());
         else
@@ -257,13 +269,13 @@ void SelectionForm::openScreen(const QString& code, bool all) {
 }
 
 void SelectionForm::print() {
-    const store::Recordset rows = personRows(cn(), mode_->list);
+    const store::Recordset rows = personRows(cn(), listed_);
     setDefaultPointer();
     if (rows.recordCount() == 0)
         return shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
-    showChild(personPreview(mode_->list, rows, {listTitle(), printedDate()}, this));
-    const int left = leftOut(cn(), mode_->list, rows);
-    told_->setText(left > 0 ? leftOutText(mode_->list).arg(left) : QString());
+    showChild(personPreview(listed_, rows, {listTitle(), printedDate()}, this));
+    const int left = leftOut(cn(), listed_, rows);
+    told_->setText(left > 0 ? leftOutText(listed_).arg(left) : QString());
     told_->setVisible(left > 0);
 }
 
@@ -274,10 +286,10 @@ reports::ListTitle SelectionForm::listTitle() {
 }
 
 void SelectionForm::sendSheet() {
-    const store::Recordset rows = personRows(cn(), mode_->list);
-    const int left = leftOut(cn(), mode_->list, rows);
-    const QString path = sheets_.send(personSheet(cn(), mode_->list, rows), listTitle());
-    sent_->tell(path, left > 0 ? leftOutText(mode_->list).arg(left) : QString());
+    const store::Recordset rows = personRows(cn(), listed_);
+    const int left = leftOut(cn(), listed_, rows);
+    const QString path = sheets_.send(personSheet(cn(), listed_, rows), listTitle());
+    sent_->tell(path, left > 0 ? leftOutText(listed_).arg(left) : QString());
 }
 
 }  // namespace personnel

@@ -34,6 +34,7 @@ struct SelectionMode {
     PersonList list = PersonList::Staff;  ///< of Print and Sheet
     QString title = {};                   ///< of the print, or the name of the sheet
     bool oneOnly = false;                 ///< no whole list
+    bool leavingFirst = false;            ///< who is about to leave is listed before a search
 };
 
 /// What both selection screens share: the list of the people found with its count, and the two ways to send
@@ -69,6 +70,8 @@ class SelectionForm : public widgets::Form {
     void arrange(QLayout* conditions);
     /// The field of a date with its example beside it.
     QLayout* withHint(QLineEdit* edit, const QString& hint);
+    /// Lists people before anything was asked, to be sent on as `list`; a search takes the mode's list again.
+    void offer(Query query, PersonList list, const QString& nobody);
     /// Finds again what was found last, silently: someone else changed the people. The choice stays on the
     /// same person, else in the same place.
     void refresh();
@@ -97,7 +100,8 @@ class SelectionForm : public widgets::Form {
     const reports::SheetFolder& sheets_;
     const SelectionMode* mode_;
     shell::FormTransaction transaction_;
-    Query query_;  ///< of the people found
+    Query query_;        ///< of the people found
+    PersonList listed_;  ///< what Print and Sheet make of them
     FoundPeople people_;
     widgets::CodeList* list_ = nullptr;
     QLabel* count_;
