@@ -59,8 +59,10 @@ void MenuForm::addEntries() {
         QPushButton* button = addButton(entry);
         if (standsBelow(entry) && !closes(entry)) {
             bottom->insertWidget(0, button);
+            bottom_.append(button);
         } else if (closes(entry)) {
             bottom->addWidget(button);
+            bottom_.prepend(button);
             setCancelButton(button);
         } else {
             button->setMinimumHeight(6 * widgets::kGrid);
@@ -81,6 +83,11 @@ QPushButton* MenuForm::addButton(const MenuEntry& entry) {
         button->setToolTip(QStringLiteral("この画面はまだ使えません。"));
     }
     connect(button, &QPushButton::clicked, this, [this, entry] { run(entry); });
+    QWidget* before = button;
+    for (QPushButton* last : bottom_) {
+        setTabOrder(before, last);
+        before = last;
+    }
     return button;
 }
 

@@ -41,7 +41,8 @@ class MenuForm : public widgets::Form {
     void setHeading(const QString& text);  ///< the caption until it is set
     /// Above the buttons, for what a menu adds to them (its labels).
     QVBoxLayout* headLayout() const { return head_; }
-    /// A button that runs its entry, for menus with an arrangement of their own.
+    /// A button that runs its entry, for menus with an arrangement of their own. Tab comes to the buttons in
+    /// the order of making, and to the bottom row last.
     QPushButton* addButton(const MenuEntry& entry);
 
     House& house_;
@@ -51,6 +52,7 @@ class MenuForm : public widgets::Form {
     void run(const MenuEntry& entry);
 
     std::vector<MenuEntry> entries_;
+    QList<QPushButton*> bottom_;  ///< in the order of Tab: the way back, then what stands beside it
     QVBoxLayout* head_;
     QLabel* heading_;
 };
