@@ -58,7 +58,8 @@ frmMasta::frmMasta(const MasterKind& kind, shell::House& house, QWidget* parent)
 
 QLineEdit* frmMasta::addText(QGridLayout* fields, int number, const QString& caption, const QString& hint) {
     auto* edit = make<QLineEdit>(QStringLiteral("txtFields_%1").arg(number));
-    auto* label = labelFor(QStringLiteral("lblLabels_%1").arg(number), caption + u':', edit);
+    auto* label =
+        labelFor(QStringLiteral("lblLabels_%1").arg(number), widgets::asCaption(caption) + u':', edit);
     widgets::addField(fields, label, edit);
     if (!hint.isEmpty()) {
         auto* note = new QLabel(hint, this);

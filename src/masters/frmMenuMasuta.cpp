@@ -65,10 +65,9 @@ frmMenuMasuta::frmMenuMasuta(shell::House& house, QWidget* parent)
 /// Downwards in three columns; the first seven hold what has to be filled first.
 void frmMenuMasuta::addMaster(QGridLayout* grid, int index, const QString& caption, bool hidden) {
     const MasterKind& kind = masterKinds()[static_cast<std::size_t>(index)];
-    QPushButton* edit =
-        addButton({.control = QStringLiteral("Command%1").arg(index + 1),
-                   .caption = buttonCaption(kind, caption).replace(u'&', QStringLiteral("&&")),
-                   .screen = kind.screen});
+    QPushButton* edit = addButton({.control = QStringLiteral("Command%1").arg(index + 1),
+                                   .caption = widgets::asCaption(buttonCaption(kind, caption)),
+                                   .screen = kind.screen});
     QPushButton* list = addButton({.control = QStringLiteral("Command%1").arg(index + kReports),
                                    .caption = QStringLiteral("Report"),
                                    .action = [this, &kind] { print(kind); }});

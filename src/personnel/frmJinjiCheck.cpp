@@ -51,7 +51,7 @@ void frmJinjiCheck::nameAttributes() {
             if (off)
                 row.setValue(i, false);
             else
-                check1_[std::size_t(i)]->setText(items.caption(columnAt(i)));
+                check1_[std::size_t(i)]->setText(widgets::asCaption(items.caption(columnAt(i))));
         }
     });
 }

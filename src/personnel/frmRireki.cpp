@@ -239,7 +239,7 @@ QLayout* frmRireki::arrangeRest() {
                           txtFields_[i]);
     for (int i = 0; i < kCombos; ++i) {
         auto* combo = combo_[std::size_t(i)];
-        const QString caption = items_.caption(kItems[std::size_t(i)]) + u':';
+        const QString caption = widgets::asCaption(items_.caption(kItems[std::size_t(i)])) + u':';
         widgets::addField(fields, labelFor(u"lblLabels_%1"_s.arg(kFirstComboLabel + i), caption, combo),
                           combo);
     }

@@ -53,8 +53,9 @@ bool leavesByUser(Qt::FocusReason reason) {
 }
 
 QChar mnemonicOf(const QString& text) {
-    const qsizetype at = text.indexOf(u'&');
-    return at >= 0 && at + 1 < text.size() ? text.at(at + 1) : QChar();
+    for (qsizetype at = text.indexOf(u'&'); at >= 0 && at + 1 < text.size(); at = text.indexOf(u'&', at + 2))
+        if (text.at(at + 1) != u'&') return text.at(at + 1);
+    return {};
 }
 
 /// "閉じる(&Ｃ)": no key gives the full-width letter, so Alt with the plain one presses the button, unless
@@ -402,11 +403,11 @@ bool Form::passesLeaveCheck() {
 }
 
 QLabel* Form::labelFor(const QString& name, const QString& text, QWidget* buddy) {
-    static const QRegularExpression mnemonic(QStringLiteral(R"(\s*\(&.\)|&)"));
+    static const QRegularExpression mnemonic(QStringLiteral(R"(\s*\(&[^&]\)|&(&?))"));
     static const QRegularExpression colon(QStringLiteral("[:：]\\s*$"));
     auto* label = make<QLabel>(name, text);
     label->setBuddy(buddy);
-    buddy->setAccessibleName(QString(text).remove(mnemonic).remove(colon).trimmed());
+    buddy->setAccessibleName(QString(text).replace(mnemonic, QStringLiteral("\\1")).remove(colon).trimmed());
     return label;
 }
 
@@ -415,6 +416,10 @@ void center_form(QWidget* form) {
     const QSize size = form->frameGeometry().size();
     form->move(room.left() + std::max(0, (room.width() - size.width()) / 3),
                room.top() + std::max(0, (room.height() - size.height()) / 3));
+}
+
+QString asCaption(const QString& text) {
+    return QString(text).replace(u'&', QStringLiteral("&&"));
 }
 
 void select_all(QLineEdit* edit) {

@@ -104,6 +104,9 @@ class Form : public QDialog {
 
 /// Top and left are a third of what the screen leaves free.
 void center_form(QWidget* form);
+/// A text of the company (the name of an attribute) as a caption of a button, a label of a field, a group or
+/// a tab: it shows as it is, and an & in it is no mnemonic.
+QString asCaption(const QString& text);
 /// Mark the whole text.
 void select_all(QLineEdit* edit);
 

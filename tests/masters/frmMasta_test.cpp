@@ -313,10 +313,24 @@ TEST_F(Masta, BrowsingGoesByKeysAndTheLastEntryLeavesAnEmptyList) {
 }
 
 TEST_F(Masta, TheMenuOpensEditorsAndPrintsLists) {
+    sql(u"UPDATE 会社テーブル SET 自由マスタ1 = 'R&D区分'"_s);
+    edit(masterKinds()[14].screen, [&](QDialog& form) {
+        EXPECT_EQ(text(form, u"lblLabels_1"_s), u"R&&D区分:"_s);
+        EXPECT_EQ(control(form, u"txtFields_1"_s).accessibleName(), u"R&D区分"_s);
+    });
     frmMenuMasuta menu(house_, nullptr);
     driver_.run(menu, [&](QDialog& form) {
-        EXPECT_EQ(text(form, u"Command1"_s) + text(form, u"Command15"_s), u"★社員区分職能資格");
+        EXPECT_EQ(text(form, u"Command1"_s) + text(form, u"Command15"_s), u"★社員区分R&&D区分");
         for (const int off : {18, 19, 38, 39}) EXPECT_FALSE(visible(form, u"Command%1"_s.arg(off)));
+        QStringList stops, expected;
+        for (int i = 1; i <= 17; ++i) expected << u"Command%1"_s.arg(i) << u"Command%1"_s.arg(20 + i);
+        expected << u"Command20"_s << u"Command40"_s;
+        control(form, u"Command40"_s).setFocus();
+        while (stops.size() < expected.size()) {
+            press(form, Qt::Key_Tab);
+            stops << focused(form);
+        }
+        EXPECT_EQ(stops.join(u' '), expected.join(u' '));
         driver_.onScreen(u"frmMastaSyain"_s, [](QDialog& editor) { editor.reject(); });
         click(form, u"Command1"_s);
         for (int i = 0; i < 17; ++i) {

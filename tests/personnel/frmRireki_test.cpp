@@ -313,12 +313,12 @@ TEST_F(Rireki, WhoRetiresLeavesTheStaffOnceItIsConfirmed) {
 
 TEST_F(Rireki, AnItemWithoutACheckMarkIsNotKept) {
     sql(u"UPDATE 入力可・不可テーブル SET 自由3 = -1, 住所2 = -1, 取得年月日 = 0"_s);
-    sql(u"UPDATE 会社テーブル SET 自由マスタ2 = '勤務地', 自由マスタ3 = '未設定'"_s);
+    sql(u"UPDATE 会社テーブル SET 自由マスタ2 = 'R&D区分', 自由マスタ3 = '未設定'"_s);
     const QString flags = u"SELECT 自由3,住所2,取得年月日 FROM 入力可・不可テーブル"_s;
     for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes})
         open<personnel::frmJinjiCheck>([&](QDialog& form) {
             EXPECT_FALSE(enabled(form, u"Check1_12"_s));
-            EXPECT_EQ(text(form, u"Check1_11"_s) + text(form, u"Check1_5"_s), u"勤務地ｔｅｌ"_s);
+            EXPECT_EQ(text(form, u"Check1_11"_s) + text(form, u"Check1_5"_s), u"R&&D区分ｔｅｌ"_s);
             EXPECT_EQ(read(flags), QStringList(u"False|True|False"_s));
             click(form, u"Check1_4"_s);
             click(form, u"Check1_25"_s);
@@ -329,6 +329,8 @@ TEST_F(Rireki, AnItemWithoutACheckMarkIsNotKept) {
     EXPECT_EQ(read(flags), QStringList(u"False|False|True"_s));
     rireki([&](QDialog& form) {
         click(form, u"cmdEdit"_s);
+        EXPECT_EQ(text(form, u"lblLabels_15"_s), u"R&&D区分:"_s);
+        EXPECT_EQ(control(form, u"DataCombo1_5"_s).accessibleName(), u"R&D区分"_s);
         EXPECT_TRUE(control<QLineEdit>(form, u"txtFields_7"_s).isReadOnly());
         EXPECT_FALSE(control<QLineEdit>(form, u"txtFields_6"_s).isReadOnly());
         EXPECT_TRUE(control<widgets::CodeCombo>(form, u"DataCombo1_6"_s).isLocked());
