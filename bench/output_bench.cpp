@@ -10,7 +10,6 @@
 #include "sample_company.h"
 #include "shell/company_open.h"
 #include "shell/global_record.h"
-#include "store/date_text.h"
 
 // Opening a company, and what shows a result: totals, the list's pages, the sheet.
 namespace {
@@ -71,10 +70,10 @@ void grandTotals(benchmark::State& state) {
 void reportPages(benchmark::State& state) {
     const Program& p = program(state);
     const auto rows = calc::resultRows(*p.open().cn_main, kRun);
-    shell::GlobalRecord global;
-    global.kijunbi = store::formatDate(kRun.kijunbi);
+    const reports::ListTitle title{
+        QStringLiteral("計測"), {kRun.kijunbi}, {}, QStringLiteral("賞与支給額"), {}, {}};
     for (auto _ : state) {
-        std::unique_ptr<QDialog> preview(calc::resultPreview(rows, global, {}, false, nullptr));
+        std::unique_ptr<QDialog> preview(calc::resultPreview(rows, title, {}, false, nullptr));
         dynamic_cast<reports::frmReport&>(*preview).savePdf(p.file(QStringLiteral("list.pdf")));
     }
     perEmployee(state, static_cast<qint64>(rows.size()));
@@ -86,7 +85,7 @@ void sheet(benchmark::State& state) {
     for (auto _ : state) {
         const reports::SheetFolder sheets({p.file(QStringLiteral("sheets"))});
         sheets.send(calc::resultSheet(QStringLiteral("計測"), QStringLiteral("計測"), {}, rows),
-                    {QStringLiteral("計測"), {}, {}, QStringLiteral("賞与支給額"), {}});
+                    {QStringLiteral("計測"), {}, {}, QStringLiteral("賞与支給額"), {}, {}});
     }
     perEmployee(state, static_cast<qint64>(rows.size()));
 }

@@ -10,12 +10,14 @@
 #include <QRadioButton>
 #include <QStackedLayout>
 
+#include "calc/changed_inputs.h"
 #include "calc/kojinbetsu.h"
 #include "calc/pay_charts.h"
 #include "calc/sougaku.h"
 #include "calc/ui_payment_panel.h"
 #include "calc/ui_result_output.h"
 #include "criteria/ui_criterion_picker.h"
+#include "prep/frmSKakunin.h"
 #include "reports/frmChart.h"
 #include "reports/frmReport.h"
 #include "reports/ui_list_title.h"
@@ -233,6 +235,12 @@ QWidget* frmSHaibunjikkouK2::makeBudget() {
     widgets::setTone(all, widgets::Tone::Heading);
     widgets::setTone(total_[5], widgets::Tone::Title);
     card->body()->addLayout(grid);
+    changed_ = make<QLabel>(QStringLiteral("Label25"),
+                            QStringLiteral("⚠ 計算のあとに入力が変わっています。もう一度計算してください。"));
+    widgets::setTone(changed_, widgets::Tone::Warning);
+    changed_->setWordWrap(true);
+    changed_->hide();
+    card->body()->addWidget(changed_);
     return card;
 }
 
@@ -481,6 +489,7 @@ void frmSHaibunjikkouK2::showTotals() {
     for (std::size_t i = 0; i < sums.size(); ++i)
         total_[i]->setText(summed_[i] ? store::formatGrouped(sums[i]) : QStringLiteral("0"));
     refresh_totals();
+    showChange();
 }
 
 RunBudget frmSHaibunjikkouK2::shownBudget() const {
@@ -620,12 +629,30 @@ bool frmSHaibunjikkouK2::run(shell::FormTransaction& transaction, Houshiki housh
     return true;
 }
 
+/// Whatever is suspicious is told before anything is computed; where the user went to mend it, the screen is
+/// brought up to date.
+bool frmSHaibunjikkouK2::inputsAgreed(Houshiki houshiki) {
+    if (houshiki != Houshiki::Kojinbetsu && houshiki != Houshiki::Sougaku) return true;
+    auto found = prep::suspicionsBeforeCalculation(cn(), *run_, houshiki);
+    if (prep::frmSKakunin::mayGoOn(this, house_, std::move(found), QStringLiteral("このまま計算する(&K)")))
+        return true;
+    picker_->takeSelection();
+    showTotals();
+    return false;
+}
+
+/// A stored total that no longer fits what it was computed from says so.
+void frmSHaibunjikkouK2::showChange() {
+    changed_->setVisible(run_ && inputsChangedSince(cn(), *run_, kijun_));
+}
+
 void frmSHaibunjikkouK2::Command1_Click() {
     shell::FormTransaction transaction(cn());
     const bool done = shell::guarded(this, transaction, [&] {
         if (refused() || !run_) return;
-        transaction.begin();
         const auto houshiki = chosenHoushiki();
+        if (houshiki && !inputsAgreed(*houshiki)) return;
+        transaction.begin();
         if (houshiki && !run(transaction, *houshiki)) return;
         transaction.commit();
         showResults(true);
@@ -692,12 +719,18 @@ bool frmSHaibunjikkouK2::act(const PaymentOutcome& outcome) {
 // ---- Results
 // -----------------------------------------------------------------------------------------------------
 
+reports::ListTitle frmSHaibunjikkouK2::listTitle() const {
+    reports::ListTitle title = reports::titleOfRun(house_.global, QStringLiteral("賞与支給額"));
+    if (inputsChangedSince(cn(), *run_, kijun_)) title.remark = kInputsChanged;
+    return title;
+}
+
 void frmSHaibunjikkouK2::Command4_Click() {
     shell::guarded(this, [this] {
         picker_->takeSelection();
         setHourglass();
         const auto rows = freshResultRows(cn(), *run_);
-        auto* preview = resultPreview(rows, house_.global, coefficientLineForReport(simulation()),
+        auto* preview = resultPreview(rows, listTitle(), coefficientLineForReport(simulation()),
                                       !panel_->isHidden(), this);
         preview->offerCharts([this] { return chartsOfRun(cn(), *run_); });
         setDefaultPointer();
@@ -712,7 +745,7 @@ void frmSHaibunjikkouK2::Command5_Click() {
         const auto rows = freshResultRows(cn(), *run_);
         const auto sheet = resultSheet(house_.global.haibun_kubun_mei, house_.global.haibun_kijun_mei,
                                        coefficientLineForSheet(simulation()), rows);
-        sent_->tell(sheets_.send(sheet, reports::titleOfRun(house_.global, QStringLiteral("賞与支給額"))));
+        sent_->tell(sheets_.send(sheet, listTitle()));
         fitWindow(panel_->isHidden() ? kClosedWidth : kOpenWidth);
     });
 }
@@ -722,11 +755,11 @@ void frmSHaibunjikkouK2::Command7_Click() {
         picker_->takeSelection();
         setHourglass();
         const auto& global = house_.global;
-        auto* charts = new reports::frmChart(
-            chartsOfRun(cn(), *run_),
+        QString subject =
             QStringLiteral("%1　基準日 %2")
-                .arg(resultTitle(global.haibun_kubun_mei, global.haibun_kijun_mei), global.kijunbi),
-            this);
+                .arg(resultTitle(global.haibun_kubun_mei, global.haibun_kijun_mei), global.kijunbi);
+        if (inputsChangedSince(cn(), *run_, kijun_)) subject += u'　' + kInputsChanged;
+        auto* charts = new reports::frmChart(chartsOfRun(cn(), *run_), subject, this);
         setDefaultPointer();
         showChild(charts);
     });

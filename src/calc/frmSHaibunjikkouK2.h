@@ -21,6 +21,7 @@ namespace criteria {
 class CriterionPicker;
 }
 namespace reports {
+struct ListTitle;
 class SentSheet;
 class SheetFolder;
 }  // namespace reports
@@ -75,6 +76,9 @@ class frmSHaibunjikkouK2 : public widgets::Form {
 
     // Steps of Command1_Click.
     bool refused();
+    bool inputsAgreed(criteria::Houshiki houshiki);
+    void showChange();
+    reports::ListTitle listTitle() const;
     bool run(shell::FormTransaction& transaction, criteria::Houshiki houshiki);
     void confirmHoushiki(criteria::Houshiki houshiki);
     void tellFinished(criteria::Houshiki houshiki);
@@ -113,6 +117,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     std::array<QLabel*, 3> marker_{};  ///< Image1 to Image3
     QLabel* label3_ = nullptr;
     reports::SentSheet* sent_ = nullptr;
+    QLabel* changed_ = nullptr;
     QLineEdit* text1_ = nullptr;
     QLineEdit* text2_ = nullptr;
     QPushButton* command1_ = nullptr;

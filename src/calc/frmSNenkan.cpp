@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "calc/changed_inputs.h"
 #include "calc/pay_charts.h"
 #include "calc/ui_result_output.h"
 #include "reports/frmChart.h"
@@ -215,6 +216,12 @@ reports::ListTitle frmSNenkan::titleOfYear() const {
     for (const QDate date : dates())
         if (date.isValid()) title.kijunbi.push_back(date);
     std::sort(title.kijunbi.begin(), title.kijunbi.end());
+    const QStringList changed = changedRuns(*house_.global.cn_main, title.kijunbi);
+    if (!changed.isEmpty()) {
+        const QString others =
+            changed.size() > 1 ? QStringLiteral(" ほか%1件").arg(changed.size() - 1) : QString();
+        title.remark = kInputsChanged + QStringLiteral("（%1%2）").arg(changed.front(), others);
+    }
     return title;
 }
 

@@ -167,6 +167,11 @@ store::Value Assignees::write(const std::vector<std::optional<store::Money>>& am
     return totalWith(amounts);
 }
 
+bool Assignees::hold(const std::vector<std::optional<store::Money>>& amounts) const {
+    return std::equal(amounts.begin(), amounts.end(), rows_.begin(),
+                      [](const auto& amount, const Row& row) { return amount == row.amount; });
+}
+
 store::Value Assignees::totalWith(const std::vector<std::optional<store::Money>>& amounts) const {
     std::optional<store::Money> sum;
     for (std::size_t i = 0; i < rows_.size(); ++i) {

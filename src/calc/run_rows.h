@@ -71,6 +71,8 @@ class Assignees {
     store::Value write(const std::vector<std::optional<store::Money>>& amounts);
     /// The sum that write() would return, without writing.
     store::Value totalWith(const std::vector<std::optional<store::Money>>& amounts) const;
+    /// Whether write() would leave every row as it is.
+    bool hold(const std::vector<std::optional<store::Money>>& amounts) const;
 
   private:
     struct Row {

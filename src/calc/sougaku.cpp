@@ -13,6 +13,34 @@ const QString kSanteiHoushiki = QStringLiteral("2");
 
 }  // namespace
 
+std::vector<PoolPoints> poolPoints(const std::vector<FrozenRow>& rows) {
+    std::vector<PoolPoints> points;
+    points.reserve(rows.size());
+    for (const FrozenRow& row : rows) {
+        const double a = checkedFinite(row.productA());
+        const double b = checkedFinite(row.productB());
+        points.push_back({a, b, store::Money::fromDouble(a + b)});
+    }
+    return points;
+}
+
+PoolShares poolShares(const std::vector<FrozenRow>& rows, const std::vector<PoolPoints>& points,
+                      store::Money budget, const Rounding& rounding) {
+    store::Money all;
+    for (const PoolPoints& one : points) all += one.total;
+    if (all == store::Money()) store::throwDivideByZero();
+    PoolShares spread;
+    spread.ratio = checkedFinite(budget.toDouble() / all.toDouble());
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const auto rounded = rounding(spread.ratio * points[row].total.toDouble());
+        const auto share = rounded ? std::optional(store::Money::fromDouble(*rounded)) : std::nullopt;
+        spread.shares.push_back(share);
+        // Without a matching setting the run row keeps the 合計 of an earlier run, and that is what is paid.
+        spread.amounts.push_back(share ? share : rows[row].earlierTotal);
+    }
+    return spread;
+}
+
 Sougaku::Sougaku(store::Connection& connection, const shell::RunKey& run)
     : connection_(connection), run_(run) {}
 
@@ -23,57 +51,41 @@ void Sougaku::keisan1_sougaku() {
 }
 
 void Sougaku::keisan2_sougaku() {
-    points_.clear();
-    for (const FrozenRow& row : rows_) {
-        const double a = checkedFinite(row.productA());
-        const double b = checkedFinite(row.productB());
-        points_.push_back({a, b, store::Money::fromDouble(a + b)});
-    }
+    points_ = poolPoints(rows_);
 }
 
 CalculationResult Sougaku::keisan3_sougaku(store::Money budget) {
     if (rows_.empty()) return {};
     Assignees assignees(connection_, run_, QStringLiteral("総額配分"), rows_.size());
-    store::Money all;
-    for (const Points& points : points_) all += points.total;
-    if (all == store::Money()) store::throwDivideByZero();
-    const double ratio = checkedFinite(budget.toDouble() / all.toDouble());
-
-    const Rounding rounding = readRounding(connection_, run_);
-    std::vector<std::optional<store::Money>> shares;
-    std::vector<std::optional<store::Money>> amounts;
-    for (std::size_t row = 0; row < rows_.size(); ++row) {
-        const auto rounded = rounding(ratio * points_[row].total.toDouble());
-        shares.push_back(rounded ? std::optional(store::Money::fromDouble(*rounded)) : std::nullopt);
-        // Without a matching setting the run row keeps the 合計 of an earlier run, and that is what is paid.
-        amounts.push_back(shares.back() ? shares.back() : rows_[row].earlierTotal);
-    }
-    writeRows(ratio, shares, amounts);
-    const store::Value total = assignees.write(amounts);
+    const PoolShares spread = poolShares(rows_, points_, budget, readRounding(connection_, run_));
+    writeRows(spread);
+    const store::Value total = assignees.write(spread.amounts);
     writeBudgetTotal(connection_, run_, QStringLiteral("総額配分合計"), total);
     return {static_cast<int>(rows_.size()), total};
 }
 
-void Sougaku::writeRows(double ratio, const std::vector<std::optional<store::Money>>& shares,
-                        const std::vector<std::optional<store::Money>>& amounts) {
+void Sougaku::writeRows(const PoolShares& spread) {
     auto update = connection_.prepare(
         QStringLiteral(
             "UPDATE %1 SET 賞与係数 = ?, Ａ計算額 = ?, Ｂ計算額 = ?, 支給対象額計 = ?, 合計 = ? WHERE ID = ?")
             .arg(kRunTable));
     for (std::size_t row = 0; row < rows_.size(); ++row) {
-        update.bind(1, ratio).bind(2, points_[row].a).bind(3, points_[row].b).bind(4, points_[row].total);
-        bindOptional(update, 5, amounts[row]);
+        update.bind(1, spread.ratio)
+            .bind(2, points_[row].a)
+            .bind(3, points_[row].b)
+            .bind(4, points_[row].total);
+        bindOptional(update, 5, spread.amounts[row]);
         update.bind(6, rows_[row].id).run();
     }
 
     DecisionInsert decisions(connection_, kDecisionTable, run_, active_);
     for (std::size_t row = 0; row < rows_.size(); ++row) {
         store::Statement& insert = decisions.bind(rows_[row]);
-        insert.bind(decision_t::賞与係数, ratio)
+        insert.bind(decision_t::賞与係数, spread.ratio)
             .bind(decision_t::Ａ計算額, points_[row].a)
             .bind(decision_t::Ｂ計算額, points_[row].b)
             .bind(decision_t::支給対象額計, points_[row].total);
-        bindOptional(insert, decision_t::合計, shares[row]);
+        bindOptional(insert, decision_t::合計, spread.shares[row]);
         insert.run();
     }
 }

@@ -6,6 +6,23 @@
 
 namespace calc {
 
+/// One employee's two products and 支給対象額計, in the order of the run's rows.
+struct PoolPoints {
+    double a, b;
+    store::Money total;
+};
+std::vector<PoolPoints> poolPoints(const std::vector<FrozenRow>& rows);
+
+/// A budget spread over points. A rounding setting outside the table leaves a share without a value, and what
+/// is paid then is 合計 of an earlier run.
+struct PoolShares {
+    double ratio = 0;  ///< 賞与係数
+    std::vector<std::optional<store::Money>> shares, amounts;
+};
+/// Error(DivideByZero) when all points are 0.
+PoolShares poolShares(const std::vector<FrozenRow>& rows, const std::vector<PoolPoints>& points,
+                      store::Money budget, const Rounding& rounding);
+
 /// 総額配分: spreads a budget over the employees in proportion to their points (the two products without a
 /// payment coefficient). One 賞与係数 for everybody, each share rounded by Tanka_hasuu, one pass: the residue
 /// stays unallocated. Call the three procedures in order, inside one transaction of the caller; on any
@@ -25,18 +42,13 @@ class Sougaku {
     CalculationResult keisan3_sougaku(store::Money budget);
 
   private:
-    struct Points {
-        double a, b;
-        store::Money total;  ///< 支給対象額計
-    };
-    void writeRows(double ratio, const std::vector<std::optional<store::Money>>& shares,
-                   const std::vector<std::optional<store::Money>>& amounts);
+    void writeRows(const PoolShares& spread);
 
     store::Connection& connection_;
     shell::RunKey run_;
     ActiveCoefficients active_;
     std::vector<FrozenRow> rows_;
-    std::vector<Points> points_;
+    std::vector<PoolPoints> points_;
 };
 
 }  // namespace calc

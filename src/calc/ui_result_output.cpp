@@ -2,8 +2,6 @@
 
 #include "reports/designs.h"
 #include "reports/frmReport.h"
-#include "reports/ui_list_title.h"
-#include "shell/global_record.h"
 
 namespace calc {
 namespace {
@@ -60,16 +58,16 @@ reports::Report amountReport(const AmountList& list, const std::vector<ResultRow
     return report;
 }
 
-reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const shell::GlobalRecord& global,
+reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const reports::ListTitle& whose,
                                   const QString& coefficientLine, bool panelOpen, QWidget* parent) {
-    const QString name = QStringLiteral("賞与支給額");
-    const QString title = resultTitle(global.haibun_kubun_mei, global.haibun_kijun_mei);
+    const QString& name = whose.list;
+    const QString title = u'◆' + whose.subject;
     reports::Report report = amountReport({name, name, title, resultHeadings(), resultHeadings()}, rows);
     if (panelOpen) {
         report.setCaption(Section::Section4, QStringLiteral("Label9"), coefficientLine);
         report.setVisible(Section::Section4, QStringLiteral("Label9"), true);
     }
-    return new reports::frmReport(std::move(report), reports::titleOfRun(global, name), parent);
+    return new reports::frmReport(std::move(report), whose, parent);
 }
 
 }  // namespace calc

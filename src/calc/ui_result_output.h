@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "calc/result_list.h"
+#include "reports/list_title.h"
 #include "reports/report.h"
 #include "reports/workbook.h"
 
@@ -11,9 +12,6 @@ class QWidget;
 
 namespace reports {
 class frmReport;
-}
-namespace shell {
-struct GlobalRecord;
 }
 
 namespace calc {
@@ -34,8 +32,8 @@ reports::Report amountReport(const AmountList& list, const std::vector<ResultRow
 /// Brings the grand totals up to date and reads the list.
 std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKey& run);
 
-/// The preview of 賞与支給額 of the open run. `coefficientLine` is printed when the simulation panel is open.
-reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const shell::GlobalRecord& global,
+/// The preview of 賞与支給額. `coefficientLine` is printed when the simulation panel is open.
+reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const reports::ListTitle& whose,
                                   const QString& coefficientLine, bool panelOpen, QWidget* parent);
 
 }  // namespace calc

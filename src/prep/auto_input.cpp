@@ -5,6 +5,7 @@
 #include "criteria/run_filter.h"
 #include "prep/auto_base_amounts.h"
 #include "prep/auto_coefficients.h"
+#include "prep/auto_plan.h"
 #include "prep/criterion_snapshot.h"
 #include "store/catalog.h"
 
@@ -76,13 +77,18 @@ std::vector<AutoItem> fillItems(const AutoRun& run, bool payment) {
 
 }  // namespace
 
-AutoItems autoInput(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki houshiki) {
+AutoPlan planAutoInput(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki houshiki) {
     const bool individual = houshiki == criteria::Houshiki::Kojinbetsu;
     const RunTable table = individual ? RunTable::KojinBetsu : RunTable::SougakuHaibun;
     SelectIntoX3(cn, run, table);
     const QString name = runTableName(table);
-    const AutoRun filled{cn, run, criteria::houshikiCode(houshiki), name, readRows(cn, name, run)};
-    const std::vector<AutoItem> items = fillItems(filled, individual);
+    AutoRun filled{cn, run, criteria::houshikiCode(houshiki), name, readRows(cn, name, run)};
+    std::vector<AutoItem> items = fillItems(filled, individual);
+    return {std::move(filled), std::move(items)};
+}
+
+AutoItems autoInput(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki houshiki) {
+    const auto [filled, items] = planAutoInput(cn, run, houshiki);
     writeRun(filled, items);
     writeJudgments(filled, items);
     AutoItems positions;

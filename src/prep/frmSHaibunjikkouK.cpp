@@ -1,4 +1,5 @@
 #include "prep/frmSHaibunjikkouK.h"
+#include "prep/frmSKakunin.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -228,6 +229,11 @@ void frmSHaibunjikkouK::Command1_Click() {
     const bool done = shell::guarded(this, jidou_trans, [&] {
         if (refused()) return;
         const auto houshiki = chosenHoushiki();
+        if (houshiki &&
+            !frmSKakunin::mayGoOn(
+                this, house_, suspicionsBeforeAutoInput(cn(), criteria::currentRun(house_.global), *houshiki),
+                QStringLiteral("このまま自動入力する(&K)")))
+            return;
         if (houshiki && !confirmed(*houshiki)) return;
         items_.clear();
         jidou_trans.begin();

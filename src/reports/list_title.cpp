@@ -41,6 +41,7 @@ QString originLine(const ListTitle& title) {
     if (!dates.isEmpty()) parts << QStringLiteral("基準日 ") + dates.join(u'、');
     if (!title.subject.isEmpty()) parts << title.subject;
     parts << QStringLiteral("作成日 ") + store::formatDate(title.made) << title.company;
+    if (!title.remark.isEmpty()) parts.prepend(title.remark);
     return parts.join(u'　');
 }
 

@@ -13,6 +13,7 @@ struct ListTitle {
     QString subject;             ///< 正社員賞与／一般社員; empty for a list of the whole company
     QString list;                ///< 賞与支給額
     QDate made;                  ///< the day on which it is printed or sent
+    QString remark = {};         ///< what the reader has to know of it; told last
 };
 
 /// "2026-12-10_見本商事_正社員賞与／一般社員_賞与支給額", fit to be a file's name on every system. Several

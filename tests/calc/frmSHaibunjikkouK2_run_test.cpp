@@ -1,5 +1,6 @@
 #include <QFile>
 
+#include "calc/changed_inputs.h"
 #include "screen_fixture.h"
 
 using namespace calctest;
@@ -129,11 +130,12 @@ TEST_F(Run, CorrectedPaymentCoefficientsCountForThisDateOnly) {
 struct Fault {
     bool pool;
     QString breaks;
+    bool suspicious = false;
 };
 class Failing : public Run, public ::testing::WithParamInterface<Fault> {};
 
 TEST_P(Failing, LeavesAllTablesAsTheyWere) {
-    const auto& [pool, breaks] = GetParam();
+    const auto& [pool, breaks, suspicious] = GetParam();
     open([&](QDialog& form) {
         const auto labels = [&] {
             QString all = inSight(form);
@@ -146,6 +148,8 @@ TEST_P(Failing, LeavesAllTablesAsTheyWere) {
         sql(breaks);
         const QByteArray before = everything();
         const QString shown = labels();
+        if (suspicious)
+            driver_.onScreen(u"frmSKakunin"_s, [](QDialog& found) { click(found, u"Command1"_s); });
         driver_.expectBox(u"『%1』を指定します。"_s.arg(pool ? kSougaku : kKojinbetsu), kMethod);
         driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s, BoxAnswer::Ok,
                           BoxIcon::Information);
@@ -160,8 +164,8 @@ const QString kTrigger = u"create temp trigger f before update of %1 begin selec
 INSTANTIATE_TEST_SUITE_P(
     Each, Failing,
     ::testing::Values(Fault{false, u"delete from Tanka_hasuu"_s}, Fault{true, u"delete from Tanka_hasuu"_s},
-                      Fault{false, u"delete from S支給係数評価あり"_s},
-                      Fault{true, u"update S実行総額配分 set 基礎額Ａ = 0, 基礎額Ｂ = 0"_s},
+                      Fault{false, u"delete from S支給係数評価あり"_s, true},
+                      Fault{true, u"update S実行総額配分 set 基礎額Ａ = 0, 基礎額Ｂ = 0"_s, true},
                       Fault{false, kTrigger.arg(u"個人別計算 on S配分基準対応社員"_s)},
                       Fault{true, kTrigger.arg(u"総額配分合計 on S実行予算"_s)}));
 
@@ -221,6 +225,69 @@ TEST_F(Run, ListsAndSendsTheResult) {
             EXPECT_TRUE(visible(form, u"SentOpen"_s) && visible(form, u"SentFolder"_s));
         }
     });
+}
+
+TEST_F(Run, SaysWhenAStoredTotalNoLongerFitsItsInputs) {
+    const QString ofOne =
+        u" where 社員Code = (select min(社員Code) from %1 where 基準日 = '2026-12-10' and "
+        "配分区分 = '01' and 配分基準 = '01') and 基準日 = '2026-12-10'"_s;
+    const QString individual = ofOne.arg(u"S実行個人別計算"_s), pool = ofOne.arg(u"S実行総額配分"_s);
+    const struct {
+        QString change, back;
+        bool changed;
+    } cases[] = {
+        {u"update S実行個人別計算 set 基礎額Ａ = 基礎額Ａ + 1000000"_s + individual,
+         u"update S実行個人別計算 set 基礎額Ａ = 基礎額Ａ - 1000000"_s + individual, true},
+        {u"update S実行個人別計算 set 支給係数 = 支給係数 * 2"_s + individual,
+         u"update S実行個人別計算 set 支給係数 = 支給係数 / 2"_s + individual, true},
+        {u"update S実行総額配分 set 基礎額Ｂ = 基礎額Ｂ * 2 + 10000000"_s + pool,
+         u"update S実行総額配分 set 基礎額Ｂ = (基礎額Ｂ - 10000000) / 2"_s + pool, true},
+        {u"update S実行予算 set 総額配分予算 = 総額配分予算 + 10000000000"_s,
+         u"update S実行予算 set 総額配分予算 = 総額配分予算 - 10000000000"_s, true},
+        {u"update SshikyuukeisuuHA set 支給係数 = 支給係数 + 1"_s,
+         u"update SshikyuukeisuuHA set 支給係数 = 支給係数 - 1"_s, true},
+        {u"update Tanka_hasuu set 単価 = '3' where 基準日 = '2026-12-10'"_s,
+         u"update Tanka_hasuu set 単価 = '1' where 基準日 = '2026-12-10'"_s, true},
+        {u"delete from Tanka_hasuu where 基準日 = '2026-12-10'"_s,
+         u"insert into Tanka_hasuu(単価,端数処理,基準日) values('1','0','2026-12-10')"_s, true},
+        {u"update S配分基準対応社員 set 金一封 = 金一封 + 10000000"_s,
+         u"update S配分基準対応社員 set 金一封 = 金一封 - 10000000"_s, false},  // added anew for each list
+    };
+    open([&](QDialog& form) {
+        const auto again = [&] {
+            pick(form, Managers);
+            pick(form, General);
+            return visible(form, u"Label25"_s);
+        };
+        pick(form, General);
+        EXPECT_FALSE(again());  // never calculated
+        click(form, u"Command6"_s);
+        type(form, u"Text3_0"_s, u"3"_s, Qt::Key_Return);
+        run(form, kKojinbetsu);
+        click(form, u"Option1_1"_s);
+        budget(form, u"50000000"_s, u"3210000"_s);
+        run(form, kSougaku);
+        EXPECT_FALSE(again());
+        for (const auto& c : cases) {
+            sql(c.change);
+            EXPECT_EQ(again(), c.changed) << c.change.toStdString();
+            sql(c.back);
+            EXPECT_FALSE(again()) << c.back.toStdString();
+        }
+        sql(cases[0].change);
+        click(form, u"Option1_1"_s);
+        run(form, kSougaku);
+        const QString remark = u"※計算のあとに入力が変わっています"_s;
+        click(form, u"Command5"_s);
+        EXPECT_TRUE(origin_.startsWith(remark)) << origin_.toStdString();
+        driver_.onScreen(u"frmChart"_s, [&](QDialog& charts) {
+            EXPECT_TRUE(text(charts, u"lblSubject"_s).endsWith(remark));
+            charts.reject();
+        });
+        click(form, u"Command7"_s);
+    });
+    EXPECT_EQ(calc::changedRuns(cn_, {QDate(2026, 7, 10), kDate}),
+              QStringList{u"2026/12/10 正社員賞与／一般社員"_s});
 }
 
 TEST_F(Run, TellsOfASheetThatCannotBeWritten) {

@@ -25,6 +25,7 @@ class Calculation : public RunScreens {
         : RunScreens(Content::Sample),
           sheets_({folder_.programDir() + u"/out"_s, [this](const QString&, const reports::Sheet& sheet) {
                        sent_.push_back({sheet.title, sheet.grid});
+                       origin_ = sheet.origin;
                    }}) {
         global_.kijunbi = u"2026/12/10"_s;
         global_.panels.company = u"見本商事"_s;
@@ -101,7 +102,8 @@ class Calculation : public RunScreens {
     const reports::SheetFolder sheets_;
     QString help_;
     std::vector<std::pair<QString, reports::SheetGrid>>
-        sent_;  ///< the sheets that went to the writer of workbooks
+        sent_;        ///< the sheets that went to the writer of workbooks
+    QString origin_;  ///< what stands under the last of them
 };
 
 }  // namespace calctest
