@@ -29,7 +29,13 @@ frmSKakunin::frmSKakunin(std::vector<Suspicion> found, const QString& act, QWidg
     table_->setModel(rows);
     table_->setAccessibleName(QStringLiteral("確かめることの一覧"));
     table_->selectRow(0);
-    table_->setMinimumSize(90 * widgets::kGrid, 24 * widgets::kGrid);
+    // Long sentences and names break into lines instead of leading out of sight.
+    table_->setWordWrap(true);
+    auto* header = table_->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Stretch);
+    header->setSectionResizeMode(2, QHeaderView::ResizeToContents);
+    table_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table_->setMinimumSize(120 * widgets::kGrid, 36 * widgets::kGrid);
     const auto button = [this](const QString& name, const QString& caption, Answer answer) {
         auto* made = make<QPushButton>(name, caption);
         connect(made, &QPushButton::clicked, this, [this, answer] {
@@ -42,6 +48,7 @@ frmSKakunin::frmSKakunin(std::vector<Suspicion> found, const QString& act, QWidg
     auto* open = button(QStringLiteral("Command3"), QStringLiteral("選んだ行の画面を開く(&O)"), Answer::Open);
     auto* go = button(QStringLiteral("Command1"), act, Answer::GoOn);
     widgets::setDanger(go);
+    connect(table_, &QAbstractItemView::doubleClicked, open, &QPushButton::click);
     setCancelButton(back);
     auto* column = widgets::columnOf(this);
     column->addLayout(widgets::headerBlock(title, guidance));
