@@ -177,6 +177,7 @@ void frmRireki::bindFields() {
 /// The moves go through the people found, not through all rows.
 void frmRireki::connectMoves() {
     connect(people_, &PeopleList::chosen, this, [this](int row) { goTo(row); });
+    connect(people_, &PeopleList::opened, bar().edit, &QPushButton::click);
     connect(people_, &PeopleList::searched, this, [this] { setCommands(); });
     using enum PeopleList::Move;
     for (const auto& [button, move] : {std::pair{bar().first, First}, std::pair{bar().previous, Previous},

@@ -33,6 +33,7 @@ PeopleList::PeopleList(QWidget* form)
       count_(new QLabel(this)) {
     layOut();
     search_->installEventFilter(this);
+    connect(table_, &widgets::Table::opened, this, &PeopleList::opened);
     connect(search_, &QLineEdit::textChanged, this, [this] { search(); });
     connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) {

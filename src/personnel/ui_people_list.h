@@ -37,6 +37,7 @@ class PeopleList : public QWidget {
 
   Q_SIGNALS:
     void chosen(int row);
+    void opened();    ///< the chosen row, by Enter or a double-click
     void searched();  ///< what is typed changed, and with it perhaps who is found
 
   protected:

@@ -96,7 +96,7 @@ QWidget* SelectionForm::makeFound() {
     list_->setPlaceholder(u"条件を入力して、\n「対象者リストの表示」を押してください。"_s);
     list_->setMinimumWidth(fontMetrics().horizontalAdvance(u"000000　一二三四五六七八九十"_s) +
                            6 * widgets::kGrid);
-    connect(list_, &QListView::doubleClicked, this, [this] { command5_->click(); });
+    connect(list_, &widgets::CodeList::opened, command5_, &QPushButton::click);
     widgets::setTone(count_, widgets::Tone::Heading);
     card->body()->addWidget(list_, 1);
     card->body()->addWidget(count_);

@@ -193,7 +193,7 @@ void frmSDatatorikomi::connectEvents() {
     connect(Command5_, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
     });
-    connect(DataList1_, &QListView::doubleClicked, this, [this] { loadExistingDate(); });
+    connect(DataList1_, &widgets::CodeList::opened, this, [this] { loadExistingDate(); });
     connect(DataList1_, &widgets::CodeList::chosen, this, [this] { showChosenText(); });
     if (side_ == Side::Jikkou) {
         validateOnLeave(Text2_[0], [this] { return checkBonusText(0); }, {Command3_[0], Command5_});

@@ -43,6 +43,7 @@ void frmSJikkou03Sub::makeControls() {
     next->setEnabled(house_.screens.has(kNextScreen));
     connect(next, &QPushButton::clicked, this,
             [this] { shell::guarded(this, [this] { Command1_Click(); }); });
+    connect(list_, &widgets::CodeList::opened, next, &QPushButton::click);
     connect(back, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());

@@ -87,6 +87,7 @@ void frmSJikkou04Sub::connectEvents() {
         connect(option1_[takeIn ? 0 : 1], &QRadioButton::toggled, this, [this, takeIn](bool set) {
             if (set) shell::guarded(this, [this, takeIn] { Option1_Click(takeIn); });
         });
+    connect(list_, &widgets::CodeList::opened, command2_, &QPushButton::click);
     connect(command1_, &QPushButton::clicked, this, &QDialog::reject);
     connect(command2_, &QPushButton::clicked, this, &frmSJikkou04Sub::Command2_Click);
     connect(command3_, &QPushButton::clicked, this, [this] {

@@ -129,6 +129,7 @@ widgets::Table* RecordForm::setGrid(std::vector<GridColumn> columns) {
             [this](const QModelIndex& current) {
                 if (current.isValid() && current.row() != row_) goTo(current.row());
             });
+    connect(grid_, &widgets::Table::opened, bar_.edit, &QPushButton::click);
     setList(grid_);
     return grid_;
 }

@@ -131,7 +131,8 @@ class RecordForm : public widgets::Form {
         QString column;  ///< of query(); free for an own gridText()
         int width = 0;   ///< twips at the standard font
     };
-    /// Makes DataGrid1, a table over the rows, shown in Browse. Only the cells in sight are asked for.
+    /// Makes DataGrid1, a table over the rows, shown in Browse. Only the cells in sight are asked for. A row
+    /// that is opened is edited.
     widgets::Table* setGrid(std::vector<GridColumn> columns);
     widgets::Table* grid() const { return grid_; }
     void refreshGrid();  ///< the texts of gridText() changed

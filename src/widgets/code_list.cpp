@@ -3,6 +3,7 @@
 #include <QHelpEvent>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QStandardItemModel>
@@ -37,6 +38,7 @@ CodeList::CodeList(QWidget* parent) : QListView(parent), model_(new QStandardIte
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTextElideMode(Qt::ElideRight);
     setTabKeyNavigation(false);
+    connect(this, &QListView::doubleClicked, this, &CodeList::opened);
 }
 
 void CodeList::setItems(const std::vector<Item>& items) {
@@ -113,6 +115,10 @@ void CodeList::focusInEvent(QFocusEvent* event) {
 
 void CodeList::keyPressEvent(QKeyEvent* event) {
     pressed_ = false;
+    if (isEnter(event) && row() >= 0 && isSignalConnected(QMetaMethod::fromSignal(&CodeList::opened))) {
+        event->accept();
+        return Q_EMIT opened();
+    }
     QListView::keyPressEvent(event);
 }
 

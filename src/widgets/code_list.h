@@ -10,7 +10,8 @@ namespace widgets {
 /// A list of (code, shown text), as a bound list: `boundText()` is the code of the chosen line, `text()` what
 /// it shows, both empty when none is chosen. chosen() comes once per choice, for the mouse (when the button
 /// comes up) and for the keyboard (arrow keys, typed first letters) alike; a click on the line already chosen
-/// chooses it again.
+/// chooses it again. Enter and a double-click open the chosen line; where nobody takes opened(), Enter moves
+/// on as in a field.
 class CodeList : public QListView {
     Q_OBJECT
   public:
@@ -34,6 +35,7 @@ class CodeList : public QListView {
 
   Q_SIGNALS:
     void chosen();
+    void opened();
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -90,6 +90,11 @@ void paintEmptyState(QAbstractItemView* view, const QString& text) {
     painter.drawText(middle, Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
+bool isEnter(const QKeyEvent* event) {
+    return (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat() &&
+           !(event->modifiers() & ~Qt::KeypadModifier);
+}
+
 bool showCutText(QAbstractItemView* view, QHelpEvent* event) {
     const QModelIndex index = view->indexAt(event->pos());
     if (!index.isValid() || index.data(Qt::ToolTipRole).isValid()) return false;

@@ -7,6 +7,7 @@ class QAbstractItemView;
 class QGridLayout;
 class QHBoxLayout;
 class QHelpEvent;
+class QKeyEvent;
 class QLabel;
 class QVBoxLayout;
 
@@ -44,6 +45,8 @@ class Card : public QFrame {
 
 /// What an empty list or table says in its middle: what to do next. Called after the view has painted itself.
 void paintEmptyState(QAbstractItemView* view, const QString& text);
+/// Enter as the key that opens a row; held down it opens nothing.
+bool isEnter(const QKeyEvent* event);
 /// Shows a cell's whole text as tool tip when the cell cuts it. True when the event is dealt with.
 bool showCutText(QAbstractItemView* view, QHelpEvent* event);
 

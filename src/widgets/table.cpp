@@ -6,6 +6,7 @@
 #include <QHelpEvent>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QStringList>
@@ -33,6 +34,7 @@ Table::Table(QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setResizeContentsPrecision(0);  // rows in sight only
     setRowHeight();
+    connect(this, &QTableView::doubleClicked, this, &Table::opened);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int, int before, int now) {
         const bool hides = before == 0 || now == 0;
         if (!fitting_ && !hides && isVisible()) autoFit_ = false;
@@ -86,6 +88,11 @@ void Table::keyPressEvent(QKeyEvent* event) {
         QGuiApplication::clipboard()->setText(selectedText());
         event->accept();
         return;
+    }
+    if (isEnter(event) && currentIndex().isValid() &&
+        isSignalConnected(QMetaMethod::fromSignal(&Table::opened))) {
+        event->accept();
+        return Q_EMIT opened();
     }
     QTableView::keyPressEvent(event);
 }

@@ -9,7 +9,8 @@ namespace widgets {
 
 /// The look of every table: readable row height, fixed header, right-aligned amounts, whole rows selected
 /// (one; callers that allow more set the selection mode), an empty state that says what to do next. Tab
-/// leaves the table, Ctrl+C copies the selection as tab-separated text. Only visible rows cost anything.
+/// leaves the table, Ctrl+C copies the selection as tab-separated text. Enter and a double-click open the
+/// current row; where nobody takes opened(), Enter moves on as in a field. Only visible rows cost anything.
 class Table : public QTableView {
     Q_OBJECT
   public:
@@ -21,6 +22,9 @@ class Table : public QTableView {
     void setAutoFit(bool on) { autoFit_ = on; }
 
     void setModel(QAbstractItemModel* model) override;
+
+  Q_SIGNALS:
+    void opened();
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -204,6 +204,10 @@ TEST_F(Rireki, FindsPeopleAsOneTypes) {
         for (const QString& command : commands) EXPECT_TRUE(enabled(form, command)) << command.toStdString();
         EXPECT_EQ(rows(form, u"DataGrid1"_s), staff(u"退職フラグ = 0"_s));
         EXPECT_EQ(text(form, u"DataGrid1"_s), shown);
+        choose(form, u"DataGrid1"_s, 1);
+        press(form, Qt::Key_Return);
+        EXPECT_TRUE(visible(form, u"cmdUpdate"_s));
+        click(form, u"cmdCancel"_s);
     });
 }
 
