@@ -2,6 +2,7 @@
 
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QSettings>
 
 #include "store/company_files.h"
 #include "store/links.h"
@@ -53,7 +54,20 @@ OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
     return Outcome::Opened;
 }
 
+QString settingsFile(const QString& programDir) {
+    return programDir + QStringLiteral("/mint.ini");
+}
+const QString kLastCompany = QStringLiteral("LastCompany");
+
 }  // namespace
+
+QString lastCompany(const QString& programDir) {
+    return QSettings(settingsFile(programDir), QSettings::IniFormat).value(kLastCompany).toString();
+}
+
+void rememberCompany(const QString& programDir, const QString& company) {
+    QSettings(settingsFile(programDir), QSettings::IniFormat).setValue(kLastCompany, company);
+}
 
 QStringList companyFolders(const QString& dataDir) {
     if (!QFileInfo(dataDir).isDir()) {

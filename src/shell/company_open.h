@@ -12,6 +12,11 @@ namespace shell {
 /// not count, nor what a creation that was cut off left. Throws store::Error when the folder is not there.
 QStringList companyFolders(const QString& dataDir);
 
+/// The company opened last, as the program folder remembers it in mint.ini; empty when it remembers none.
+/// That a folder cannot be written is no failure: nothing is remembered then.
+QString lastCompany(const QString& programDir);
+void rememberCompany(const QString& programDir, const QString& company);
+
 /// What opening a company came to.
 struct OpenedCompany {
     enum class Outcome {

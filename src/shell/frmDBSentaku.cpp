@@ -61,6 +61,7 @@ void frmDBSentaku::build() {
         setTabOrder(before, after);
     List1_->setFocus();
     connect(open, &QPushButton::clicked, this, [this] { Command2_Click(); });
+    connect(List1_, &widgets::CodeList::opened, open, &QPushButton::click);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
@@ -78,6 +79,10 @@ void frmDBSentaku::loadCompanies() {
     std::vector<widgets::CodeList::Item> items;
     for (const QString& name : companies) items.push_back({name, name});
     List1_->setItems(items);
+    if (companies.size() == 1)
+        List1_->choose(0);
+    else
+        List1_->chooseCode(lastCompany(house_.global.app_dir));
 }
 
 void frmDBSentaku::Command2_Click() {
@@ -99,6 +104,7 @@ void frmDBSentaku::Command2_Click() {
         keep(std::move(opened));
         if (outcome == OpenedCompany::Outcome::LinkFailed) endProcess(house_);
         if (outcome != OpenedCompany::Outcome::Opened) return;
+        rememberCompany(global.app_dir, name);
         if (house_.screens.companyOpened) house_.screens.companyOpened(house_, this);
         accept();
     });

@@ -54,16 +54,28 @@ TEST_F(DBSentaku, ListsTheCompaniesAndCancels) {
         EXPECT_EQ(QDir::current(), QDir(company_.dataDir()));
         click(form, u"Command4"_s);
         EXPECT_EQ(helped_, QStringList(u"frmDBSentaku"_s));
-        driver_.expectBox(u"処理する会社を指定してください。"_s, kTitle);
-        click(form, u"Command2"_s);
+        EXPECT_EQ(text(form, u"List1"_s), u"甲社"_s) << "the only one";
         driver_.expectBox(kConfirm, kTitle, BoxAnswer::No);
-        choose(form, u"List1"_s, 0);
         click(form, u"Command2"_s);
         EXPECT_TRUE(global_.panels.folder.isEmpty());
         press(form, Qt::Key_C, Qt::AltModifier);
     });
     EXPECT_EQ(result, QDialog::Rejected);
     EXPECT_EQ(global_.cn_main, nullptr);
+    ASSERT_TRUE(QDir(company_.dataDir()).mkdir(u"乙社"_s));
+    for (const QString& last : {QString(), u"丙社"_s, u"甲社"_s}) {
+        rememberCompany(global_.app_dir, last);
+        show([&](QDialog& form) {
+            const QString chosen = text(form, u"List1"_s);
+            EXPECT_EQ(chosen, last == u"甲社"_s ? last : QString());
+            if (chosen.isEmpty())
+                driver_.expectBox(u"処理する会社を指定してください。"_s, kTitle);
+            else
+                driver_.expectBox(kConfirm, kTitle, BoxAnswer::No);
+            click(form, u"Command2"_s);
+            cancel(form);
+        });
+    }
 }
 
 TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
@@ -80,9 +92,9 @@ TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
             EXPECT_EQ(QDir::current(), QDir(company_.dataDir()));
             menu.accept();
         });
-        press(form, Qt::Key_Down);
-        press(form, Qt::Key_S, Qt::AltModifier);
+        press(form, Qt::Key_Return);
     });
+    EXPECT_EQ(lastCompany(global_.app_dir), u"甲社"_s);
     EXPECT_EQ(result, QDialog::Accepted);
     ASSERT_NE(global_.cn_main, nullptr);
     EXPECT_EQ(global_.panels.folder, u"甲社"_s);
