@@ -265,6 +265,8 @@ QHBoxLayout* frmSHaibunjikkouK2::makeResults() {
     command7_ = make<QPushButton>(QStringLiteral("Command7"), QStringLiteral("グラフ(&G)"));
     command5_ = make<QPushButton>(QStringLiteral("Command5"), QStringLiteral("Excelにデータを送る"));
     for (QPushButton* button : {command6_, command1_}) widgets::setPrimary(button);
+    setOutput(command4_, Output::List);
+    setOutput(command5_, Output::Excel);
     sent_ = new reports::SentSheet(this);
     auto* row = new QHBoxLayout;
     row->setSpacing(widgets::kGrid);

@@ -107,6 +107,7 @@ QWidget* frmSJCheck::makeButtons() {
     auto* close = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
     auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     widgets::setPrimary(send);
+    setOutput(send, Output::Excel);
     setCancelButton(close);
     connect(send, &QPushButton::clicked, this,
             [this] { shell::guarded(this, [this] { Command1_Click(); }); });

@@ -97,6 +97,8 @@ QLayout* frmSNenkan::makeButtons() {
     auto* close = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
     auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     widgets::setPrimary(list);
+    setOutput(list, Output::List);
+    setOutput(sheet, Output::Excel);
     setCancelButton(close);
     connect(redo, &QPushButton::clicked, this, &frmSNenkan::Command6_Click);
     connect(list, &QPushButton::clicked, this, &frmSNenkan::Command4_Click);

@@ -74,6 +74,7 @@ void frmMenuMasuta::addMaster(QGridLayout* grid, int index, const QString& capti
     edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     list->setAccessibleName(caption + QStringLiteral("の一覧"));
     list->setToolTip(list->accessibleName());
+    setOutput(list, Output::List);
     const int column = index / kPerColumn * 3;  // the third is a gap
     grid->addWidget(edit, index % kPerColumn, column);
     grid->addWidget(list, index % kPerColumn, column + 1);

@@ -105,6 +105,7 @@ QHBoxLayout* frmSHaibunjikkouK::makeButtons() {
     command2_ = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("閉じる(&Ｃ)"));
     auto* help = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"));
     widgets::setPrimary(command1_);
+    setOutput(command4_, Output::List);
     setCancelButton(command2_);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());

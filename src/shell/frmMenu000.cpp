@@ -53,6 +53,7 @@ void frmMenu000::layOut() {
     print->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     print->setMinimumHeight(0);
     print->setAccessibleDescription(label->text());
+    setOutput(print, Output::List);
     auto* row = new QHBoxLayout;
     row->addWidget(label);
     row->addWidget(print);

@@ -54,6 +54,11 @@ MenuEntry entry(const char* control, const char* caption, const char* screen, Pr
             .prepare = std::move(prepare),
             .screen = QString::fromUtf8(screen)};
 }
+MenuEntry excel(const char* control, Flag mode) {
+    MenuEntry sheet = entry(control, "Excel　にデータを送る", "frmJinjiSiborikomi", onlyOf(mode));
+    sheet.output = MenuForm::Output::Excel;
+    return sheet;
+}
 MenuEntry back(const char* control, const char* caption) {
     return entry(control, caption, "");
 }
@@ -87,11 +92,11 @@ Menu registrationMenu() {
                    [](GlobalRecord& global) { global.rireki_zenin = true; }),
              entry("Command2", "　　追加・編集　　条件選択(&S)", select, onlyOf(&G::jinji_mode_joukenn)),
              entry("Command4", "社員台帳(&R)", select, onlyOf(&G::jinji_mode_daichou)),
-             entry("Command5", "Excel　にデータを送る", select, onlyOf(&G::jinji_mode_excel)),
+             excel("Command5", &G::jinji_mode_excel),
              entry("Command6", "家族情報の確認", select, onlyOf(&G::jinji_mode_kazoku)),
-             entry("Command7", "Excel　にデータを送る", select, onlyOf(&G::jinji_mode_kazoku_excel)),
+             excel("Command7", &G::jinji_mode_kazoku_excel),
              entry("Command8", "資格・免許保有状況の確認", select, onlyOf(&G::jinji_mode_shikaku)),
-             entry("Command9", "Excel　にデータを送る", select, onlyOf(&G::jinji_mode_shikaku_excel)),
+             excel("Command9", &G::jinji_mode_shikaku_excel),
              entry("Command10", "社員・異動の取込(&D)", "frmJinjiTorikomi"),
              back("Command3", "人事情報ﾒﾆｭｰへ戻る(&B)")}};
 }

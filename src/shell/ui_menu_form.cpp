@@ -82,6 +82,7 @@ QPushButton* MenuForm::addButton(const MenuEntry& entry) {
         button->setEnabled(false);
         button->setToolTip(QStringLiteral("この画面はまだ使えません。"));
     }
+    if (entry.output) setOutput(button, *entry.output);
     connect(button, &QPushButton::clicked, this, [this, entry] { run(entry); });
     QWidget* before = button;
     for (QPushButton* last : bottom_) {

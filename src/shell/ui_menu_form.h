@@ -1,6 +1,7 @@
 #pragma once
 #include <QString>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "shell/global_record.h"
@@ -23,6 +24,7 @@ struct MenuEntry {
     QString screen = {};
     std::function<void()> action = {};
     bool below = false;  ///< stands apart at the bottom, as Command11 always does
+    std::optional<widgets::Form::Output> output = {};  ///< its key, where the caption has none
 };
 
 /// A menu: large buttons under a heading, in two columns where there are many; the closing entry and help

@@ -183,7 +183,8 @@ bool Form::Watch::eventFilter(QObject* watched, QEvent* event) {
             finishClick(control);
             return false;
         case QEvent::KeyPress:
-            return refusesTab(control, static_cast<QKeyEvent*>(event));
+            return refusesTab(control, static_cast<QKeyEvent*>(event)) ||
+                   (control == form_.focusWidget() && form_.pressesOutput(static_cast<QKeyEvent*>(event)));
         case QEvent::Shortcut:
             return refusesShortcut(control);
         case QEvent::FocusIn:
@@ -387,6 +388,32 @@ QPushButton* Form::helpButton() const {
     const QList<QPushButton*> buttons = findChildren<QPushButton*>();
     const auto help = std::find_if(buttons.begin(), buttons.end(), isHelp);
     return help == buttons.end() || !(*help)->isVisible() || !(*help)->isEnabled() ? nullptr : *help;
+}
+
+void Form::setOutput(QPushButton* button, Output output) {
+    const QString key = output == Output::List ? QStringLiteral("Ctrl+P") : QStringLiteral("Ctrl+E");
+    button->setToolTip(button->toolTip().isEmpty() ? key : button->toolTip() + u'　' + key);
+    outputs_.emplace_back(button, output);
+}
+
+/// Seen before the field that has the focus: some text fields have a meaning of their own for Ctrl+E.
+bool Form::pressesOutput(const QKeyEvent* event) {
+    if (event->modifiers() != Qt::ControlModifier || event->isAutoRepeat()) return false;
+    if (event->key() != Qt::Key_P && event->key() != Qt::Key_E) return false;
+    const Output asked = event->key() == Qt::Key_P ? Output::List : Output::Excel;
+    QList<QWidget*> ready;
+    for (const auto& [button, output] : outputs_)
+        if (output == asked && button->isVisible() && button->isEnabled()) ready << button;
+    if (ready.isEmpty()) return false;
+    QWidget* next = focusWidget();
+    do next = next->nextInFocusChain();
+    while (!ready.contains(next));
+    if (!watch_->mayLeaveFor(next)) return true;
+    if (ready.size() == 1)
+        static_cast<QPushButton*>(next)->click();
+    else
+        next->setFocus(Qt::ShortcutFocusReason);
+    return true;
 }
 
 void Form::moveOn(QWidget* from) {

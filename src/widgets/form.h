@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class QAbstractButton;
@@ -47,6 +48,9 @@ class Form : public QDialog {
     /// after (the Activate rule). Deletes the child, then calls activated(). Null is answered with 0.
     int showChild(QDialog* child);
 
+    /// What leaves a screen and has one key everywhere: its list (Ctrl+P), what goes to Excel (Ctrl+E).
+    enum class Output { List, Excel };
+
   protected:
     virtual void place();          ///< center_form unless overridden; called once, at the first show
     virtual void deactivated() {}  ///< a child is about to come up: menu forms go out of sight
@@ -67,6 +71,10 @@ class Form : public QDialog {
     /// Runs the check of the edit that has the focus, if any: for actions that are reached by other ways
     /// (function keys).
     bool passesLeaveCheck();
+
+    /// The output's key presses the button, after the check of the field that is left, and is its tip. Of
+    /// several buttons it goes to the next one.
+    void setOutput(QPushButton* button, Output output);
 
     /// A label with `buddy` (so that "基準日(&D):" shows its mnemonic); the buddy's accessible name is the
     /// text without mnemonic and colon.
@@ -91,11 +99,13 @@ class Form : public QDialog {
     class Watch;
     void moveOn(QWidget* from);
     QPushButton* helpButton() const;
+    bool pressesOutput(const QKeyEvent* event);
     void keepOnScreen();
     void bringIntoSight(QWidget* control);
     QSize room() const;
 
     QAbstractButton* cancel_ = nullptr;
+    std::vector<std::pair<QPushButton*, Output>> outputs_;
     std::unique_ptr<Watch> watch_;
     QPointer<ContentsArea> contents_;
     bool arranged_ = false;
