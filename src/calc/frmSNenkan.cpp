@@ -22,6 +22,7 @@
 #include "shell/ui_box.h"
 #include "shell/ui_guard.h"
 #include "store/date_text.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -73,6 +74,7 @@ QWidget* frmSNenkan::makeDates() {
         combo->setEditable(true);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->setCompleter(nullptr);  // a typed text stays as it is typed
+        widgets::typeDirectly(combo->lineEdit());
         combo->lineEdit()->setPlaceholderText(QStringLiteral("指定しない"));
         combo_[n] = combo;
         widgets::addField(

@@ -9,6 +9,7 @@
 #include "shell/ui_box.h"
 #include "shell/ui_guard.h"
 #include "store/date_text.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -30,6 +31,7 @@ frmJinjiTaisyokusyori::frmJinjiTaisyokusyori(shell::House& house, QWidget* paren
     layOut();
     text1_->setText(stored(kTaisyokubi));
     text1_->setPlaceholderText(u"入力例： 2000/3/31"_s);
+    widgets::typeDirectly(text1_);
     validateOnLeave(text1_, [this] { return checkDate(); }, {command2_, command3_});
     text1_->setFocus();
 }

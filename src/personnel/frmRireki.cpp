@@ -115,6 +115,7 @@ void frmRireki::makeControls() {
     for (std::size_t i = 0; i < txtFields_.size(); ++i)
         txtFields_[i] = make<QLineEdit>(u"txtFields_%1"_s.arg(i));
     widgets::admitOnly(txtFields_[Code], u"0123456789"_s);
+    for (Text number : {Yubin, Tel, Fax}) widgets::typeDirectly(txtFields_[number]);
     txtFields_[Code]->setPlaceholderText(u"数字で1～999999"_s);
     txtFields_[Seinengappi]->setPlaceholderText(u"入力例： 1960/4/1"_s);
     txtFields_[Nyuusyabi]->setPlaceholderText(u"入力例： 1990/4/1"_s);

@@ -15,6 +15,7 @@
 #include "reports/workbook.h"
 #include "shell/ui_box.h"
 #include "store/date_text.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -136,6 +137,7 @@ QLayout* SelectionForm::withHint(QLineEdit* edit, const QString& hint) {
     auto* label = new QLabel(hint, this);
     widgets::setTone(label, widgets::Tone::Muted);
     edit->setAccessibleDescription(hint);
+    widgets::typeDirectly(edit);
     edit->setMinimumWidth(fontMetrics().horizontalAdvance(u"2026/12/31"_s) + 3 * widgets::kGrid);
     auto* row = new QHBoxLayout;
     row->setSpacing(widgets::kGrid);

@@ -14,6 +14,7 @@
 #include "shell/ui_box.h"
 #include "shell/ui_field_rules.h"
 #include "store/date_text.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -125,8 +126,7 @@ QWidget* frmSDatatorikomi::buildDates() {
     Text1_ = makeArray<QLineEdit, kFields>(u"Text1"_s, {});
     for (int i = 0; i < kFields; ++i) {
         QLineEdit* edit = Text1_[std::size_t(i)];
-        edit->setInputMethodHints(Qt::ImhPreferNumbers |
-                                  Qt::ImhPreferLatin);  // 平成15年4月1日 stays possible
+        widgets::typeDirectly(edit);
         QLabel* label = labelFor(u"Label3_%1"_s.arg(i), kFieldNames[std::size_t(i)] + u':', edit);
         widgets::addField(grid, label, edit);
     }

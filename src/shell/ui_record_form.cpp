@@ -12,7 +12,9 @@
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "shell/ui_menu_form.h"
+#include "store/catalog.h"
 #include "store/error.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -22,6 +24,13 @@ namespace {
 bool isEditable(const QWidget* control) {
     const auto* edit = qobject_cast<const QLineEdit*>(control);
     return edit && !edit->isReadOnly();
+}
+
+bool holdsText(const QString& table, const QString& column) {
+    const auto& columns = store::tableNamed(table).columns;
+    const auto found = std::find_if(columns.begin(), columns.end(),
+                                    [&](const store::Column& c) { return c.name == column; });
+    return found == columns.end() || found->type.kind == store::TypeKind::Text;
 }
 
 }  // namespace
@@ -71,6 +80,7 @@ void RecordForm::add(Bound bound) {
 }
 
 void RecordForm::bind(QLineEdit* edit, const QString& column, Check check) {
+    if (!holdsText(query().table, column)) widgets::typeDirectly(edit);
     add({.control = edit,
          .column = column,
          .read = [edit] { return edit->text(); },

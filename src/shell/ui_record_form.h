@@ -117,7 +117,8 @@ class RecordForm : public widgets::Form {
     // ---- what a subclass calls
 
     /// The control stands for the column. Fields are checked when they are left and before an update, in this
-    /// order; the first one that is entered gets the focus in Adding and Editing.
+    /// order; the first one that is entered gets the focus in Adding and Editing. A text box over a date or a
+    /// number is typed directly (widgets/key_filter.h).
     void bind(QLineEdit* edit, const QString& column, Check check = {});
     void bind(widgets::CodeCombo* combo, const QString& column, Check check = {});
     void bind(widgets::OptionRow* options, const QString& column);

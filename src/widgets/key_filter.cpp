@@ -18,17 +18,27 @@ bool isRefusedKey(const QKeyEvent& key, const QString& characters) {
 
 namespace {
 
-class KeyFilter : public QObject {
+class DirectTyping : public QObject {
   public:
-    KeyFilter(QLineEdit* edit, const QString& characters) : QObject(edit), characters_(characters) {
+    explicit DirectTyping(QLineEdit* edit) : QObject(edit) {
         edit->installEventFilter(this);
         edit->setAttribute(Qt::WA_InputMethodEnabled, false);
-        connect(edit, &QLineEdit::textEdited, edit, [edit](const QString& text) { narrow(edit, text); });
     }
     bool eventFilter(QObject* edit, QEvent* event) override {
         // Whoever unlocks a field switches its input method on again.
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::ReadOnlyChange)
             static_cast<QLineEdit*>(edit)->setAttribute(Qt::WA_InputMethodEnabled, false);
+        return false;
+    }
+};
+
+class KeyFilter : public DirectTyping {
+  public:
+    KeyFilter(QLineEdit* edit, const QString& characters) : DirectTyping(edit), characters_(characters) {
+        connect(edit, &QLineEdit::textEdited, edit, [edit](const QString& text) { narrow(edit, text); });
+    }
+    bool eventFilter(QObject* edit, QEvent* event) override {
+        DirectTyping::eventFilter(edit, event);
         if (event->type() != QEvent::KeyPress) return false;
         return isRefusedKey(*static_cast<QKeyEvent*>(event), characters_);
     }
@@ -46,6 +56,10 @@ class KeyFilter : public QObject {
 };
 
 }  // namespace
+
+void typeDirectly(QLineEdit* edit) {
+    new DirectTyping(edit);
+}
 
 void admitOnly(QLineEdit* edit, const QString& characters) {
     new KeyFilter(edit, characters);

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QSet>
 
@@ -156,6 +157,10 @@ TEST_F(Screens, OfRecordsLeadFromTheFirstFieldThroughAllToTheUpdate) {
                 auto* edit = qobject_cast<QLineEdit*>(field);
                 const bool typed = edit && !edit->isReadOnly();
                 auto* combo = qobject_cast<widgets::CodeCombo*>(field);
+                static const QRegularExpression direct(u"(日|Code|年齢|等級|郵便番号|ｔｅｌ|fax)$"_s);
+                EXPECT_TRUE(!typed || edit->accessibleName().contains(direct) !=
+                                          edit->testAttribute(Qt::WA_InputMethodEnabled))
+                    << edit->accessibleName().toStdString();
                 const bool bound = field->objectName().startsWith(u"txtFields"_s) || combo;
                 if (bound && field->isEnabled() && (typed || (combo && !combo->isLocked()))) open << field;
             }
