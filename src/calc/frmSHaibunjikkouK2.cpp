@@ -660,7 +660,7 @@ void frmSHaibunjikkouK2::Command1_Click() {
         showResults(true);
     });
     // After a rollback the totals on the screen are those of the tables again.
-    if (!done && run_) shell::guarded(this, [this] { showTotals(); });
+    if (!done && run_) shell::restored(this, [this] { showTotals(); });
 }
 
 // ---- Payment coefficients

@@ -26,8 +26,11 @@ std::vector<double> effectivePayments(const KojinbetsuInputs& inputs, const Paym
     std::vector<double> payments;
     payments.reserve(inputs.rows.size());
     for (const FrozenRow& row : inputs.rows) {
-        if (!row.payment) store::throwNull();
-        payments.push_back(effective.of(row.hyouka.value_or(QString()), *row.payment));
+        payments.push_back(store::named([&] { return row.syainCode + QStringLiteral("　支給係数"); },
+                                        [&] {
+                                            if (!row.payment) store::throwNull();
+                                            return effective.of(row.hyouka.value_or(QString()), *row.payment);
+                                        }));
     }
     return payments;
 }
@@ -37,7 +40,7 @@ std::vector<KojinbetsuAmount> kojinbetsuAmounts(const std::vector<FrozenRow>& ro
                                                 const Rounding& rounding) {
     std::vector<KojinbetsuAmount> amounts;
     amounts.reserve(rows.size());
-    for (std::size_t i = 0; i < rows.size(); ++i) {
+    const auto amountOf = [&](std::size_t i) {
         KojinbetsuAmount amount{checkedFinite(rows[i].productA() * payments[i]),
                                 checkedFinite(rows[i].productB() * payments[i]),
                                 {}};
@@ -45,8 +48,11 @@ std::vector<KojinbetsuAmount> kojinbetsuAmounts(const std::vector<FrozenRow>& ro
         // The unrounded sum passes through the currency column too, so it has to fit there.
         amount.total = store::Money::fromDouble(sum);
         if (const auto rounded = rounding(sum)) amount.total = store::Money::fromDouble(*rounded);
-        amounts.push_back(amount);
-    }
+        return amount;
+    };
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        amounts.push_back(store::named([&] { return rows[i].syainCode + QStringLiteral("　支給額"); },
+                                       [&] { return amountOf(i); }));
     return amounts;
 }
 

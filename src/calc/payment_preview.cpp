@@ -8,12 +8,6 @@ namespace {
 using Reason = store::Error::Reason;
 
 const QString kNobody = QStringLiteral("個人別計算の対象になる社員がいません。");
-const QString kNoRounding = QStringLiteral("端数処理が未設定です。配分実行メニューで決めてください。");
-const QString kNotAssigned =
-    QStringLiteral("配分基準に割り当てた社員より、計算の対象のほうが多くなっています。");
-const QString kUnset = QStringLiteral("計算に使う値が正しく入っていない社員がいます。");
-const QString kTooLarge = QStringLiteral("金額が大きすぎて計算できません。");
-const QString kZero = QStringLiteral("登録値が 0.000 の係数は修正できません。");
 const QString kBadEntry = QStringLiteral("修正値に 0.000～999.999 を入力してください。");
 
 bool isCoefficient(const QString& text) {
@@ -35,31 +29,21 @@ bool isEntered(const PaymentSimulation& panel) {
            });
 }
 
-QString reasonOf(const store::Error& error) {
-    return error.reason() == Reason::DivideByZero ? kZero
-           : error.reason() == Reason::Overflow   ? kTooLarge
-                                                  : kUnset;
-}
-
 }  // namespace
 
 PaymentPreview::PaymentPreview(store::Connection& connection, const shell::RunKey& run) {
-    QString ifUnset = kUnset;  // what a value that is not there means, step by step
     try {
         inputs_ = readKojinbetsuInputs(connection, run);
         if (inputs_.rows.empty()) {
             missing_ = kNobody;
             return;
         }
-        ifUnset = kNoRounding;
         rounding_ = readRounding(connection, run);
-        ifUnset = kNotAssigned;
         assignees_.emplace(connection, run, QStringLiteral("個人別計算"), inputs_.rows.size());
-        ifUnset = kUnset;
         registered_ = totalOf({});
     } catch (const store::Error& error) {
         if (error.reason() != Reason::Type && error.reason() != Reason::Overflow) throw;
-        missing_ = error.reason() == Reason::Type ? ifUnset : kTooLarge;
+        missing_ = error.cause();
     }
 }
 
@@ -75,7 +59,7 @@ PaymentEffect PaymentPreview::effectOf(const PaymentSimulation& panel) const {
         const store::Money corrected = totalOf(panel);
         return {PaymentEffect::Totals{registered_, corrected, corrected - registered_}, {}};
     } catch (const store::Error& error) {
-        return {{}, reasonOf(error)};
+        return {{}, error.cause()};
     }
 }
 

@@ -7,7 +7,9 @@ namespace {
 
 double ratio(const QString& corrected, const QString& registered) {
     const double divisor = coefficientOfText(registered);
-    if (divisor == 0) store::throwDivideByZero();
+    if (divisor == 0)
+        throw store::Error(store::Error::Reason::DivideByZero, QStringLiteral("0 で除算しました。"),
+                           QStringLiteral("登録値が 0.000 の係数は修正できません。"));
     return checkedFinite(coefficientOfText(corrected) / divisor);
 }
 
@@ -47,7 +49,11 @@ double EffectiveCoefficient::ratioOf(const QString& grade) const {
         return ratio(simulation_.uniformCorrected, simulation_.uniformRegistered);
     const auto index = gradeIndex(simulation_.hyougoType, grade);
     // The employee's coefficient stays unset, and an unset number cannot be calculated with.
-    if (registered_.value(grade) != 1 || !index) store::throwNull();
+    if (registered_.value(grade) != 1 || !index)
+        throw store::Error(store::Error::Reason::Type, QString::fromUtf16(store::kNullText),
+                           grade.isEmpty()
+                               ? QStringLiteral("評価が入っていません。")
+                               : QStringLiteral("評価「%1」の支給係数が一つに決まりません。").arg(grade));
     const PanelGrade& row = simulation_.grades[static_cast<std::size_t>(*index)];
     return ratio(row.corrected, row.registered);
 }

@@ -55,7 +55,7 @@ void storeBudgets(store::Connection& connection, const shell::RunKey& run, store
     if (connection.execute(QStringLiteral("UPDATE S実行予算 SET 予算総額 = ?, 総額配分予算 = ? WHERE %1")
                                .arg(criteria::kRunFilter),
                            binds) == 0)
-        throwNoCurrentRow();
+        throwNoBudgetRow();
 }
 
 RunTotals refreshTotals(const RunBudget& shown) {

@@ -41,25 +41,27 @@ class RunReader {
         rows_.bindAll(criteria::runBinds(run));
     }
     bool next() { return rows_.step(); }
-    FrozenRow freeze() const {
+    FrozenRow freeze() {
         FrozenRow frozen;
         frozen.id = rows_.toInteger(0);
         frozen.number = rows_.toInteger(1);
         frozen.syainCode = rows_.toText(2);
-        if (active_.useKisoA) frozen.kisoA = rows_.toMoney(3);
-        if (active_.useKisoB) frozen.kisoB = rows_.toMoney(4);
+        if (active_.useKisoA) frozen.kisoA = rows_.toMoney(read_ = 3);
+        if (active_.useKisoB) frozen.kisoB = rows_.toMoney(read_ = 4);
         if (!rows_.isNull(5)) frozen.hyouka = rows_.toText(5);
         if (!rows_.isNull(6)) frozen.payment = rows_.toDouble(6);
         if (!rows_.isNull(7)) frozen.earlierTotal = rows_.toMoney(7);
         int column = 8;
         for (std::size_t k = 0; k < kCoefficients; ++k) {
             const bool acts = active_.a[k] || active_.b[k];
-            const double factor = acts ? rows_.toDouble(column++) : 1.0;
+            const double factor = acts ? rows_.toDouble(read_ = column++) : 1.0;
             frozen.keisuuA[k] = active_.a[k] ? factor : 1.0;
             frozen.keisuuB[k] = active_.b[k] ? factor : 1.0;
         }
         return frozen;
     }
+    /// Whose row stands, and the column that was read last.
+    QString place() const { return rows_.toText(2) + u'　' + rows_.columnName(read_); }
 
   private:
     static QString select(const QString& table, const ActiveCoefficients& active) {
@@ -74,6 +76,7 @@ class RunReader {
 
     const ActiveCoefficients& active_;
     store::Statement rows_;
+    int read_ = 0;
 };
 
 /// The order of the employees' numbers; rows with the same number keep the order of the table.
@@ -99,8 +102,12 @@ QString insertStatement(const QString& table) {
 
 }  // namespace
 
-void throwNoCurrentRow() {
-    throw store::Error(store::Error::Reason::Type, QStringLiteral("現在のレコードがありません。"));
+void throwNoCurrentRow(const QString& cause) {
+    throw store::Error(store::Error::Reason::Type, QStringLiteral("現在のレコードがありません。"), cause);
+}
+
+void throwNoBudgetRow() {
+    throwNoCurrentRow(QStringLiteral("予算の記録がありません。配分基準を選び直してください。"));
 }
 
 double checkedFinite(double value) {
@@ -137,7 +144,7 @@ std::vector<FrozenRow> freezeRunRows(store::Connection& connection, const QStrin
     while (reader.next()) {
         // The row counter is a 16-bit integer.
         if (frozen.size() == std::numeric_limits<qint16>::max()) store::throwOverflow();
-        frozen.push_back(reader.freeze());
+        frozen.push_back(store::named([&] { return reader.place(); }, [&] { return reader.freeze(); }));
     }
     sortByNumber(frozen);
     return frozen;
@@ -154,7 +161,9 @@ Assignees::Assignees(store::Connection& connection, const shell::RunKey& run, co
         rows_.push_back({rows.toInteger(0), rows.toInteger(1),
                          rows.isNull(2) ? std::nullopt : std::optional(rows.toMoney(2))});
     sortByNumber(rows_);
-    if (rows_.size() < needed) throwNoCurrentRow();
+    if (rows_.size() < needed)
+        throwNoCurrentRow(
+            QStringLiteral("配分基準に割り当てた社員より、計算の対象のほうが多くなっています。"));
 }
 
 store::Value Assignees::write(const std::vector<std::optional<store::Money>>& amounts) {
@@ -189,7 +198,8 @@ Rounding readRounding(store::Connection& connection, const shell::RunKey& run) {
     auto row = connection.prepare(
         QStringLiteral("SELECT 単価, 端数処理 FROM Tanka_hasuu WHERE 基準日 = ? ORDER BY ID LIMIT 1"));
     row.bind(1, store::Value(run.kijunbi));
-    if (!row.step()) throwNoCurrentRow();
+    if (!row.step())
+        throwNoCurrentRow(QStringLiteral("端数処理が未設定です。配分実行メニューで決めてください。"));
     return {row.toText(0), row.toText(1)};
 }
 
@@ -234,7 +244,7 @@ void writeBudgetTotal(store::Connection& connection, const shell::RunKey& run, c
     if (connection.execute(
             QStringLiteral("UPDATE S実行予算 SET %1 = ? WHERE %2").arg(column, criteria::kRunFilter),
             binds) == 0)
-        throwNoCurrentRow();
+        throwNoBudgetRow();
 }
 
 }  // namespace calc

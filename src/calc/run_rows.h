@@ -9,8 +9,10 @@
 
 namespace calc {
 
-/// The error of a walk that finds no further row: "現在のレコードがありません。".
-[[noreturn]] void throwNoCurrentRow();
+/// The error of a walk that finds no further row: "現在のレコードがありません。". `cause` says what is
+/// missing and where it is put right.
+[[noreturn]] void throwNoCurrentRow(const QString& cause);
+[[noreturn]] void throwNoBudgetRow();  ///< the run has no row in S実行予算
 
 inline constexpr int kCoefficients = 18;
 using Factors = std::array<double, kCoefficients>;

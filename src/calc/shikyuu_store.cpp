@@ -46,7 +46,7 @@ void insert(store::Connection& connection, const QString& name, const store::Bin
 
 void storeUniform(store::Connection& connection, const shell::RunKey& run, const QString& text4) {
     const auto setup = readSetup(connection, run);
-    if (!setup) throwNoCurrentRow();
+    if (!setup) throwNoCurrentRow(QStringLiteral("支給係数が設定されていません。"));
     insert(connection, QString::fromUtf16(store::tables::Sshikyuukeisuu::kName),
            {run.haibunKubun, run.haibunKijun, setup->method, setup->hyougoType,
             text4.isEmpty() ? 1.0 : coefficientOfText(text4), run.kijunbi});
@@ -57,7 +57,9 @@ void storeGrade(store::Connection& connection, const shell::RunKey& run, const P
         connection.prepare(QStringLiteral("SELECT 評価 FROM S支給係数評価あり WHERE 配分区分 = ? AND "
                                           "配分基準 = ? AND 評価Code = ? ORDER BY ID LIMIT 1"));
     row.bindAll({run.haibunKubun, run.haibunKijun, grade.hyoukaCode});
-    if (!row.step()) throwNoCurrentRow();
+    if (!row.step())
+        throwNoCurrentRow(
+            QStringLiteral("評価「%1」の支給係数が登録からなくなっています。").arg(grade.hyouka));
     insert(connection, QString::fromUtf16(store::tables::SshikyuukeisuuHA::kName),
            {run.haibunKubun, run.haibunKijun, row.value(0), coefficientOfText(grade.corrected),
             grade.hyoukaCode, run.kijunbi});

@@ -16,11 +16,14 @@ const QString kSanteiHoushiki = QStringLiteral("2");
 std::vector<PoolPoints> poolPoints(const std::vector<FrozenRow>& rows) {
     std::vector<PoolPoints> points;
     points.reserve(rows.size());
-    for (const FrozenRow& row : rows) {
+    const auto pointsOf = [](const FrozenRow& row) -> PoolPoints {
         const double a = checkedFinite(row.productA());
         const double b = checkedFinite(row.productB());
-        points.push_back({a, b, store::Money::fromDouble(a + b)});
-    }
+        return {a, b, store::Money::fromDouble(a + b)};
+    };
+    for (const FrozenRow& row : rows)
+        points.push_back(store::named([&] { return row.syainCode + QStringLiteral("　支給対象額計"); },
+                                      [&] { return pointsOf(row); }));
     return points;
 }
 
@@ -28,7 +31,9 @@ PoolShares poolShares(const std::vector<FrozenRow>& rows, const std::vector<Pool
                       store::Money budget, const Rounding& rounding) {
     store::Money all;
     for (const PoolPoints& one : points) all += one.total;
-    if (all == store::Money()) store::throwDivideByZero();
+    if (all == store::Money())
+        throw store::Error(store::Error::Reason::DivideByZero, QStringLiteral("0 で除算しました。"),
+                           QStringLiteral("全員の支給対象額が0円です。基礎額と係数を確かめてください。"));
     PoolShares spread;
     spread.ratio = checkedFinite(budget.toDouble() / all.toDouble());
     for (std::size_t row = 0; row < rows.size(); ++row) {

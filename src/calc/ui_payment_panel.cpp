@@ -98,7 +98,7 @@ QLayout* PaymentPanel::makeEffect() {
     const int room = fontMetrics().horizontalAdvance(QStringLiteral("-999,999,999,999,999"));
     int row = 0;
     for (const QString& head :
-         {QStringLiteral("現在の合計"), QStringLiteral("補正後の合計"), QStringLiteral("差額")}) {
+         {QStringLiteral("登録値での合計"), QStringLiteral("補正後の合計"), QStringLiteral("差額")}) {
         auto* amount = effect_[static_cast<std::size_t>(row)] = label(QStringLiteral("Label24_%1").arg(row));
         amount->setMinimumWidth(room);
         amount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -129,7 +129,7 @@ void PaymentPanel::showEffect(const PaymentEffect& effect) {
     for (std::size_t i = 0; i < effect_.size(); ++i) effect_[i]->setText(texts[static_cast<int>(i)]);
     effectNote_->setText(
         effect.totals
-            ? QStringLiteral("「現在の合計」は登録値のままの金額です。［計算］を押すまで保存しません。")
+            ? QStringLiteral("「登録値での合計」は登録値のままの金額です。［計算］を押すまで保存しません。")
             : effect.reason);
 }
 

@@ -74,10 +74,14 @@ class WageSums {
         Money sum;
         const auto found = people_.constFind(syainCode);
         if (found == people_.constEnd()) return sum;
-        for (const Slot& slot : *found) {
+        for (std::size_t i = 0; i < kSlots; ++i) {
+            const Slot& slot = (*found)[i];
             if (slot.rows != 1) continue;
-            if (!slot.amount) store::throwNull();
-            sum += *slot.amount;
+            store::named([&] { return syainCode + u'　' + names_[i]; },
+                         [&] {
+                             if (!slot.amount) store::throwNull();
+                             sum += *slot.amount;
+                         });
         }
         return sum;
     }

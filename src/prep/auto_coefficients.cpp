@@ -128,7 +128,8 @@ class Keys {
     const QString& of(const QString& syainCode, int column) const {
         const auto found = firstKey_.constFind(syainCode);
         if (found == firstKey_.constEnd())
-            throw store::Error(store::Error::Reason::Type, QStringLiteral("現在のレコードがありません。"));
+            throw store::Error(store::Error::Reason::Type, QStringLiteral("現在のレコードがありません。"),
+                               QStringLiteral("社員の記録がありません。"));
         return keys_[*found + static_cast<std::size_t>(column)];
     }
 
@@ -171,17 +172,25 @@ class LookUp {
     QHash<QString, AutoCell> known_;
 };
 
+/// "000012　年齢係数"
+QString placeOf(const AutoRun& run, const AutoRun::Row& row, int target) {
+    return row.syainCode + u'　' + criteria::columnName(run.table, target);
+}
+
 AutoItem lookUpAll(const AutoRun& run, const Kind& kind, const Keys& keys) {
     AutoItem item{kind.target, kind.judgment, {}};
     item.cells.reserve(run.rows.size());
     std::optional<LookUp> table;
     const int column = keys.column(kind.key);
-    for (const AutoRun::Row& row : run.rows) {
+    const auto cellOf = [&](const AutoRun::Row& row) {
         const QString& key = keys.of(row.syainCode, column);
         if (key.isEmpty() && kind.source == Source::Years) store::throwNull();
         if (!key.isEmpty() && !table) table.emplace(run, QString::fromUtf16(kind.table));
-        item.cells.push_back(key.isEmpty() ? AutoCell() : table->find(key));
-    }
+        return key.isEmpty() ? AutoCell() : table->find(key);
+    };
+    for (const AutoRun::Row& row : run.rows)
+        item.cells.push_back(
+            store::named([&] { return placeOf(run, row, kind.target); }, [&] { return cellOf(row); }));
     return item;
 }
 
@@ -203,7 +212,7 @@ AutoItem walkGrades(const AutoRun& run, const QString& table, int target, int ju
         const auto match = grades.constFind(row.hyouka);
         if (match != grades.constEnd()) {
             found = true;
-            kei = match->toDouble();
+            kei = store::named([&] { return placeOf(run, row, target); }, [&] { return match->toDouble(); });
         }
         item.cells.push_back(found ? AutoCell{kei, true} : AutoCell());
     }

@@ -10,24 +10,30 @@ namespace {
 const QString kSavepoint = QStringLiteral("SAVEPOINT 画面");
 const QString kRelease = QStringLiteral("RELEASE 画面");
 
-/// What the user reads of a failure; nothing when the work went through.
-std::optional<QString> failureOf(const std::function<void()>& work) {
+/// What the user reads of a failure.
+struct Failure {
+    QString text, cause;
+};
+/// Nothing when the work went through.
+std::optional<Failure> failureOf(const std::function<void()>& work) {
+    const auto plain = [](const QString& text) { return Failure{text, text}; };
     try {
         work();
     } catch (const store::Error& error) {
-        return error.text();
+        return Failure{error.text(), error.cause()};
     } catch (const std::bad_alloc&) {
-        return QStringLiteral("メモリが不足しています。");
+        return plain(QStringLiteral("メモリが不足しています。"));
     } catch (const std::exception& error) {
-        return QString::fromUtf8(error.what());
+        return plain(QString::fromUtf8(error.what()));
     } catch (...) {
-        return QStringLiteral("予期しないエラーが発生しました。");
+        return plain(QStringLiteral("予期しないエラーが発生しました。"));
     }
     return {};
 }
 
-void tellPlain(widgets::Form* form, const QString& description) {
-    tell(form, description, QString());
+void tellPlain(widgets::Form* form, const Failure& failure) {
+    if (form && failure.cause != failure.text) form->showCause(failure.cause);
+    tell(form, failure.text, QString());
 }
 
 void tellCancelled(widgets::Form* form, FormTransaction& transaction) {
@@ -78,6 +84,11 @@ void FormTransaction::rollback() {
 }
 
 bool guarded(widgets::Form* form, const std::function<void()>& work) {
+    if (form) form->showCause({});
+    return restored(form, work);
+}
+
+bool restored(widgets::Form* form, const std::function<void()>& work) {
     const auto failure = failureOf(work);
     if (failure) tellPlain(form, *failure);
     if (form) form->setDefaultPointer();
@@ -85,8 +96,10 @@ bool guarded(widgets::Form* form, const std::function<void()>& work) {
 }
 
 bool guarded(widgets::Form* form, FormTransaction& transaction, const std::function<void()>& work) {
+    if (form) form->showCause({});
     const auto failure = failureOf(work);
     if (failure && transaction.open()) {
+        if (form) form->showCause(failure->cause);
         tellCancelled(form, transaction);
     } else if (failure) {
         tellPlain(form, *failure);

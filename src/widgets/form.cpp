@@ -22,6 +22,7 @@
 #include <utility>
 
 #include "widgets/contents_area.h"
+#include "widgets/theme.h"
 
 namespace widgets {
 namespace {
@@ -300,14 +301,34 @@ void Form::setVisible(bool visible) {
         ensurePolished();
         auto* column = qobject_cast<QVBoxLayout*>(layout());
         contents_ = column ? ContentsArea::above(column) : nullptr;
-        if (contents_) {
-            const QSize others = layout()->totalMinimumSize() - contents_->minimumSizeHint();
-            contents_->setRoom(
-                {room().width() - layout()->contentsMargins().left() - layout()->contentsMargins().right(),
-                 room().height() - others.height()});
-        }
+        giveRoom();
     }
     QDialog::setVisible(visible);
+}
+
+/// The contents get what the rest of the column leaves of the screen.
+void Form::giveRoom() {
+    if (!contents_) return;
+    const QSize others = layout()->totalMinimumSize() - contents_->minimumSizeHint();
+    const QMargins margins = layout()->contentsMargins();
+    contents_->setRoom(
+        {room().width() - margins.left() - margins.right(), room().height() - others.height()});
+}
+
+void Form::showCause(const QString& sentence) {
+    auto* column = qobject_cast<QVBoxLayout*>(layout());
+    if (!column || (!cause_ && sentence.isEmpty())) return;
+    if (!cause_) {
+        cause_ = make<QLabel>(QStringLiteral("lblCause"));
+        cause_->setTextFormat(Qt::PlainText);
+        cause_->setWordWrap(true);
+        setTone(cause_, Tone::Warning);
+        column->insertWidget(column->count() - 1, cause_);
+    }
+    if (cause_->text() == sentence) return;
+    cause_->setText(sentence);
+    cause_->setVisible(!sentence.isEmpty());
+    giveRoom();
 }
 
 /// What the screen has for the form without its frame.

@@ -51,6 +51,9 @@ class Form : public QDialog {
     /// What leaves a screen and has one key everywhere: its list (Ctrl+P), what goes to Excel (Ctrl+E).
     enum class Output { List, Excel };
 
+    /// Says beside the buttons why something did not work, until it is said anew; empty takes it away.
+    void showCause(const QString& sentence);
+
   protected:
     virtual void place();          ///< center_form unless overridden; called once, at the first show
     virtual void deactivated() {}  ///< a child is about to come up: menu forms go out of sight
@@ -103,11 +106,13 @@ class Form : public QDialog {
     void keepOnScreen();
     void bringIntoSight(QWidget* control);
     QSize room() const;
+    void giveRoom();
 
     QAbstractButton* cancel_ = nullptr;
     std::vector<std::pair<QPushButton*, Output>> outputs_;
     std::unique_ptr<Watch> watch_;
     QPointer<ContentsArea> contents_;
+    QPointer<QLabel> cause_;
     bool arranged_ = false;
     bool placed_ = false;
 };

@@ -129,13 +129,13 @@ TEST_F(Run, CorrectedPaymentCoefficientsCountForThisDateOnly) {
 
 struct Fault {
     bool pool;
-    QString breaks;
+    QString breaks, cause;
     bool suspicious = false;
 };
 class Failing : public Run, public ::testing::WithParamInterface<Fault> {};
 
 TEST_P(Failing, LeavesAllTablesAsTheyWere) {
-    const auto& [pool, breaks, suspicious] = GetParam();
+    const auto& [pool, breaks, cause, suspicious] = GetParam();
     open([&](QDialog& form) {
         const auto labels = [&] {
             QString all = inSight(form);
@@ -156,18 +156,31 @@ TEST_P(Failing, LeavesAllTablesAsTheyWere) {
         click(form, u"Command1"_s);
         expectUnchanged(before);
         EXPECT_EQ(labels(), shown);
+        EXPECT_EQ(text(form, u"lblCause"_s), cause);
+        EXPECT_TRUE(visible(form, u"lblCause"_s));
         EXPECT_EQ(form.cursor().shape(), Qt::ArrowCursor);
     });
 }
 
 const QString kTrigger = u"create temp trigger f before update of %1 begin select raise(abort,'x'); end"_s;
+const QString kNoRounding = u"端数処理が未設定です。配分実行メニューで決めてください。"_s;
 INSTANTIATE_TEST_SUITE_P(
     Each, Failing,
-    ::testing::Values(Fault{false, u"delete from Tanka_hasuu"_s}, Fault{true, u"delete from Tanka_hasuu"_s},
-                      Fault{false, u"delete from S支給係数評価あり"_s, true},
-                      Fault{true, u"update S実行総額配分 set 基礎額Ａ = 0, 基礎額Ｂ = 0"_s, true},
-                      Fault{false, kTrigger.arg(u"個人別計算 on S配分基準対応社員"_s)},
-                      Fault{true, kTrigger.arg(u"総額配分合計 on S実行予算"_s)}));
+    ::testing::Values(
+        Fault{false, u"delete from Tanka_hasuu"_s, kNoRounding},
+        Fault{true, u"delete from Tanka_hasuu"_s, kNoRounding},
+        Fault{false, u"delete from S支給係数評価あり"_s, u"評価「S」の支給係数が登録からなくなっています。"_s,
+              true},
+        Fault{false, u"update S実行個人別計算 set 支給係数 = null where 社員Code = '000012'"_s,
+              u"000012　支給係数：値が入っていません。"_s, true},
+        Fault{true, u"update S実行総額配分 set 基礎額Ａ = null, 基礎額Ｂ = null where 社員Code = '000012'"_s,
+              u"000012　基礎額Ａ：値が入っていません。"_s, true},
+        Fault{true, u"update S実行総額配分 set 基礎額Ａ = 0, 基礎額Ｂ = 0"_s,
+              u"全員の支給対象額が0円です。基礎額と係数を確かめてください。"_s, true},
+        Fault{false, kTrigger.arg(u"個人別計算 on S配分基準対応社員"_s),
+              u"データベースの処理に失敗しました。 (x)"_s},
+        Fault{true, kTrigger.arg(u"総額配分合計 on S実行予算"_s),
+              u"データベースの処理に失敗しました。 (x)"_s}));
 
 TEST_F(Run, ListsAndSendsTheResult) {
     const QString title = u"◆正社員賞与／一般社員"_s;

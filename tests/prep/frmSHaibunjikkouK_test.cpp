@@ -161,6 +161,7 @@ TEST_F(AutoInputScreen, NamesWhoIsMissingAndRollsBackWhatFails) {
             EXPECT_FALSE(enabled(form, u"Command4"_s));
             expectUnchanged(before);
         }
+        EXPECT_EQ(text(form, u"lblCause"_s), missing + u"　年齢係数：社員の記録がありません。"_s);
     });
 }
 
