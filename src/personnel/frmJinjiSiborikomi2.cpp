@@ -93,7 +93,7 @@ void frmJinjiSiborikomi2::restore(const QString& code) {
         return shell::tell(this, u"復活処理済です。"_s, title, shell::BoxIcon::Information);
     const QString name = person.toText(0);
     person.reset();
-    if (!shell::ask(this, u" %1 %2 を復活させますか？"_s.arg(code, name), title)) return;
+    if (!shell::askLoss(this, u" %1 %2 を復活させますか？"_s.arg(code, name), title)) return;
     cn().execute(u"UPDATE 履歴書テーブル SET 退職日 = NULL, 退職フラグ = 0 WHERE 社員Code = ?"_s, {code});
     shell::tell(this, u"処理が終了しました。"_s, u"処理終了確認"_s, shell::BoxIcon::Information);
     refresh();

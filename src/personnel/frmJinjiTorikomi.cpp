@@ -247,7 +247,12 @@ void frmJinjiTorikomi::Command3_Click() {
     QString question = u"%1 件を追加し、%2 件を更新します。\n"_s.arg(added).arg(updated);
     if (renamed > 0)
         question += u"氏名の変わる社員が %1 人います。社員Codeを確かめてください。\n"_s.arg(renamed);
-    if (!shell::ask(this, question + u"よろしいですか。"_s, u"取込の確認"_s)) return;
+    question += u"よろしいですか。"_s;
+    const QString title = u"取込の確認"_s;
+    const bool meant = updated > 0 ? shell::confirmLoss(this, question, title, u"更新して取り込む(&D)"_s,
+                                                        u"取り込まない(&B)"_s)
+                                   : shell::ask(this, question, title);
+    if (!meant) return;
     const bool done = shell::guarded(this, transaction_, [&] {
         setHourglass();
         transaction_.begin();

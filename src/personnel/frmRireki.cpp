@@ -406,8 +406,8 @@ bool frmRireki::confirmRemoval() {
     const QString question =
         u"%1 %2 には次の記録があり、一緒に削除されます。元には戻せません。\n\n%3\n\n"
         "退職した人は、削除せずに退職処理をしてください。\n本当に削除しますか？"_s;
-    return shell::ask(this, question.arg(oldText(kSyainCode), oldText(u"氏名"_s), lines.join(u'\n')),
-                      u"削除の確認"_s);
+    return shell::askLoss(this, question.arg(oldText(kSyainCode), oldText(u"氏名"_s), lines.join(u'\n')),
+                          u"削除の確認"_s);
 }
 
 void frmRireki::rowGoes() {

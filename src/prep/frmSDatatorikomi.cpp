@@ -404,7 +404,8 @@ void frmSDatatorikomi::deleteDate() {
         const QDate kijunbi = requireChosenDate();
         if (!kijunbi.isValid()) return;
         house_.global.kijunbi = store::formatDate(kijunbi);
-        if (!shell::ask(this, u" %1 を削除しますか？"_s.arg(house_.global.kijunbi), u"削除の確認"_s)) return;
+        if (!shell::askLoss(this, u" %1 を削除しますか？"_s.arg(house_.global.kijunbi), u"削除の確認"_s))
+            return;
         if (!confirmContents(kijunbi)) return;
         setHourglass();
         const BusyLine busy(Label4_, kDeleting);

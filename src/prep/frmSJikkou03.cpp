@@ -52,7 +52,7 @@ std::optional<QString> frmSJikkou03::copy() {
     if (!sisterTypesIn(cn(), run, other, global.settei_meisyou)) return {};
     const QString question = toPool ? QStringLiteral("総額配分の係数にも同じ値をコピーしますか？")
                                     : QStringLiteral("個人別計算の係数にも同じ値をコピーしますか？");
-    if (!shell::ask(this, question, QStringLiteral("係数コピーの確認"))) return {};
+    if (!shell::askLoss(this, question, QStringLiteral("係数コピーの確認"))) return {};
     const InputTarget sister{toPool ? RunTable::SougakuHaibun : RunTable::KojinBetsu, target().column};
     return writeInputRows(cn(), run, sister, rows());
 }

@@ -105,7 +105,7 @@ void frmSSanteishitei2::tidy(Base base, const QString& name) {
     if (!baseIsOrphaned(*global.cn_main, run, global.santei_houshiki, base)) return;
     const QString question =
         QStringLiteral("%1を利用する係数の設定がありません。\n %1の設定データを削除しますか？").arg(name);
-    if (shell::ask(this, question, QStringLiteral("削除の確認")))
+    if (shell::askLoss(this, question, QStringLiteral("削除の確認")))
         removeBaseSetup(*global.cn_main, run, global.santei_houshiki, base);
 }
 

@@ -543,9 +543,10 @@ void InputGridForm::Command1_Click() {
 void InputGridForm::reject() {
     const int changes = grid_->changedRows();
     if (changes > 0 &&
-        !shell::ask(this,
-                    QStringLiteral("更新していない入力が%1人分あります。更新せずに閉じますか？").arg(changes),
-                    QStringLiteral("終了の確認")))
+        !shell::confirmLoss(
+            this, QStringLiteral("更新していない入力が%1人分あります。更新せずに閉じますか？").arg(changes),
+            QStringLiteral("終了の確認"), QStringLiteral("更新せずに閉じる(&D)"),
+            QStringLiteral("入力に戻る(&B)")))
         return;
     done(saveFailed_ ? SaveFailed : Rejected);
 }

@@ -39,10 +39,9 @@ BoxAnswer askYesNo(QMessageBox& box, const BoxRequest& request) {
     const bool verbs = !request.yes.isEmpty();
     auto* yes = box.addButton(verbs ? request.yes : QStringLiteral("はい(&Y)"), QMessageBox::YesRole);
     auto* no = box.addButton(verbs ? request.no : QStringLiteral("いいえ(&N)"), QMessageBox::NoRole);
-    const bool loses = verbs || request.title == QStringLiteral("削除の確認");
-    box.setDefaultButton(loses ? no : yes);
+    box.setDefaultButton(request.loses ? no : yes);
     box.setEscapeButton(no);
-    if (loses) {
+    if (request.loses) {
         widgets::setDanger(yes);
     } else {
         widgets::setPrimary(yes);

@@ -17,13 +17,14 @@ struct BoxRequest {
     QString title;
     BoxIcon icon = BoxIcon::None;
     BoxButtons buttons = BoxButtons::Ok;
-    /// Yes/No only: verbs in place of はい and いいえ. The No verb is the safe one and the default.
+    /// Yes/No only: verbs in place of はい and いいえ.
     QString yes = {};
     QString no = {};
+    /// Yes/No only: Yes loses what was typed or stored. No is the default then.
+    bool loses = false;
 };
 
-/// Shows a modal box and waits. An empty title is the program's name. Escape on a Yes/No box is No; No is the
-/// default button of a question that deletes.
+/// Shows a modal box and waits. An empty title is the program's name. Escape on a Yes/No box is No.
 BoxAnswer showBox(QWidget* parent, const BoxRequest& request);
 
 inline void tell(QWidget* parent, const QString& text, const QString& title, BoxIcon icon = BoxIcon::None) {
@@ -33,12 +34,28 @@ inline bool ask(QWidget* parent, const QString& text, const QString& title) {
     return showBox(parent, {text, title, BoxIcon::Question, BoxButtons::YesNo}) == BoxAnswer::Yes;
 }
 
-/// A question that can lose something, under verbs: true when the user chose `act` ("登録せずに閉じる").
-/// `stay`
+/// A told question whose はい loses something: it deletes or overwrites. いいえ is the default.
+inline bool askLoss(QWidget* parent, const QString& text, const QString& title) {
+    return showBox(parent, {.text = text,
+                            .title = title,
+                            .icon = BoxIcon::Question,
+                            .buttons = BoxButtons::YesNo,
+                            .loses = true}) == BoxAnswer::Yes;
+}
+
+/// A question of our own that can lose something, under verbs: true when the user chose `act`
+/// ("登録せずに閉じる"). `stay`
 /// ("入力に戻る") is the default and what Escape answers.
 inline bool confirmLoss(QWidget* parent, const QString& text, const QString& title, const QString& act,
                         const QString& stay) {
-    return showBox(parent, {text, title, BoxIcon::Warning, BoxButtons::YesNo, act, stay}) == BoxAnswer::Yes;
+    return showBox(parent, {text, title, BoxIcon::Warning, BoxButtons::YesNo, act, stay, true}) ==
+           BoxAnswer::Yes;
+}
+
+/// confirmLoss() of what was entered and is not yet stored.
+inline bool confirmInputLoss(QWidget* parent, const QString& act) {
+    return confirmLoss(parent, QStringLiteral("入力した内容はまだ更新されていません。"),
+                       QStringLiteral("入力の確認"), act, QStringLiteral("入力に戻る(&B)"));
 }
 
 /// While one lives, boxes are not shown: they count as answered with OK or No, and are kept here. For checks

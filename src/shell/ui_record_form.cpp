@@ -367,8 +367,7 @@ bool RecordForm::hasInput() const {
 }
 
 bool RecordForm::mayLoseInput(const QString& act) {
-    return !hasInput() || confirmLoss(this, QStringLiteral("入力した内容はまだ更新されていません。"),
-                                      QStringLiteral("入力の確認"), act, QStringLiteral("入力に戻る(&B)"));
+    return !hasInput() || confirmInputLoss(this, act);
 }
 
 void RecordForm::cmdCancel() {
@@ -527,7 +526,7 @@ QString RecordForm::removalQuestion() const {
 }
 
 bool RecordForm::confirmRemoval() {
-    return ask(this, removalQuestion(), QStringLiteral("削除の確認"));
+    return askLoss(this, removalQuestion(), QStringLiteral("削除の確認"));
 }
 
 void RecordForm::cmdDelete() {

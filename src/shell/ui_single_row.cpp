@@ -1,6 +1,8 @@
 #include "shell/ui_single_row.h"
 
+#include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -40,6 +42,18 @@ void SingleRowForm::arrange(const QString& guidance, QLayout* fields) {
     column->addLayout(widgets::buttonRow({command3_}, {command2_, command1_}));
     setTabOrder(command1_, command2_);
     setTabOrder(command2_, command3_);
+    begun_ = entered();
+}
+
+QStringList SingleRowForm::entered() const {
+    QStringList texts;
+    for (const QLineEdit* edit : findChildren<QLineEdit*>()) texts << edit->text();
+    for (const QCheckBox* box : findChildren<QCheckBox*>()) texts << QString::number(box->isChecked());
+    return texts;
+}
+
+void SingleRowForm::reject() {
+    if (entered() == begun_ || confirmInputLoss(this, QStringLiteral("更新せずに閉じる(&D)"))) Form::reject();
 }
 
 store::Value SingleRowForm::stored(const QString& column) const {

@@ -17,6 +17,9 @@ namespace shell {
 /// into its controls and writes them in fill().
 class SingleRowForm : public widgets::Form {
     Q_OBJECT
+  public:
+    void reject() override;  ///< asks first where something was entered
+
   protected:
     SingleRowForm(const QString& name, const QString& caption, const QString& table, House& house,
                   QWidget* parent);
@@ -25,7 +28,8 @@ class SingleRowForm : public widgets::Form {
     virtual void fill(store::Recordset& row) = 0;  ///< what was entered goes into the row
     virtual void updated() {}                      ///< written, about to close
 
-    /// Title and `guidance` (may be empty), the fields, the buttons. Called once.
+    /// Title and `guidance` (may be empty), the fields, the buttons. Called once, with the row in the
+    /// controls.
     void arrange(const QString& guidance, QLayout* fields);
     /// What the column holds; Null without the row or when it could not be read.
     store::Value stored(const QString& column) const;
@@ -38,8 +42,10 @@ class SingleRowForm : public widgets::Form {
 
   private:
     void Command1_Click();
+    QStringList entered() const;  ///< what the text and check boxes hold
 
     std::optional<store::Recordset> row_;
+    QStringList begun_;  ///< entered() when the screen was arranged
     QPushButton* command1_;
     QPushButton* command2_;
     QPushButton* command3_;

@@ -42,6 +42,7 @@ class Import : public PersonScreens {
         driver_.expectBox(question + u"\nよろしいですか。"_s, u"取込の確認"_s, BoxAnswer::Yes);
         driver_.expectBox(u"取込が終了しました。"_s + after, u"処理終了確認"_s);
         click(form, u"Command3"_s);
+        EXPECT_NE(driver_.boxes().rbegin()[1].loses, question.contains(u"、0 件を更新"_s));
         EXPECT_FALSE(enabled(form, u"Command3"_s));
     }
 };

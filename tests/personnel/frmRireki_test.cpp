@@ -329,6 +329,9 @@ TEST_F(Rireki, AnItemWithoutACheckMarkIsNotKept) {
             driver_.expectBox(u"内容を変更します。\nよろしいですか。"_s, u"更新の確認"_s, answer);
             click(form, u"Command1"_s);
             EXPECT_EQ(form.isVisible(), answer == BoxAnswer::No);
+            if (answer == BoxAnswer::No)
+                driver_.expectBox(u"入力した内容はまだ更新されていません。"_s, u"入力の確認"_s,
+                                  BoxAnswer::Yes);
         });
     EXPECT_EQ(read(flags), QStringList(u"False|False|True"_s));
     rireki([&](QDialog& form) {

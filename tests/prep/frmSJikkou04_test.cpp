@@ -162,6 +162,7 @@ TEST_F(EvaluationImport, SavesAllOrNothing) {
             driver_.expectBox(u"更新していない入力が1人分あります。更新せずに閉じますか？"_s, u"終了の確認"_s,
                               BoxAnswer::Yes);
             press(grid, Qt::Key_Escape);
+            EXPECT_TRUE(driver_.boxes().back().loses);
         });
         expectUnchanged(before);
         next(form, both_, [&](QDialog& grid) {

@@ -52,6 +52,8 @@ TEST_F(OverMain, TheCompanyGetsItsNameAndTheNamesOfItsAttributes) {
         click(form, u"Command1"_s);
     });
     EXPECT_EQ(global_.panels.company, u"甲社"_s);
+    frmKaisha untouched(house_, &main_);
+    driver_.run(untouched, [&](QDialog& form) { press(form, Qt::Key_Escape); });
 }
 
 }  // namespace

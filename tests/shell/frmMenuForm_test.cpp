@@ -49,13 +49,13 @@ TEST_F(HouseScreens, AMenuStandsUnderTheMainWindowAndLeavesForItsChild) {
     EXPECT_EQ(driver_.screens(), QStringList({u"frmMenuX"_s, u"frmChild"_s}));
 }
 
-TEST_F(HouseScreens, BoxesSpeakJapaneseAndDeletionDefaultsToNo) {
+TEST_F(HouseScreens, BoxesSpeakJapaneseAndALossDefaultsToNo) {
     driver_.useRealBoxes();
     const QString text = u"<b>a</b>\n'b'"_s;
-    const std::tuple<QString, Qt::Key, bool> cases[] = {{u"終了の確認"_s, Qt::Key_Return, true},
-                                                        {u"終了の確認"_s, Qt::Key_Escape, false},
-                                                        {u"削除の確認"_s, Qt::Key_Return, false}};
-    for (const auto& [title, key, answer] : cases) {
+    const QString title = u"終了の確認"_s;
+    const std::tuple<decltype(&ask), Qt::Key, bool> cases[] = {
+        {ask, Qt::Key_Return, true}, {ask, Qt::Key_Escape, false}, {askLoss, Qt::Key_Return, false}};
+    for (const auto& [ask, key, answer] : cases) {
         driver_.onScreen(u"QMessageBox"_s, [&](QDialog& shown) {
             const auto& box = dynamic_cast<QMessageBox&>(shown);
             EXPECT_EQ(box.windowTitle() + box.text(), title + text);
