@@ -323,15 +323,11 @@ TEST_F(Masta, TheMenuOpensEditorsAndPrintsLists) {
     driver_.run(menu, [&](QDialog& form) {
         EXPECT_EQ(text(form, u"Command1"_s) + text(form, u"Command15"_s), u"★社員区分R&&D区分");
         for (const int off : {18, 19, 38, 39}) EXPECT_FALSE(visible(form, u"Command%1"_s.arg(off)));
-        QStringList stops, expected;
-        for (int i = 1; i <= 17; ++i) expected << u"Command%1"_s.arg(i) << u"Command%1"_s.arg(20 + i);
-        expected << u"Command20"_s << u"Command40"_s;
-        control(form, u"Command40"_s).setFocus();
-        while (stops.size() < expected.size()) {
+        control(form, u"Command16"_s).setFocus();
+        for (const int stop : {36, 17, 37, 20, 40, 1, 21, 2}) {  // from the last button round to the first
             press(form, Qt::Key_Tab);
-            stops << focused(form);
+            EXPECT_EQ(focused(form), u"Command%1"_s.arg(stop));
         }
-        EXPECT_EQ(stops.join(u' '), expected.join(u' '));
         driver_.onScreen(u"frmMastaSyain"_s, [](QDialog& editor) { editor.reject(); });
         click(form, u"Command1"_s);
         for (int i = 0; i < 17; ++i) {
