@@ -42,7 +42,10 @@ void CriterionForm::load(QWidget* between) {
     auto* column = widgets::columnOf(this);
     column->addWidget(picker_, 1);
     column->addWidget(label3_);
-    if (between) column->addWidget(between);
+    if (between)
+        column->addWidget(between);
+    else  // nothing more to choose
+        connect(picker_->kijunList(), &widgets::CodeList::opened, command1_, &QPushButton::click);
     column->addLayout(widgets::buttonRow({help}, {command2_, command1_}));
     setMinimumSize(widgets::twips(7770), widgets::twips(4770));
     shell::guarded(this, [this] { picker_->load(); });

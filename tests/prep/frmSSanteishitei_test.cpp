@@ -73,7 +73,8 @@ TEST_F(Choice, OfACriterionLeadsToTheEvaluationResults) {
         clickTold(form, kNext, question, title, BoxAnswer::No);
         driver_.expectBox(question, title, BoxAnswer::Yes);
         expectScreen(u"frmSJikkou04Sub"_s);
-        press(form, Qt::Key_F, Qt::AltModifier);
+        choose(form, u"DataList2"_s, 1);
+        press(form, Qt::Key_Return);
     });
     EXPECT_EQ(global_.haibun_kubun + global_.haibun_kubun_mei, u"01正社員賞与"_s);
     EXPECT_EQ(global_.haibun_kijun + global_.haibun_kijun_mei, u"02管理職"_s);
