@@ -10,6 +10,7 @@
 #include "shell/ui_guard.h"
 #include "shell/ui_menu_form.h"
 #include "store/catalog.h"
+#include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -59,6 +60,8 @@ frmKaisha::frmKaisha(House& house, QWidget* parent)
                         },
                         {cancel()});
     }
+    for (const int number : {t::郵便番号, t::tel, t::fax})
+        widgets::typeDirectly(txtFields_[std::size_t(number)]);
     arrange({}, arrangeFields());
     setTabOrder(txtFields_.back(), findChild<QWidget*>(u"Command1"_s));
     txtFields_.front()->setFocus();
