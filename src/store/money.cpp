@@ -1,6 +1,7 @@
 #include "store/money.h"
 
 #include <QLocale>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -57,9 +58,11 @@ Decimal parseDecimal(const QString& text) {
             point = true;
         else if (isDigit(c))
             (point ? parts.fraction : parts.whole) += c;
-        else if (c != u',' || point || parts.whole.isEmpty())
+        else if (c != u',' || point)
             throwTypeMismatch();
     }
+    const bool sign = parts.negative || trimmed.startsWith(u'+');
+    if (!separatorsInPlace(QStringView(trimmed).mid(sign ? 1 : 0).split(u'.')[0])) throwTypeMismatch();
     if (parts.whole.isEmpty() && parts.fraction.isEmpty()) throwTypeMismatch();
     return parts;
 }
@@ -74,6 +77,13 @@ bool roundsUp(QStringView rest, bool odd) {
 }
 
 }  // namespace
+
+bool separatorsInPlace(QStringView whole) {
+    const auto groups = whole.split(u',');
+    return groups.size() == 1 || (groups.front().size() >= 1 && groups.front().size() <= 3 &&
+                                  std::all_of(groups.begin() + 1, groups.end(),
+                                              [](QStringView group) { return group.size() == 3; }));
+}
 
 Money Money::fromYen(qint64 yen) {
     if (yen > kMax / kScale || yen < kMin / kScale) throwOverflow();

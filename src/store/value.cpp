@@ -55,6 +55,7 @@ qsizetype endOfNumber(QStringView text) {
     const qsizetype first = at;
     if (at < text.size() && text[at] == u',') return -1;
     at = skipDigits(text, at, true);
+    if (!separatorsInPlace(text.mid(first, at - first))) return -1;
     qsizetype digits = at - first;
     if (at < text.size() && text[at] == u'.') {
         const qsizetype end = skipDigits(text, at + 1, false);

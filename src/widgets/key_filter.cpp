@@ -5,6 +5,7 @@
 #include <QLineEdit>
 
 #include "store/half_width.h"
+#include "store/money.h"
 
 namespace widgets {
 
@@ -35,7 +36,10 @@ class DirectTyping : public QObject {
 class KeyFilter : public DirectTyping {
   public:
     KeyFilter(QLineEdit* edit, const QString& characters) : DirectTyping(edit), characters_(characters) {
-        connect(edit, &QLineEdit::textEdited, edit, [edit](const QString& text) { narrow(edit, text); });
+        connect(edit, &QLineEdit::textEdited, this, &KeyFilter::narrow);
+        const auto count = [this, edit] { separators_ = edit->text().count(u','); };
+        connect(edit, &QLineEdit::textChanged, this, count);
+        count();
     }
     bool eventFilter(QObject* edit, QEvent* event) override {
         DirectTyping::eventFilter(edit, event);
@@ -44,15 +48,21 @@ class KeyFilter : public DirectTyping {
     }
 
   private:
-    static void narrow(QLineEdit* edit, const QString& text) {
-        const QString narrowed = store::halfWidth(text);
+    /// Who takes a digit out of "12,345" means 1,234: separators that stood there and no longer fit go.
+    /// Pasted ones stay for the check to judge.
+    void narrow(const QString& text) {
+        QString narrowed = store::halfWidth(text);
+        if (narrowed.count(u',') <= separators_ && !store::separatorsInPlace(narrowed.section(u'.', 0, 0)))
+            narrowed.remove(u',');
         if (narrowed == text) return;
+        auto* edit = static_cast<QLineEdit*>(parent());
         const int place = edit->cursorPosition();
         edit->setText(narrowed);
         edit->setCursorPosition(place);
     }
 
     QString characters_;
+    qsizetype separators_ = 0;  ///< before the edit: textChanged comes after textEdited
 };
 
 }  // namespace

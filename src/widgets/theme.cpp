@@ -27,44 +27,22 @@ namespace {
 /// `disabled`: what is locked is still read. That it cannot be changed is said by its flat ground.
 struct Colours {
     QRgb window, surface, stripe, text, muted, disabled, button, line, strongLine;
-    QRgb accent, onAccent, tint, onTint, danger, link, amber;
+    QRgb accent, onAccent, tint, onTint, danger, link, amber, changed;
     std::array<QRgb, 4> series;
 };
 
-constexpr Colours kLight{0xfff5f3ef,
-                         0xffffffff,
-                         0xfffaf9f6,
-                         0xff26241f,
-                         0xff68645b,
-                         0xff706b61,
-                         0xfffdfcfa,
-                         0xffd3cec4,
-                         0xff8f897d,
-                         0xff137a64,
-                         0xffffffff,
-                         0xffd3ece4,
-                         0xff12372e,
-                         0xffb3261e,
-                         0xff0f6a8b,
-                         0xff9a6400,
-                         {0xff137a64, 0xffd17d00, 0xff3b6fb5, 0xff8e4a9c}};
-constexpr Colours kDark{0xff232320,
-                        0xff2c2c29,
-                        0xff31312d,
-                        0xffeceae4,
-                        0xffaca89d,
-                        0xffa19d93,
-                        0xff373733,
-                        0xff4b4a45,
-                        0xff8d897f,
-                        0xff3cc0a0,
-                        0xff06231c,
-                        0xff215347,
-                        0xffe6f7f2,
-                        0xffff8f86,
-                        0xff7cc7e6,
-                        0xffe5b04c,
-                        {0xff3cc0a0, 0xffe5b04c, 0xff7cabea, 0xffcf96dd}};
+constexpr Colours kLight{0xfff5f3ef, 0xffffffff, 0xfffaf9f6,
+                         0xff26241f, 0xff68645b, 0xff706b61,
+                         0xfffdfcfa, 0xffd3cec4, 0xff8f897d,
+                         0xff137a64, 0xffffffff, 0xffd3ece4,
+                         0xff12372e, 0xffb3261e, 0xff0f6a8b,
+                         0xff9a6400, 0xfffdf0cc, {0xff137a64, 0xffd17d00, 0xff3b6fb5, 0xff8e4a9c}};
+constexpr Colours kDark{0xff232320, 0xff2c2c29, 0xff31312d,
+                        0xffeceae4, 0xffaca89d, 0xffa19d93,
+                        0xff373733, 0xff4b4a45, 0xff8d897f,
+                        0xff3cc0a0, 0xff06231c, 0xff215347,
+                        0xffe6f7f2, 0xffff8f86, 0xff7cc7e6,
+                        0xffe5b04c, 0xff4d4220, {0xff3cc0a0, 0xffe5b04c, 0xff7cabea, 0xffcf96dd}};
 
 Colours current = kLight;
 
@@ -221,6 +199,9 @@ QColor dangerColor() {
 
 QColor warningColor() {
     return QColor(current.amber);
+}
+QColor changedColor() {
+    return QColor(current.changed);
 }
 
 ChartColors chartColors() {

@@ -36,6 +36,7 @@ QColor accentColor();
 QColor onAccentColor();
 QColor dangerColor();
 QColor warningColor();  ///< the amber of a warning sign
+QColor changedColor();  ///< the ground of a cell that was typed over and is not stored yet
 
 /// What a chart is drawn in: the ground, its writing, its lines, and a colour for each series.
 struct ChartColors {

@@ -40,12 +40,14 @@ TEST(Money, RoundsADoubleToTheNearestCountTiesToEven) {
 TEST(Money, ReadsTextExactly) {
     const auto read = [](const char16_t* text) { return Money::fromText(QString::fromUtf16(text)).raw(); };
     const std::vector<std::pair<const char16_t*, qint64>> good{
-        {u".5", 5000},   {u"0.00005", 0}, {u"0.000051", 1},    {u"1,234,567.5", 12345675000},
-        {u"+3.", 30000}, {u"0.00015", 2}, {u" -12 ", -120000}, {u"-0.00015", -2}};
+        {u".5", 5000},           {u"0.00005", 0}, {u"0.000051", 1},    {u"1,234,567.5", 12345675000},
+        {u"+3.", 30000},         {u"0.00015", 2}, {u" -12 ", -120000}, {u"-0.00015", -2},
+        {u"-12,345", -123450000}};
     for (const auto& [text, raw] : good) EXPECT_EQ(read(text), raw) << shown(text);
     EXPECT_EQ(read(u"922337203685477.5807"), kMost);
     EXPECT_EQ(read(u"-922337203685477.5808"), kLeast);
-    for (const auto* text : Texts{u"", u"-", u".", u"12a", u"1.2.3", u",5", u"1 2", u"1e3", u"1.5,0"})
+    for (const auto* text : Texts{u"", u"-", u".", u"12a", u"1.2.3", u",5", u"1 2", u"1e3", u"1.5,0", u"3,5",
+                                  u"1,2345", u"1234,567", u"1,,234"})
         EXPECT_EQ(reasonOf([&] { read(text); }), Reason::Type) << shown(text);
     for (const auto* text : Texts{u"922337203685477.5808", u"-922337203685477.5809", u"99999999999999999999"})
         EXPECT_EQ(reasonOf([&] { read(text); }), Reason::Overflow) << shown(text);

@@ -69,6 +69,7 @@ TEST(Theme, EveryTextIsLegibleOnItsGroundInBothPalettes) {
             {"marked text", of(P::HighlightedText), of(P::Highlight)},
             {"marked text, disabled", disabled(P::HighlightedText), disabled(P::Highlight)},
             {"chosen line", ofSheet(u"selection-color"_s), ofSheet(u"selection-background-color"_s)},
+            {"changed cell", of(P::Text), changedColor()},
             {"tool tip", of(P::ToolTipText), of(P::ToolTipBase)}};
         for (const auto& [what, text, ground] : pairs) EXPECT_GE(contrast(text, ground), kLegible) << what;
 
