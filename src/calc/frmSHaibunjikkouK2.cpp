@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QStackedLayout>
 
 #include "calc/changed_inputs.h"
@@ -694,7 +695,9 @@ bool frmSHaibunjikkouK2::act(const PaymentOutcome& outcome) {
         return false;
     };
     if (const auto* missing = std::get_if<MissingGrades>(&outcome))
-        return refuse(missing->name + QStringLiteral("係数が未設定です。"));
+        // A company may call it "評価" or "評価係数".
+        return refuse(QString(missing->name).remove(QRegularExpression(QStringLiteral("係数$"))) +
+                      QStringLiteral("係数が未設定です。"));
     if (std::holds_alternative<MissingSetup>(outcome))
         return refuse(QStringLiteral("支給係数が未設定です。"));
     if (std::holds_alternative<RunTimeInput>(outcome)) {

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 
 #include "criteria/ui_criterion_picker.h"
 #include "shell/global_record.h"
@@ -71,6 +72,10 @@ QGroupBox* frmSJikkou03::makeCalculator() {
     line->addWidget(text3_);
     line->addWidget(new QLabel(QStringLiteral("＝"), frame));
     line->addWidget(label6_, 1);
+    auto* insert = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("係数に入れる(&I)"));
+    insert->setToolTip(QStringLiteral("計算の結果を、いま入力している社員の係数にします。"));
+    connect(insert, &QPushButton::clicked, this, [this] { enter(label6_->text()); });
+    line->addWidget(insert);
     return frame;
 }
 

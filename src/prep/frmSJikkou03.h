@@ -7,7 +7,7 @@ class QLineEdit;
 namespace prep {
 
 /// A coefficient of 個人別計算 or 総額配分, or 支給係数, one per employee; beside it a calculator for ratios
-/// (days present ÷ days due), whose result the user types in where it belongs.
+/// (days present ÷ days due), whose result goes into the current cell.
 class frmSJikkou03 : public InputGridForm {
     Q_OBJECT
   public:

@@ -23,17 +23,20 @@ constexpr double kCoefficientLimit = 1000;
 struct TableRows {
     std::vector<qint64> ids;
     QStringList codes;
+    std::vector<store::Value> values;
 };
 
-TableRows readTableRows(store::Connection& cn, const shell::RunKey& run, const QString& table) {
+TableRows readTableRows(store::Connection& cn, const shell::RunKey& run, const QString& table,
+                        const QString& column) {
     store::Statement row =
-        cn.prepare(QStringLiteral("SELECT ID, 社員Code FROM %1 WHERE %2 ORDER BY Clng(社員Code), ID")
-                       .arg(table, criteria::kRunFilter));
+        cn.prepare(QStringLiteral("SELECT ID, 社員Code, %1 FROM %2 WHERE %3 ORDER BY Clng(社員Code), ID")
+                       .arg(column, table, criteria::kRunFilter));
     row.bindAll(criteria::runBinds(run));
     TableRows rows;
     while (row.step()) {
         rows.ids.push_back(row.toInteger(0));
         rows.codes << row.toText(1);
+        rows.values.push_back(row.value(2));
     }
     return rows;
 }
@@ -108,6 +111,12 @@ double judged(const QString& text) {
     return store::parseNumber(text).value_or(std::nan(""));
 }
 
+std::optional<Refusal> refuseNoNumber(const QString& text) {
+    if (text.isEmpty()) return refuseEmpty(text);
+    if (store::parseNumber(text)) return {};
+    return Refusal{QStringLiteral("数字として読めません。"), kInputError};
+}
+
 CellRules amountRules(double least, const QString& hint, const Refusal& empty) {
     CellRules rules;
     rules.heading = QStringLiteral("金額");
@@ -123,7 +132,8 @@ CellRules amountRules(double least, const QString& hint, const Refusal& empty) {
     };
     rules.leave = [outside, empty](const QString& text) { return text.isEmpty() ? empty : outside(text); };
     rules.save = [outside](const QString& text) {
-        return text.isEmpty() ? refuseEmpty(text) : outside(text);
+        if (auto refusal = refuseNoNumber(text)) return refusal;
+        return outside(text);
     };
     return rules;
 }
@@ -142,7 +152,7 @@ std::optional<Refusal> leaveCoefficient(const QString& text) {
 }
 
 std::optional<Refusal> saveCoefficient(const QString& text) {
-    if (text.isEmpty()) return refuseEmpty(text);
+    if (auto refusal = refuseNoNumber(text)) return refusal;
     const double factor = judged(text);
     if (!(factor > 0)) return Refusal{QStringLiteral("0.001以上を入力してください。"), kInputError};
     if (factor >= kCoefficientLimit)
@@ -165,7 +175,8 @@ std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& 
         const auto person = people.constFind(row.toText(0));
         if (person == people.cend()) continue;
         rows.push_back(*person);
-        rows.back().text = row.value(1).toText();
+        rows.back().value = row.value(1);
+        rows.back().text = rows.back().read = rows.back().value.toText();
     }
     return rows;
 }
@@ -173,7 +184,7 @@ std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& 
 std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey& run,
                                       const InputTarget& target, const std::vector<InputRow>& rows) {
     const QString table = runTableName(target.table);
-    const TableRows there = readTableRows(cn, run, table);
+    const TableRows there = readTableRows(cn, run, table, target.column);
     QStringList codes;
     for (const InputRow& row : rows) codes << row.syainCode;
     if (codes != there.codes) return difference(table, there.codes, codes);
@@ -182,8 +193,11 @@ std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey
     store::Statement update =
         cn.prepare(QStringLiteral("UPDATE %1 SET %2 = ? WHERE ID = ?").arg(table, target.column));
     update.into(store::tableNamed(table), {target.column});
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        update.bind(1, stored(rows[i].text, kind)).bind(2, there.ids[i]).run();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const bool untouched = !rows[i].value.isNull() && rows[i].text == rows[i].read;
+        const store::Value value = untouched ? rows[i].value : stored(rows[i].text, kind);
+        if (value != there.values[i]) update.bind(1, value).bind(2, there.ids[i]).run();
+    }
     return {};
 }
 
@@ -240,6 +254,27 @@ bool sisterTypesIn(store::Connection& cn, const shell::RunKey& run, const QStrin
 
 // ---- Cells -----------------------------------------------------------------------------------------------
 
+QString CellRules::whole(const QString& text) const {
+    const QString shown = format ? format(text) : text;
+    return number && number(shown) != number(text) ? text : shown;
+}
+
+bool CellRules::differ(const QString& a, const QString& b) const {
+    if (a == b) return false;
+    return !number || !store::parseNumber(a) || !store::parseNumber(b) || number(a) != number(b);
+}
+
+QString CellRules::typed(const QString& pasted) const {
+    const QString text = choices.isEmpty() ? plainNumber(pasted) : pasted.trimmed();
+    return settle ? settle(text) : text;
+}
+
+QString CellRules::fault(const QString& pasted) const {
+    if (const auto refusal = save ? save(typed(pasted)) : std::nullopt) return refusal->text;
+    if (!choices.isEmpty() && !choices.contains(typed(pasted))) return QStringLiteral("一覧にない値です。");
+    return {};
+}
+
 std::optional<Refusal> refuseEmpty(const QString& text) {
     if (!text.isEmpty()) return {};
     return Refusal{QStringLiteral("未入力ヶ所があります"), QStringLiteral("未入力")};
@@ -269,11 +304,10 @@ CellRules coefficientRules() {
     return rules;
 }
 
-std::optional<QStringList> pastedColumn(const QString& clipboard) {
+QStringList pastedColumn(const QString& clipboard) {
     QString text = clipboard;
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
     if (text.endsWith(u'\n')) text.chop(1);
-    if (text.contains(u'\t')) return {};
     return text.split(u'\n');
 }
 

@@ -21,6 +21,8 @@ struct InputRow {
     QString syozoku;    ///< 所属大 by name
     QString yakusyoku;  ///< by name
     QString syainCode;
+    store::Value value = {};  ///< as it was read, with all its digits
+    QString read = {};        ///< the text that it was shown as
 };
 
 /// The column that a grid shows and writes.
@@ -33,9 +35,10 @@ struct InputTarget {
 std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& run,
                                     const InputTarget& target);
 
-/// Writes row i's text to row i of the table. Beforehand the employees of both are compared: where they do
-/// not agree nothing is written and the answer names the difference. An empty text is written as it is to a
-/// text column and is an Error(Type) for a number. Runs in the caller's transaction.
+/// Writes row i's text to row i of the table: where it was not typed over, the value as it was read, and only
+/// where the table holds something else. Beforehand the employees of both are compared: where they do not
+/// agree nothing is written and the answer names the difference. An empty text is written as it is to a text
+/// column and is an Error(Type) for a number. Runs in the caller's transaction.
 std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey& run,
                                       const InputTarget& target, const std::vector<InputRow>& rows);
 
@@ -81,6 +84,15 @@ struct CellRules {
     std::function<QString(const QString& text)> settle;
     /// What the text counts in the running total; not set for cells that have none.
     std::function<double(const QString& text)> number;
+
+    /// The cell's format, or all of the text where the format would leave out decimals.
+    QString whole(const QString& text) const;
+    /// "10,000" over 10000 is no change.
+    bool differ(const QString& a, const QString& b) const;
+    /// A pasted text as it would be typed.
+    QString typed(const QString& pasted) const;
+    /// Why it may not be pasted; empty where it may.
+    QString fault(const QString& pasted) const;
 };
 
 /// 金一封 and 特別加算金: 0 to 99,999,999 yen.
@@ -93,9 +105,8 @@ CellRules coefficientRules();
 /// "未入力ヶ所があります" (title "未入力") for an empty text.
 std::optional<Refusal> refuseEmpty(const QString& text);
 
-/// The rows of one column of a spreadsheet's clipboard text; a last line end makes no row. None when the text
-/// is wider than one column.
-std::optional<QStringList> pastedColumn(const QString& clipboard);
+/// The rows of one column of a spreadsheet's clipboard text; a last line end makes no row.
+QStringList pastedColumn(const QString& clipboard);
 
 /// A pasted number as it would be typed: half-width, without blanks around it and the yen sign before it.
 QString plainNumber(const QString& pasted);

@@ -1,6 +1,5 @@
 #include "prep/ui_input_grid.h"
 
-#include <QAbstractTableModel>
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
@@ -8,13 +7,17 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QUndoStack>
 #include <QVBoxLayout>
-#include <array>
+#include <algorithm>
+#include <numeric>
 
+#include "prep/frmSHaritsuke.h"
 #include "shell/global_record.h"
 #include "shell/ui_box.h"
 #include "widgets/key_filter.h"
@@ -22,94 +25,6 @@
 #include "widgets/theme.h"
 
 namespace prep {
-
-// ---- Rows ------------------------------------------------------------------------------------------------
-
-/// The rows and what they come to. Texts are formatted for the cells in sight only.
-class InputModel : public QAbstractTableModel {
-  public:
-    using QAbstractTableModel::QAbstractTableModel;
-
-    void reset(CellRules newRules, std::vector<InputRow> newRows) {
-        beginResetModel();
-        rules = std::move(newRules);
-        rows = std::move(newRows);
-        original.clear();
-        total = 0;
-        changed = 0;
-        filled = 0;
-        for (const InputRow& row : rows) {
-            original << row.text;
-            count(row.text, 1);
-        }
-        endResetModel();
-    }
-    void setText(int row, const QString& text) {
-        QString& held = rows[static_cast<std::size_t>(row)].text;
-        if (held == text) return;
-        changed -= differs(held, original[row]);
-        count(held, -1);
-        held = text;
-        count(held, 1);
-        changed += differs(held, original[row]);
-        Q_EMIT dataChanged(index(row, InputGrid::Value), index(row, InputGrid::Value));
-    }
-    const QString& text(int row) const { return rows[static_cast<std::size_t>(row)].text; }
-    QString shown(int row) const { return rules.format ? rules.format(text(row)) : text(row); }
-
-    int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : static_cast<int>(rows.size());
-    }
-    int columnCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : InputGrid::Value + 1;
-    }
-    QVariant data(const QModelIndex& index, int role) const override {
-        if (role == Qt::TextAlignmentRole) return alignment(index.column());
-        if (!index.isValid() || role != Qt::DisplayRole) return {};
-        const InputRow& row = rows[static_cast<std::size_t>(index.row())];
-        switch (index.column()) {
-            case InputGrid::Code:
-                return row.syainCode;
-            case InputGrid::Shimei:
-                return row.shimei;
-            case InputGrid::Syozoku:
-                return row.syozoku;
-            case InputGrid::Yakusyoku:
-                return row.yakusyoku;
-            default:
-                return shown(index.row());
-        }
-    }
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
-        if (orientation != Qt::Horizontal) return {};
-        if (role == Qt::TextAlignmentRole) return alignment(section);
-        const QStringList headings{QStringLiteral("社員コード"), QStringLiteral("氏名"),
-                                   QStringLiteral("所属大"), QStringLiteral("役職"), rules.heading};
-        return role == Qt::DisplayRole ? headings.value(section) : QVariant();
-    }
-
-    CellRules rules;
-    std::vector<InputRow> rows;
-    QStringList original;
-    double total = 0;
-    int changed = 0;
-    int filled = 0;  ///< rows with any text
-
-  private:
-    /// "10,000" typed over 10000 is no change.
-    bool differs(const QString& a, const QString& b) const {
-        if (a == b) return false;
-        return !rules.number || a.isEmpty() || b.isEmpty() || rules.number(a) != rules.number(b);
-    }
-    int alignment(int column) const {
-        const bool right = column == InputGrid::Value && rules.choices.isEmpty();
-        return int((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    }
-    void count(const QString& text, int sign) {
-        filled += text.isEmpty() ? 0 : sign;
-        if (rules.number) total += sign * rules.number(text);
-    }
-};
 
 /// Opens the cells. Their texts go into the model as they are typed, their keys are the grid's.
 class InputGrid::Delegate : public QStyledItemDelegate {
@@ -131,7 +46,9 @@ class InputGrid::Delegate : public QStyledItemDelegate {
 
 // ---- Grid ------------------------------------------------------------------------------------------------
 
-InputGrid::InputGrid(QWidget* parent) : Table(parent), model_(new InputModel(this)) {
+InputGrid::InputGrid(QWidget* parent)
+    : Table(parent), model_(new InputModel(this)), undo_(new QUndoStack(this)) {
+    setSelectionMode(ContiguousSelection);
     setObjectName(QStringLiteral("Picture1"));
     verticalScrollBar()->setObjectName(QStringLiteral("VScroll1"));
     setItemDelegate(new Delegate(this));
@@ -144,6 +61,7 @@ InputGrid::~InputGrid() = default;
 void InputGrid::setContent(CellRules rules, std::vector<InputRow> rows) {
     if (open_ >= 0) closeCell(open_);
     open_ = -1;
+    undo_->clear();
     model_->reset(std::move(rules), std::move(rows));
     const int count = model_->rowCount();
     setVerticalScrollBarPolicy(count > kRowsInSight ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
@@ -155,26 +73,27 @@ void InputGrid::setContent(CellRules rules, std::vector<InputRow> rows) {
 }
 
 const std::vector<InputRow>& InputGrid::rows() const {
-    return model_->rows;
+    return model_->rows();
 }
 
 const CellRules& InputGrid::rules() const {
-    return model_->rules;
+    return model_->rules();
 }
 
 int InputGrid::changedRows() const {
-    return model_->changed;
+    return model_->changed();
 }
 
 int InputGrid::filledRows() const {
-    return model_->filled;
+    return model_->filled();
 }
 
 double InputGrid::total() const {
-    return model_->total;
+    return model_->total();
 }
 
 void InputGrid::focusRow(int row) {
+    anchor_ = row;
     setCurrentIndex(model_->index(row, Value));
     if (QWidget* cell = editor()) cell->setFocus(Qt::OtherFocusReason);
     if (auto* edit = qobject_cast<QLineEdit*>(editor())) edit->selectAll();
@@ -185,26 +104,27 @@ QWidget* InputGrid::editor() const {
 }
 
 QWidget* InputGrid::makeEditor(QWidget* parent, int row) {
-    QWidget* made = model_->rules.choices.isEmpty() ? makeTextCell(parent, row) : makeChoiceCell(parent, row);
-    made->setAccessibleName(model_->rules.heading + u' ' +
-                            model_->rows[static_cast<std::size_t>(row)].shimei);
+    QWidget* made =
+        model_->rules().choices.isEmpty() ? makeTextCell(parent, row) : makeChoiceCell(parent, row);
+    made->setAccessibleName(model_->rules().heading + u' ' +
+                            model_->rows()[static_cast<std::size_t>(row)].shimei);
     made->installEventFilter(this);
     return made;
 }
 
 QWidget* InputGrid::makeTextCell(QWidget* parent, int row) {
-    auto* edit = new QLineEdit(model_->shown(row), parent);
+    auto* edit = new QLineEdit(model_->editable(row), parent);
     edit->setObjectName(QStringLiteral("Text1_%1").arg(row));
     edit->setFrame(false);
     edit->setTextMargins(0, 0, widgets::kGrid / 2, 0);  // where the cells without a cursor show their text
     edit->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    edit->setAttribute(Qt::WA_InputMethodEnabled, false);
+    widgets::admitOnly(edit, model_->rules().characters);
     // What comes by the clipboard goes through the grid's paste, which judges it.
     edit->setContextMenuPolicy(Qt::NoContextMenu);
     edit->setAcceptDrops(false);
-    connect(edit, &QLineEdit::textEdited, this, [this](const QString& text) {
+    connect(edit, &QLineEdit::textEdited, this, [this, edit] {
         typed_ = true;
-        take(text);
+        take(edit->text());
     });
     return edit;
 }
@@ -212,7 +132,7 @@ QWidget* InputGrid::makeTextCell(QWidget* parent, int row) {
 QWidget* InputGrid::makeChoiceCell(QWidget* parent, int row) {
     auto* combo = new QComboBox(parent);
     combo->setObjectName(QStringLiteral("DataCombo1_%1").arg(row));
-    combo->addItems(model_->rules.choices);
+    combo->addItems(model_->rules().choices);
     // A stored word that the list does not know stays visible until another one is chosen.
     const QString held = model_->text(row);
     if (!held.isEmpty() && combo->findText(held) < 0) combo->addItem(held);
@@ -231,18 +151,40 @@ void InputGrid::showText(const QString& text) {
 }
 
 void InputGrid::take(const QString& text) {
-    if (open_ < 0) return;
-    model_->setText(open_, text);
+    if (open_ < 0 || text == model_->text(open_)) return;
+    undo_->push(new SetTexts(model_, {{open_, model_->text(open_), text}}, stay_));
+    markCell();
     Q_EMIT changed();
+}
+
+void InputGrid::enter(const QString& text) {
+    if (open_ < 0) return;
+    ++stay_;
+    typed_ = true;
+    take(text);
+    focusRow(open_);
+    showText(text);
+}
+
+/// The open cell says what the others say by their ground and their tool tips.
+void InputGrid::markCell() {
+    QWidget* cell = editor();
+    if (!cell) return;
+    QPalette palette = window()->palette();
+    if (model_->isChanged(open_)) palette.setColor(QPalette::Base, widgets::changedColor());
+    cell->setPalette(palette);
+    cell->setToolTip(model_->further(open_));
 }
 
 void InputGrid::openCell(int row) {
     open_ = row;
     typed_ = false;
+    ++stay_;
     openPersistentEditor(model_->index(row, Value));
     QWidget* cell = editor();
     setTabOrder(this, cell);
-    if (opened) opened(cell);
+    markCell();
+    if (cellOpened) cellOpened(cell);
 }
 
 /// The toolkit deletes a closed cell later; until then it must not answer to the name of a new one.
@@ -272,7 +214,7 @@ void InputGrid::focusInEvent(QFocusEvent* event) {
 
 bool InputGrid::judgeCell() {
     if (open_ < 0) return true;
-    const CellRules& rules = model_->rules;
+    const CellRules& rules = model_->rules();
     if (rules.leave) {
         if (const auto refusal = rules.leave(model_->text(open_))) {
             if (refusal->replacement) {
@@ -285,9 +227,12 @@ bool InputGrid::judgeCell() {
             return false;
         }
     }
-    if (typed_ && rules.settle) take(rules.settle(model_->text(open_)));
+    if (typed_ && rules.settle) {
+        model_->setText(open_, rules.settle(model_->text(open_)));  // the same value: no step of undo
+        Q_EMIT changed();
+    }
     typed_ = false;
-    if (rules.choices.isEmpty()) showText(model_->shown(open_));
+    if (rules.choices.isEmpty()) showText(model_->editable(open_));
     return true;
 }
 
@@ -295,19 +240,19 @@ bool InputGrid::judgeCell() {
 
 bool InputGrid::eventFilter(QObject* watched, QEvent* event) {
     if (watched != editor()) return Table::eventFilter(watched, event);
-    const bool choice = !model_->rules.choices.isEmpty();
+    const bool choice = !model_->rules().choices.isEmpty();
     if (event->type() == QEvent::Wheel && choice) {
         event->ignore();  // the wheel scrolls the grid; it must not change a choice it passes over
         return true;
     }
     if (event->type() != QEvent::KeyPress) return false;
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->matches(QKeySequence::Paste)) {
-        paste();
-        return true;
-    }
-    if (moves(*key)) return true;
-    return !choice && widgets::isRefusedKey(*key, model_->rules.characters);
+    // The cell's own editing commands give way to the grid's.
+    if (key->matches(QKeySequence::Paste)) return paste(), true;
+    if (key->matches(QKeySequence::Undo)) return undo(), true;
+    if (key->matches(QKeySequence::Redo)) return redo(), true;
+    if (key->matches(QKeySequence::Copy) && (choice || block().size() > 1)) return copy(), true;
+    return moves(*key);
 }
 
 /// Escape is the form's. Everything else that reaches the grid itself moves through its rows.
@@ -322,20 +267,21 @@ bool InputGrid::moves(const QKeyEvent& key) {
     const Qt::KeyboardModifiers held = key.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
     const int last = model_->rowCount() - 1;
     const bool ends = held == Qt::ControlModifier;
+    const bool extend = key.modifiers() & Qt::ShiftModifier;
     if (held != Qt::NoModifier && !ends) return false;
     switch (key.key()) {
         case Qt::Key_Home:
-            return ends && goTo(0);
+            return ends && goTo(0, extend);
         case Qt::Key_End:
-            return ends && goTo(last);
+            return ends && goTo(last, extend);
         case Qt::Key_Up:
-            return !ends && goTo(open_ - 1);
+            return !ends && goTo(open_ - 1, extend);
         case Qt::Key_Down:
-            return !ends && goTo(open_ + 1);
+            return !ends && goTo(open_ + 1, extend);
         case Qt::Key_PageUp:
-            return !ends && goTo(std::max(0, open_ - kRowsInSight));
+            return !ends && goTo(std::max(0, open_ - kRowsInSight), extend);
         case Qt::Key_PageDown:
-            return !ends && goTo(std::min(last, open_ + kRowsInSight));
+            return !ends && goTo(std::min(last, open_ + kRowsInSight), extend);
         case Qt::Key_Return:
         case Qt::Key_Enter:
         case Qt::Key_Tab:
@@ -348,9 +294,15 @@ bool InputGrid::moves(const QKeyEvent& key) {
 }
 
 /// True always: the key is dealt with, whether or not the cell may be left.
-bool InputGrid::goTo(int row) {
+bool InputGrid::goTo(int row, bool extend) {
     if (row < 0 || row >= model_->rowCount() || row == open_) return true;
-    if (!mayLeave || mayLeave()) focusRow(row);
+    if (mayLeave && !mayLeave()) return true;
+    const int anchor = anchor_;
+    focusRow(row);
+    if (!extend) return true;
+    anchor_ = anchor;
+    selectionModel()->select(QItemSelection(model_->index(anchor, 0), model_->index(row, Value)),
+                             QItemSelectionModel::ClearAndSelect);
     return true;
 }
 
@@ -361,26 +313,106 @@ bool InputGrid::stepOn(bool forward) {
     return true;
 }
 
-// ---- Paste -----------------------------------------------------------------------------------------------
+// ---- Undo, copy and paste --------------------------------------------------------------------------------
+
+void InputGrid::undo() {
+    if (!undo_->canUndo()) return;
+    undo_->undo();
+    showUndone();
+}
+
+void InputGrid::redo() {
+    if (!undo_->canRedo()) return;
+    undo_->redo();
+    showUndone();
+}
+
+/// Goes to the row that changed last.
+void InputGrid::showUndone() {
+    ++stay_;
+    if (model_->touched() != open_) focusRow(model_->touched());
+    showText(model_->rules().choices.isEmpty() ? model_->editable(open_) : model_->text(open_));
+    typed_ = true;
+    markCell();
+    Q_EMIT changed();
+}
+
+std::vector<int> InputGrid::block() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows(Code)) rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void InputGrid::copy() {
+    QStringList values;
+    for (const int row : block()) values << model_->text(row);
+    QGuiApplication::clipboard()->setText(values.join(u'\n'));
+}
+
+void InputGrid::copyWithHeads() {
+    std::vector<int> rows = block();
+    if (rows.size() < 2) {
+        rows.resize(static_cast<std::size_t>(model_->rowCount()));
+        std::iota(rows.begin(), rows.end(), 0);
+    }
+    const auto line = [this](auto&& cell) {
+        QStringList cells;
+        for (int column = 0; column <= Value; ++column) cells << cell(column);
+        return cells.join(u'\t');
+    };
+    QStringList lines{line([this](int column) {
+        return model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    })};
+    for (const int row : rows)
+        lines << line([this, row](int column) {
+            return column == Value ? model_->text(row) : model_->index(row, column).data().toString();
+        });
+    QGuiApplication::clipboard()->setText(lines.join(u'\n'));
+}
 
 void InputGrid::paste() {
-    auto column = pastedColumn(QGuiApplication::clipboard()->text());
-    const bool typedCells = model_->rules.choices.isEmpty();
-    if (column)
-        for (QString& text : *column) {
-            if (typedCells) text = plainNumber(text);
-            if (model_->rules.settle) text = model_->rules.settle(text);
-        }
-    const auto fault =
-        column ? pasteFault(*column) : std::optional(QStringLiteral("貼り付けられるのは１列だけです。"));
-    if (fault) {
+    if (open_ < 0) return;
+    const QString text = QGuiApplication::clipboard()->text();
+    if (const auto people = readPastedPeople(text, model_->rows(), model_->rules()))
+        pasteByCode(*people);
+    else
+        pasteDown(pastedColumn(text));
+}
+
+void InputGrid::pasteByCode(const std::vector<PastedPerson>& people) {
+    if (mayLeave && !mayLeave()) return;
+    frmSHaritsuke preview(people, model_->rules(), window());
+    if (preview.exec() != QDialog::Accepted) return;
+    std::vector<SetTexts::Change> changes;
+    for (const PastedPerson& person : people)
+        if (person.fate == PastedPerson::Fate::Changes)
+            changes.push_back({person.row, model_->text(person.row), person.text});
+    give(std::move(changes));
+}
+
+void InputGrid::pasteDown(const QStringList& column) {
+    if (const auto fault = pasteFault(column)) {
         shell::tell(window(), *fault + QStringLiteral("\n貼り付けは行いません。"),
                     QStringLiteral("貼り付けの確認"), shell::BoxIcon::Warning);
         return;
     }
-    for (int i = 0; i < column->size(); ++i) model_->setText(open_ + i, column->at(i));
+    std::vector<SetTexts::Change> changes;
+    for (int i = 0; i < column.size(); ++i) {
+        const QString text = model_->rules().typed(column[i]);
+        if (model_->rules().differ(model_->text(open_ + i), text))
+            changes.push_back({open_ + i, model_->text(open_ + i), text});
+    }
+    give(std::move(changes));
+}
+
+void InputGrid::give(std::vector<SetTexts::Change> changes) {
+    if (changes.empty()) return;
+    ++stay_;
+    undo_->push(new SetTexts(model_, std::move(changes)));
     typed_ = false;
-    showText(typedCells ? model_->shown(open_) : model_->text(open_));
+    showText(model_->rules().choices.isEmpty() ? model_->editable(open_) : model_->text(open_));
+    markCell();
     Q_EMIT changed();
 }
 
@@ -390,15 +422,11 @@ std::optional<QString> InputGrid::pasteFault(const QStringList& texts) const {
         return QStringLiteral("貼り付ける値は%1行ありますが、この行から下は%2行です。")
             .arg(texts.size())
             .arg(room);
-    const CellRules& rules = model_->rules;
+    const CellRules& rules = model_->rules();
     for (int i = 0; i < texts.size(); ++i) {
-        QString why;
-        if (const auto refusal = rules.save ? rules.save(texts[i]) : std::nullopt)
-            why = refusal->text;
-        else if (!rules.choices.isEmpty() && !rules.choices.contains(texts[i]))
-            why = QStringLiteral("一覧にない値です。");
+        const QString why = rules.fault(texts[i]);
         if (why.isEmpty()) continue;
-        const InputRow& row = model_->rows[static_cast<std::size_t>(open_ + i)];
+        const InputRow& row = model_->rows()[static_cast<std::size_t>(open_ + i)];
         return QStringLiteral("%1行目の値（%2 %3）を入力できません。\n%4")
             .arg(i + 1)
             .arg(row.syainCode, row.shimei, why);
@@ -453,7 +481,7 @@ InputGridForm::InputGridForm(const QString& name, shell::House& house, QWidget* 
     command1_->setEnabled(false);
     grid_->setPlaceholder(QStringLiteral("入力する社員はいません。"));
     grid_->mayLeave = [this] { return passesLeaveCheck(); };
-    grid_->opened = [this](QWidget* cell) {
+    grid_->cellOpened = [this](QWidget* cell) {
         if (auto* edit = qobject_cast<QLineEdit*>(cell))
             validateOnLeave(edit, [this] { return grid_->judgeCell(); }, {command2_, command3_});
     };
@@ -473,8 +501,34 @@ void InputGridForm::build() {
     total_->setAlignment(Qt::AlignRight);
     column->addWidget(total_);
     column->addLayout(panels_);
-    column->addLayout(widgets::buttonRow({command3_}, {command2_, command1_}));
+    column->addLayout(widgets::buttonRow({command3_, makeEditMenu()}, {command2_, command1_}));
     setMinimumWidth(widgets::twips(10500));
+}
+
+QPushButton* InputGridForm::makeEditMenu() {
+    auto* button = make<QPushButton>(QStringLiteral("cmdHensyu"), QStringLiteral("編集(&E)"));
+    auto* menu = new QMenu(button);
+    const auto add = [&](const QString& text, std::initializer_list<QKeySequence> keys, auto work) {
+        QAction* action = menu->addAction(text, this, work);
+        action->setShortcuts(keys);
+        addAction(action);
+        return action;
+    };
+    QUndoStack* stack = grid_->undoStack();
+    QAction* undo = add(QStringLiteral("元に戻す(&U)"), {Qt::CTRL | Qt::Key_Z}, [this] { grid_->undo(); });
+    QAction* redo = add(QStringLiteral("やり直す(&R)"),
+                        {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z}, [this] { grid_->redo(); });
+    connect(stack, &QUndoStack::canUndoChanged, undo, &QAction::setEnabled);
+    connect(stack, &QUndoStack::canRedoChanged, redo, &QAction::setEnabled);
+    undo->setEnabled(false);
+    redo->setEnabled(false);
+    menu->addSeparator();
+    add(QStringLiteral("選んだ行の値をコピー(&C)"), {Qt::CTRL | Qt::Key_C}, [this] { grid_->copy(); });
+    add(QStringLiteral("見出しと社員も付けてコピー(&H)"), {Qt::CTRL | Qt::SHIFT | Qt::Key_C},
+        [this] { grid_->copyWithHeads(); });
+    add(QStringLiteral("貼り付け(&P)"), {Qt::CTRL | Qt::Key_V}, [this] { grid_->paste(); });
+    button->setMenu(menu);
+    return button;
 }
 
 void InputGridForm::addPanel(QWidget* panel) {

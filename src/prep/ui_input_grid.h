@@ -3,25 +3,28 @@
 #include <optional>
 #include <vector>
 
-#include "prep/run_input.h"
+#include "prep/pasted_people.h"
+#include "prep/ui_input_model.h"
 #include "shell/ui_guard.h"
 #include "shell/ui_screens.h"
 #include "widgets/form.h"
 #include "widgets/table.h"
 
 class QLabel;
+class QMenu;
 class QPushButton;
+class QUndoStack;
 class QVBoxLayout;
 
 namespace prep {
 
-class InputModel;
-
 /// A list of employees with one column to fill in: typed text, or a choice from a list. The current row's
 /// cell is open, so that typing starts at once; only rows in sight cost anything. Enter, Tab and Down go a
-/// row down, Backtab and Up a row up (Enter and Tab leave the last row as in every form), a block from a
-/// spreadsheet fills downwards from the current row or is refused whole. No cell is left before its text is
-/// admitted. Object name Picture1, its scroll bar VScroll1, the open cell Text1_<row> or DataCombo1_<row>.
+/// row down, Backtab and Up a row up (Enter and Tab leave the last row as in every form); with Shift held
+/// they choose a block. One column from a spreadsheet fills downwards from the current row or is refused
+/// whole; two and more go to their employees by 社員コード, after a preview. What was typed in one stay in a
+/// cell, and each paste, is one step of undo. No cell is left before its text is admitted. Object name
+/// Picture1, its scroll bar VScroll1, the open cell Text1_<row> or DataCombo1_<row>.
 class InputGrid : public widgets::Table {
     Q_OBJECT
   public:
@@ -41,13 +44,21 @@ class InputGrid : public widgets::Table {
 
     /// Makes the row current and puts the focus into its cell.
     void focusRow(int row);
+    /// Types a text into the current row's cell.
+    void enter(const QString& text);
+    QUndoStack* undoStack() const { return undo_; }
+    void undo();
+    void redo();
+    void copy();           ///< the values of the chosen block
+    void copyWithHeads();  ///< the chosen block, or all rows, with employees and headings
+    void paste();
     /// Judges the open cell's text as it is left: a box and the focus stays when it may not stand.
     bool judgeCell();
 
     /// Asked before the current row changes by keys, mouse or paste; set by the form (its check on leaving).
     std::function<bool()> mayLeave;
     /// Told about each cell that opens: the form attaches its checks to it.
-    std::function<void(QWidget* editor)> opened;
+    std::function<void(QWidget* editor)> cellOpened;
 
   Q_SIGNALS:
     void changed();  ///< a text changed
@@ -71,14 +82,22 @@ class InputGrid : public widgets::Table {
     void openCell(int row);
     void closeCell(int row);
     void take(const QString& text);
+    void markCell();
     bool moves(const QKeyEvent& key);
-    bool goTo(int row);
+    bool goTo(int row, bool extend = false);
     bool stepOn(bool forward);
-    void paste();
+    std::vector<int> block() const;
+    void showUndone();
+    void pasteDown(const QStringList& column);
+    void pasteByCode(const std::vector<PastedPerson>& people);
+    void give(std::vector<SetTexts::Change> changes);
     std::optional<QString> pasteFault(const QStringList& texts) const;
     void keepRowsInSight();
 
     InputModel* model_;
+    QUndoStack* undo_;
+    int stay_ = 0;    // counts the stays in cells: what is typed in one of them is one step
+    int anchor_ = 0;  // where a block began
     int open_ = -1;
     bool typed_ = false;   // the open cell holds what was typed since it was opened or left
     bool moving_ = false;  // the current row is changing
@@ -90,8 +109,9 @@ QString methodName(const shell::GlobalRecord& global);
 RunTable methodTable(const shell::GlobalRecord& global);
 
 /// What the screens with such a grid have in common: Label8 (criterion and number of employees), the grid,
-/// Label5 (guidance), the running total, Command1 更新(&U), Command2 キャンセル(&C), Command3 help; Esc and
-/// Command2 ask before changes are thrown away. A screen calls load() and says how it stores.
+/// Label5 (guidance), the running total, Command1 更新(&U), Command2 キャンセル(&C), Command3 help, a menu
+/// with undo, copy and paste; Esc and Command2 ask before changes are thrown away. A screen calls load() and
+/// says how it stores.
 class InputGridForm : public widgets::Form {
     Q_OBJECT
   public:
@@ -106,6 +126,8 @@ class InputGridForm : public widgets::Form {
     void load(CellRules rules, std::vector<InputRow> rows);
     /// Puts a panel between the grid and the buttons.
     void addPanel(QWidget* panel);
+    /// Types a text into the cell of the current employee.
+    void enter(const QString& text) { grid_->enter(text); }
     /// Writes the rows; runs in a transaction of its own, a nested one where one stands open already. An
     /// answer names a difference between the grid's employees and a table's rows: all is rolled back and the
     /// box tells it; the screen stays with what was typed.
@@ -117,6 +139,7 @@ class InputGridForm : public widgets::Form {
 
   private:
     void build();
+    QPushButton* makeEditMenu();
     void Command1_Click();
     bool refuses();
     void showTotal();

@@ -150,8 +150,6 @@ TEST_F(Grids, RefuseAWholeBlockThatDoesNotFit) {
         paste(form, u"20000\r\n0\r\n30000\r\n"_s);
         refused(u"貼り付ける値は4行ありますが、この行から下は3行です。"_s);
         paste(form, u"1\n2\n3\n4\n"_s);
-        refused(u"貼り付けられるのは１列だけです。"_s);
-        paste(form, u"1\t2\n"_s);
         EXPECT_EQ(values(form), QStringList(4, u"10,000"_s));
         paste(form, u"￥２０，０００\r\n30,000\r\n"_s);
         EXPECT_EQ(values(form), (QStringList{u"10,000"_s, u"20,000"_s, u"30,000"_s, u"10,000"_s}));
@@ -161,6 +159,73 @@ TEST_F(Grids, RefuseAWholeBlockThatDoesNotFit) {
         expectLoss(2, BoxAnswer::Yes);
         cancel(form);
     });
+}
+
+TEST_F(Grids, TakeBackCopyAndGiveByCode) {
+    keep(3);
+    global_.settei_meisyou = u"05"_s;
+    const QStringList code = codes();
+    for (int i = 0; i < 3; ++i)
+        sql(u"update S実行個人別計算 set 出勤係数 = ? where 社員Code = ?"_s, {1.23456 + i, code[i]});
+    const auto copied = [](QDialog& form, Qt::KeyboardModifiers keys) {
+        press(form, Qt::Key_C, keys);
+        return QGuiApplication::clipboard()->text();
+    };
+    const auto tinted = [](QDialog& form) {
+        QString signs;
+        const auto* model = control<QTableView>(form, kGrid).model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            signs +=
+                model->index(row, prep::InputGrid::Value).data(Qt::BackgroundRole).isValid() ? u'x' : u'-';
+        return signs;
+    };
+    open<prep::frmSJikkou03>(u"1"_s, u"3"_s, [&](QDialog& form) {
+        const QStringList first = values(form);
+        EXPECT_EQ(first[0] + text(form, u"Text1_0"_s), u"約 1.2351.23456"_s);
+        type(form, u"Text1_0"_s, u"1.5"_s, Qt::Key_Down);
+        type(form, u"Text1_1"_s, u"3"_s);
+        EXPECT_EQ(tinted(form), u"xx-"_s);
+        press(form, Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(text(form, u"Text1_1"_s) + tinted(form), u"2.23456x--"_s);
+        press(form, Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(focused(form) + tinted(form), u"Text1_0---"_s);
+        EXPECT_EQ(values(form), first);
+        press(form, Qt::Key_Y, Qt::ControlModifier);
+        EXPECT_EQ(text(form, u"Text1_0"_s), u"1.500"_s);
+
+        const QStringList whole = copied(form, Qt::ControlModifier | Qt::ShiftModifier).split(u'\n');
+        EXPECT_EQ(whole[0], u"社員コード\t氏名\t所属大\t役職\t係数"_s);
+        EXPECT_TRUE(whole[3].startsWith(code[2] + u'\t') && whole[3].endsWith(u"\t3.23456"_s));
+        press(form, Qt::Key_Down, Qt::ShiftModifier);
+        EXPECT_EQ(copied(form, Qt::ControlModifier), u"1.5\n2.23456"_s);
+
+        const auto preview = [&](const QStringList& results, const QString& button) {
+            driver_.onScreen(u"frmSHaritsuke"_s, [=](QDialog& seen) {
+                EXPECT_EQ(rows(seen, u"DataGrid1"_s, 4), results);
+                click(seen, button);
+            });
+        };
+        const QString nobody = u"この一覧にいない社員です。貼り付けません"_s, changes = u"変わります"_s;
+        preview({u"数字として読めません。"_s, u"同じ社員コードが2回あります。"_s}, u"Command2"_s);
+        paste(form, u"%1\tabc\n%1\t2\n"_s.arg(code[0]));
+        EXPECT_EQ(tinted(form), u"x--"_s);
+        preview({changes, nobody, u"いまの値と同じです"_s}, u"Command1"_s);
+        paste(form, u"係数\t社員Code\r\n４\t%1\r\n5\t999999\r\n1.5\t%2\r\n"_s.arg(
+                        QString::number(code[2].toInt()), code[0]));
+        EXPECT_EQ(values(form).last() + tinted(form), u"4.000x-x"_s);
+        press(form, Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(values(form).last() + tinted(form), first.last() + u"x--"_s);
+        press(form, Qt::Key_Home, Qt::ControlModifier);
+        type(form, u"Text2"_s, u"3"_s);
+        type(form, u"Text3"_s, u"4"_s);
+        click(form, u"Command4"_s);  // the calculator's result
+        EXPECT_EQ(text(form, u"Text1_0"_s), u"0.750"_s);
+        driver_.expectBox(u"総額配分の係数にも同じ値をコピーしますか？"_s, u"係数コピーの確認"_s,
+                          BoxAnswer::No);
+        click(form, u"Command1"_s);
+    });
+    EXPECT_EQ(stored(u"S実行個人別計算"_s, u"出勤係数"_s),
+              (QStringList{u"0.75"_s, u"2.23456"_s, u"3.23456"_s}));
 }
 
 TEST_F(Grids, StoreNothingWhereEmployeesDifferOrTheWriteFails) {

@@ -61,6 +61,16 @@ TEST_F(RunInputTest, WritesRowByRowOnlyWhereTheEmployeesAgree) {
     EXPECT_EQ(prep::writeInputRows(cn_, kRun, base, rows), std::nullopt);
     EXPECT_EQ(column(u"S実行個人別計算"_s), u"1234567 10000 0.5"_s);
     EXPECT_EQ(column(u"S実行総額配分"_s), u"10000 10000 10000"_s);
+    // Digits beyond those of a text stay, where the value was read and where it is copied to.
+    sql(u"update S実行個人別計算 set 出勤係数 = 0.1 + 0.2"_s);
+    const prep::InputTarget factor{prep::RunTable::KojinBetsu, u"出勤係数"_s};
+    const auto factors = load(factor.column);
+    for (const auto table : {prep::RunTable::KojinBetsu, prep::RunTable::SougakuHaibun}) {
+        EXPECT_EQ(prep::writeInputRows(cn_, kRun, {table, factor.column}, factors), std::nullopt);
+        EXPECT_EQ(
+            read(u"select count(*) from %1 where 出勤係数 = 0.1 + 0.2"_s.arg(prep::runTableName(table))),
+            QStringList{u"3"_s});
+    }
     rows[1].text = QString();
     EXPECT_THROW(prep::writeInputRows(cn_, kRun, base, rows), store::Error);
     const QByteArray before = support::dump(cn_);
@@ -107,13 +117,15 @@ TEST(CellRulesTest, AdmitWhatEachGridTakes) {
     const auto* missing = u"未入力ヶ所があります";
     const auto* most = u"999.999以下を入力してください。";
     const auto* least = u"0.001以上を入力してください。";
+    const auto* none = u"数字として読めません。";
     const auto* bad = u"不正な入力がありました。暫定的に1.000にします。";
     expectCells(prep::typedAmountRules(), {{u"", u"空欄なので0にします。", u"0", missing, u""},
                                            {u"0", u"", u"", u"", u"0"},
                                            {u"1,000,000", u"", u"", u"", u"1,000,000"},
                                            {u"99999999", u"", u"", u"", u"99,999,999"},
                                            {u"100000000", range, u"", range, u"100,000,000"},
-                                           {u"12x", range, u"", range, u"12x"},
+                                           {u"12x", range, u"", none, u"12x"},
+                                           {u"3,5", range, u"", none, u"3,5"},
                                            {u"-1", range, u"", range, u"-1"}});
     expectCells(prep::baseAmountRules(), {{u"", u"空欄なので10000にします。", u"10000", missing, u""},
                                           {u"0", range, u"", range, u"0"},
@@ -121,8 +133,8 @@ TEST(CellRulesTest, AdmitWhatEachGridTakes) {
                                           {u"100,000,000", range, u"", range, u"100,000,000"}});
     expectCells(prep::coefficientRules(),
                 {{u"", u"空欄なので1.000にします。", u"1", missing, u""},
-                 {u"1.2.3", bad, u"1", least, u"1.2.3"},
-                 {u".", bad, u"1", least, u"."},
+                 {u"1.2.3", bad, u"1", none, u"1.2.3"},
+                 {u".", bad, u"1", none, u"."},
                  {u"0.000", u"0.000は暫定的に1.000にします。", u"1", least, u"0.000"},
                  {u"0.0004", u"", u"", u"", u"0.000"},
                  {u"999.9994", u"", u"", u"", u"999.999"},
