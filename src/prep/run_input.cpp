@@ -54,9 +54,22 @@ QString surplus(const QStringList& codes, const QStringList& others) {
     return more.size() > kNamed ? named + QStringLiteral(" ほか%1人").arg(more.size() - kNamed) : named;
 }
 
-QString difference(const QString& table, const QStringList& inTable, const QStringList& inGrid) {
-    QStringList lines{
-        QStringLiteral("画面の社員と「%1」の社員が一致しないため、更新しませんでした。").arg(table)};
+/// As the menus of the run call what a table holds.
+QString officeName(RunTable table) {
+    switch (table) {
+        case RunTable::TaiouSyain:
+            return QStringLiteral("対象者⇔配分基準の対応");
+        case RunTable::KojinBetsu:
+            return QStringLiteral("個人別計算");
+        case RunTable::SougakuHaibun:
+            return QStringLiteral("総額配分");
+    }
+    Q_UNREACHABLE();
+}
+
+QString difference(RunTable table, const QStringList& inTable, const QStringList& inGrid) {
+    QStringList lines{QStringLiteral("画面の社員と「%1」の社員が一致しないため、更新しませんでした。")
+                          .arg(officeName(table))};
     const QString onlyTable = surplus(inTable, inGrid);
     const QString onlyGrid = surplus(inGrid, inTable);
     if (!onlyTable.isEmpty()) lines << QStringLiteral("画面にいない社員: ") + onlyTable;
@@ -187,7 +200,7 @@ std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey
     const TableRows there = readTableRows(cn, run, table, target.column);
     QStringList codes;
     for (const InputRow& row : rows) codes << row.syainCode;
-    if (codes != there.codes) return difference(table, there.codes, codes);
+    if (codes != there.codes) return difference(target.table, there.codes, codes);
 
     const store::TypeKind kind = kindOf(table, target.column);
     store::Statement update =

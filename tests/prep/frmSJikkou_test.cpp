@@ -241,7 +241,7 @@ TEST_F(Grids, StoreNothingWhereEmployeesDifferOrTheWriteFails) {
         press(form, Qt::Key_Tab);
         const QByteArray before = dump(cn_);
         driver_.expectBox(
-            u"画面の社員と「S実行個人別計算」の社員が一致しないため、更新しませんでした。\n画面にいない社員: "
+            u"画面の社員と「個人別計算」の社員が一致しないため、更新しませんでした。\n画面にいない社員: "
             u"%1\n"
             "個人データの取込と、対象者⇔配分基準の対応を確かめてください。"_s.arg(dropped),
             u"社員の不一致"_s, BoxAnswer::Ok, shell::BoxIcon::Warning);
@@ -299,7 +299,7 @@ TEST_F(Grids, CopyACoefficientToTheOtherMethodOnAYes) {
         type(form, u"Text1_0"_s, u"3"_s);
         driver_.expectBox(toPool, u"係数コピーの確認"_s, BoxAnswer::Yes);
         driver_.expectBox(
-            u"画面の社員と「S実行総額配分」の社員が一致しないため、更新しませんでした。\n登録先にいない社員: "
+            u"画面の社員と「総額配分」の社員が一致しないため、更新しませんでした。\n登録先にいない社員: "
             u"%1\n"
             "個人データの取込と、対象者⇔配分基準の対応を確かめてください。"_s.arg(codes()[1]),
             u"社員の不一致"_s);
