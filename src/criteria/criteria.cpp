@@ -4,8 +4,8 @@ namespace criteria {
 
 std::vector<Kubun> kubunList(store::Connection& cn) {
     std::vector<Kubun> list;
-    const auto rows =
-        cn.query(QStringLiteral("select Code,配分区分 from S配分区分 where 表示 <> 0 Order by Cint(Code)"));
+    const auto rows = cn.query(
+        QStringLiteral("select Code,配分区分 from S配分区分 where 表示 <> 0 Order by CodeKey(Code)"));
     for (int i = 0; i < rows.recordCount(); ++i)
         list.push_back({rows.valueAt(i, 0).toText(), rows.valueAt(i, 1).toText()});
     return list;
@@ -22,7 +22,7 @@ std::vector<Kijun> readKijun(store::Connection& cn, const QString& condition, co
     const auto rows =
         cn.query(QStringLiteral("select Code,配分基準,個人別計算,総額配分,金一封,特別加算金 from S配分基準 "
                                 "where 表示 <> 0 AND 配分区分 = ? ") +
-                     condition + QStringLiteral(" Order by Cint(Code)"),
+                     condition + QStringLiteral(" Order by CodeKey(Code)"),
                  binds);
     for (int i = 0; i < rows.recordCount(); ++i) {
         Kijun kijun{rows.valueAt(i, 0).toText(), rows.valueAt(i, 1).toText(), {}};

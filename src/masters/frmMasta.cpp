@@ -116,8 +116,8 @@ void frmMasta::addGrid() {
 
 store::TableQuery frmMasta::query() const {
     const QString order = kind_.underOther
-                              ? QStringLiteral("Cint(%1),Cint(Code)").arg(kind_.column(kind_.other))
-                              : QStringLiteral("Cint(Code)");
+                              ? QStringLiteral("CodeKey(%1),CodeKey(Code)").arg(kind_.column(kind_.other))
+                              : QStringLiteral("CodeKey(Code)");
     return {kind_.tableName(), {}, {}, order};
 }
 
@@ -129,7 +129,7 @@ QStringList frmMasta::keyColumns() const {
 
 void frmMasta::rowsRead() {
     if (!other_) return;
-    const auto rows = cn().query(QStringLiteral("select Code,%1 from %2 Order by Cint(Code)")
+    const auto rows = cn().query(QStringLiteral("select Code,%1 from %2 Order by CodeKey(Code)")
                                      .arg(kind_.column(kind_.other), otherMaster(kind_)));
     std::vector<widgets::CodeList::Item> items;
     otherNames_.clear();

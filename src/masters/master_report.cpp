@@ -34,7 +34,8 @@ QString selectOf(const MasterKind& kind) {
     QStringList columns{kind.column(kind.code), kind.nameColumn()};
     for (const int position : {kind.date, kind.age})
         if (position >= 0) columns << kind.column(position);
-    return QStringLiteral("select %1 from %2 Order by Cint(Code)").arg(columns.join(u','), kind.tableName());
+    return QStringLiteral("select %1 from %2 Order by CodeKey(Code)")
+        .arg(columns.join(u','), kind.tableName());
 }
 
 /// Sections under the name of their department. A section whose department is gone does not print.
@@ -48,7 +49,7 @@ Report sectionReport(store::Connection& cn, const QString& title, const QString&
     cn.execute(QStringLiteral(
         "INSERT INTO jsyozoku select 所属大マスタ.所属大,所属小マスタ.Code,所属小マスタ.所属小,"
         "所属小マスタ.設定年月日 from 所属小マスタ INNER JOIN 所属大マスタ ON 所属小マスタ.所属大 = "
-        "所属大マスタ.Code Order by Cint(所属大マスタ.Code),Cint(所属小マスタ.Code)"));
+        "所属大マスタ.Code Order by CodeKey(所属大マスタ.Code),CodeKey(所属小マスタ.Code)"));
     const auto rows = cn.query(QStringLiteral("select * from jsyozoku order by rowid"));
     cn.execute(drop);
     transaction.commit();
@@ -59,10 +60,10 @@ Report sectionReport(store::Connection& cn, const QString& title, const QString&
 
 Report relationReport(store::Connection& cn, const QString& title, const QString& company) {
     constexpr int kGroupLeft = 5102;
-    const auto rows = cn.query(
-        QStringLiteral("select 続柄マスタ.Code,続柄マスタ.続柄,続柄マスタ.続柄グループ AS 続柄G,"
-                       "続柄グループマスタ.続柄グループ from 続柄マスタ left join 続柄グループマスタ on "
-                       "続柄マスタ.続柄グループ = 続柄グループマスタ.Code Order by Cint(続柄マスタ.Code)"));
+    const auto rows = cn.query(QStringLiteral(
+        "select 続柄マスタ.Code,続柄マスタ.続柄,続柄マスタ.続柄グループ AS 続柄G,"
+        "続柄グループマスタ.続柄グループ from 続柄マスタ left join 続柄グループマスタ on "
+        "続柄マスタ.続柄グループ = 続柄グループマスタ.Code Order by CodeKey(続柄マスタ.Code)"));
     const QString group = QStringLiteral("続柄グループ");
     const QString name = QStringLiteral("続柄");
     Report report =

@@ -20,8 +20,8 @@ std::vector<CodeChoice> read(store::Connection& cn, const QString& item, const Q
                              const store::Binds& binds) {
     const QString since = isDated(item) ? kSince : u"NULL"_s;
     const QString parent = item == kSyozokuSyou ? u"所属大"_s : u"NULL"_s;
-    auto row = cn.prepare(u"SELECT Code,%1,%2,%3 FROM %4%5 ORDER BY Cint(Code)"_s.arg(item, since, parent,
-                                                                                      masterOf(item), where));
+    auto row = cn.prepare(u"SELECT Code,%1,%2,%3 FROM %4%5 ORDER BY CodeKey(Code)"_s.arg(
+        item, since, parent, masterOf(item), where));
     row.bindAll(binds);
     std::vector<CodeChoice> choices;
     while (row.step())

@@ -31,10 +31,9 @@ const QString kReminder =
 frmJinjiIdou2::frmJinjiIdou2(shell::House& house, QWidget* parent)
     : PersonRecordForm(u"frmJinjiIdou2"_s, u"異動履歴"_s, u"異動テーブル"_s, u"異動日 DESC"_s, house,
                        parent) {
-    shell::guarded(this, [this] {
-        items_ = EntryItems::read(cn());
-        for (std::size_t i = 0; i < masters_.size(); ++i) masters_[i] = codeChoices(cn(), kItems[i]);
-    });
+    shell::guarded(this, [this] { items_ = EntryItems::read(cn()); });
+    for (std::size_t i = 0; i < masters_.size(); ++i)
+        shell::guarded(this, [&] { masters_[i] = codeChoices(cn(), kItems[i]); });
     makeControls();
     bindFields();
     setGrid({{u"異動日"_s, {}, 1200},

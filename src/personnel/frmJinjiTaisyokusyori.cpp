@@ -72,7 +72,7 @@ void frmJinjiTaisyokusyori::layOut() {
 
 void frmJinjiTaisyokusyori::Form_Load() {
     person_.emplace(house_.global.cn_main->open(
-        {u"履歴書テーブル"_s, u"社員Code = ?"_s, {house_.global.syain_code}, u"Clng(社員Code)"_s}));
+        {u"履歴書テーブル"_s, u"社員Code = ?"_s, {house_.global.syain_code}, u"CodeKey(社員Code)"_s}));
     if (person_->eof() || !person_->value(u"退職フラグ"_s).toBool()) return;
     shell::tell(parentWidget(), stored(u"氏名"_s) + u" は退職処理済です。"_s, u"退職処理済データ"_s,
                 shell::BoxIcon::Information);

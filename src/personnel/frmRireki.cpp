@@ -97,7 +97,7 @@ void frmRireki::chooseWhom() {
 }
 
 store::TableQuery frmRireki::query() const {
-    const QString order = u"Clng(社員Code)"_s;
+    const QString order = u"CodeKey(社員Code)"_s;
     switch (whom_) {
         case Whom::AllStaff:
             return {kTable, u"退職フラグ = 0"_s, {}, order};
@@ -130,12 +130,10 @@ void frmRireki::makeControls() {
     kinzoku_ = make<QLabel>(u"Label6"_s);
     for (QLineEdit* date : {txtFields_[Seinengappi], txtFields_[Nyuusyabi]})
         connect(date, &QLineEdit::textChanged, this, [this] { showYears(); });
-    shell::guarded(this, [this] {
-        for (std::size_t i = 0; i < combo_.size(); ++i) {
-            combo_[i] = make<widgets::CodeCombo>(u"DataCombo1_%1"_s.arg(i));
-            combo_[i]->setItems(comboItems(codeChoices(cn(), kItems[i])));
-        }
-    });
+    for (std::size_t i = 0; i < combo_.size(); ++i) {
+        combo_[i] = make<widgets::CodeCombo>(u"DataCombo1_%1"_s.arg(i));
+        shell::guarded(this, [&] { combo_[i]->setItems(comboItems(codeChoices(cn(), kItems[i]))); });
+    }
 }
 
 void frmRireki::makeSubtables() {
@@ -267,7 +265,8 @@ QList<QWidget*> frmRireki::fieldOrder() const {
 
 void frmRireki::rowsRead() {
     people_->setPeople(rows().recordCount(), [this](int row, int text) {
-        return rows().valueAt(row, text).toText();  // the first three columns
+        // A failed removal is told while the list still shows the row.
+        return row < rows().recordCount() ? rows().valueAt(row, text).toText() : QString();
     });
 }
 

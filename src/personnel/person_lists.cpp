@@ -113,7 +113,7 @@ ListPlan familyPlan() {
             u" INNER JOIN 家族テーブル AS K ON K.社員Code = R.社員Code"_s +
                 masters(u"INNER"_s, {u"続柄", u"性別", u"扶養", u"同居", u"障害"}, u"K"_s),
             kCurrent,
-            u",Cint(K.続柄)"_s};
+            u",CodeKey(K.続柄)"_s};
 }
 
 ListPlan qualificationPlan() {
@@ -125,7 +125,7 @@ ListPlan qualificationPlan() {
             u" INNER JOIN 資格・免許テーブル AS K ON K.社員Code = R.社員Code"_s +
                 masters(u"INNER"_s, {u"資格・免許", u"業務必要性"}, u"K"_s),
             kCurrent,
-            u",Cint(K.資格・免許)"_s};
+            u",CodeKey(K.資格・免許)"_s};
 }
 
 ListPlan planOf(PersonList list) {
@@ -172,8 +172,8 @@ store::Recordset personRows(store::Connection& cn, PersonList list) {
         columns << QString::fromUtf16(column.source) + u" AS "_s + QString::fromUtf16(column.name);
     return cn.query(
         u"SELECT %1 FROM 社員絞込 AS F INNER JOIN 履歴書テーブル AS R ON R.社員Code = F.社員Code%2 "
-        "WHERE %3 ORDER BY Clng(F.社員Code)%4"_s.arg(columns.join(u','), plan.tables, plan.filter,
-                                                     plan.orderBy));
+        "WHERE %3 ORDER BY CodeKey(F.社員Code)%4"_s.arg(columns.join(u','), plan.tables, plan.filter,
+                                                        plan.orderBy));
 }
 
 reports::SheetGrid personSheet(store::Connection& cn, PersonList list, const store::Recordset& rows) {

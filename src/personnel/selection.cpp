@@ -11,7 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const QString kByCode = u" ORDER BY Clng(R.社員Code)"_s;
+const QString kByCode = u" ORDER BY CodeKey(R.社員Code)"_s;
 const QString kJoinedBy = u"R.退職フラグ = 0 AND R.入社日 <= ?"_s;
 
 FoundPeople read(store::Connection& cn, const QString& from, const store::Binds& binds) {

@@ -241,7 +241,10 @@ bool RecordForm::readRows() {
 
 void RecordForm::showList() {
     if (!gridRows_) return;
-    gridRows_->setRows(rowCount(), [this](int row, int column) { return gridText(row, column); });
+    // A failed removal is told while the grid still shows the row.
+    gridRows_->setRows(rowCount(), [this](int row, int column) {
+        return row < rowCount() ? gridText(row, column) : QString();
+    });
 }
 
 void RecordForm::rereadRecords(const QStringList& key) {
@@ -404,8 +407,9 @@ QString RecordForm::nextKey() const {
     for (int row = 0; row < rowCount(); ++row) {
         const QString key = keyOf(row).first();
         bool number = false;
-        largest = std::max(largest, key.toLongLong(&number));
-        if (!number) return {};
+        const qint64 one = key.toLongLong(&number);
+        if (!number) continue;
+        largest = std::max(largest, one);
         width = std::max(width, key.size());
     }
     const QString next = QString::number(largest + 1).rightJustified(width, u'0');

@@ -42,7 +42,7 @@ namespace shell {
 ///             openRecords();                                                  // last
 ///         }
 ///       protected:
-///         store::TableQuery query() const override { return {u"見本マスタ"_s, {}, {}, u"Cint(Code)"_s}; }
+///         store::TableQuery query() const override { return {u"見本マスタ"_s, {}, {}, u"CodeKey(Code)"_s}; }
 ///         QStringList keyColumns() const override { return {u"Code"_s}; }
 ///         void keyRenamed() override { /* carry the code; runs in the transaction */ }
 ///         bool mayRemove() override { /* usage check; tells and answers false */ }

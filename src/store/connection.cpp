@@ -165,7 +165,9 @@ void Connection::attach(const QString& path, const QString& schema, const QStrin
 int Connection::execute(const QString& sql, const Binds& binds) {
     const sqlite3_int64 before = sqlite3_total_changes64(db_);
     prepare(sql).bindAll(binds).run();
-    return static_cast<int>(sqlite3_total_changes64(db_) - before);
+    // The statement's own changes, without those of triggers; the engine keeps the count of the last one that
+    // changed anything.
+    return sqlite3_total_changes64(db_) == before ? 0 : static_cast<int>(sqlite3_changes64(db_));
 }
 
 void Connection::executeScript(const QString& sql) {

@@ -64,6 +64,17 @@ void toNumber(sqlite3_context* context, int, sqlite3_value** arguments) {
     });
 }
 
+/// The number of a code; the text itself where it is none, which sorts behind all numbers.
+void toCodeKey(sqlite3_context* context, int, sqlite3_value** arguments) {
+    const int code = shortNumber(arguments[0]);
+    if (code >= 0)
+        sqlite3_result_int64(context, code);
+    else if (const auto number = parseNumber(valueOf(arguments[0]).toText()))
+        sqlite3_result_double(context, *number);
+    else
+        sqlite3_result_value(context, arguments[0]);
+}
+
 void toDate(sqlite3_context* context, int, sqlite3_value** arguments) {
     answer(context, [&] {
         const QByteArray text = valueOf(arguments[0]).toDate().toString(Qt::ISODate).toLatin1();
@@ -77,6 +88,7 @@ void registerSqlFunctions(sqlite3* db) {
     constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     sqlite3_create_function_v2(db, "Clng", 1, kFlags, nullptr, toNumber<qint32>, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(db, "Cint", 1, kFlags, nullptr, toNumber<qint16>, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(db, "CodeKey", 1, kFlags, nullptr, toCodeKey, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(db, "CDate", 1, kFlags, nullptr, toDate, nullptr, nullptr, nullptr);
 }
 

@@ -55,6 +55,24 @@ class Masta : public PersonScreens {
     QString status(QDialog& form) { return text(form, u"lblStatus"_s); }
 };
 
+/// A row that another tool wrote stands behind the others, gets a code or goes.
+TEST_F(Masta, ACodeThatIsNoNumberIsSeenAndPutRight) {
+    for (const QString& code : {u"甲"_s, u"x1"_s})
+        sql(u"insert into 採用区分マスタ(Code,採用区分) values(?,'他から')"_s, {code});
+    edit(u"frmMastaSaiyou"_s, [&](QDialog& form) {
+        const auto codes = [&] { return rows(form, u"DataGrid1"_s, 0); };
+        const qsizetype last = codes().size() - 1;
+        EXPECT_EQ(codes().mid(last - 1), (QStringList{u"x1"_s, u"甲"_s}));
+        choose(form, u"DataGrid1"_s, int(last));
+        driver_.expectBox(u" 甲 他から を削除しますか？"_s, u"削除の確認"_s, BoxAnswer::Yes);
+        click(form, u"cmdDelete"_s);
+        click(form, u"cmdEdit"_s);
+        fill(form, {u"96"_s});
+        click(form, u"cmdUpdate"_s);
+        EXPECT_EQ(codes().last(), u"96"_s);
+    });
+}
+
 /// Every master: an entry comes in, gets another code and goes again, and stands in the list at its place.
 TEST_F(Masta, EachMasterTakesRenamesAndRemovesAnEntry) {
     for (const MasterKind& kind : masterKinds()) {

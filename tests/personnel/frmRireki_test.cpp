@@ -35,6 +35,20 @@ class Rireki : public PersonScreens {
     }
 };
 
+TEST_F(Rireki, OpensOverMastersThatOthersBroke) {
+    sql(u"INSERT INTO 最終学歴マスタ(Code,最終学歴) VALUES('博士','別の表から')"_s);
+    sql(u"UPDATE 入力可・不可テーブル SET 採用区分 = 0"_s);
+    sql(u"ALTER TABLE 採用区分マスタ RENAME TO 別名"_s);
+    driver_.expectBox(u"データベースの処理に失敗しました。 (no such table: 採用区分マスタ)"_s, QString());
+    rireki([&](QDialog& form) {
+        EXPECT_FALSE(text(form, u"txtFields_1"_s).isEmpty());
+        click(form, u"cmdEdit"_s);
+        choose(form, u"DataCombo1_0"_s, 0);
+        click(form, u"cmdUpdate"_s);
+        form.close();
+    });
+}
+
 TEST_F(Rireki, ChecksEachFieldAndOffersTheFirstTransferOfANewPerson) {
     addPlain(u"frmJinjiIdou2"_s);
     const QString long21 = u"ｱ"_s.repeated(21), long41 = u"ア"_s.repeated(20) + u"ｱ"_s;
