@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 
+#include "personnel/code_change.h"
 #include "reports/ui_save_dialog.h"
 #include "shell/ui_box.h"
 #include "widgets/layout.h"
@@ -255,6 +256,9 @@ void frmJinjiTorikomi::Command3_Click() {
     if (!meant) return;
     const bool done = shell::guarded(this, transaction_, [&] {
         setHourglass();
+        // Rows that a change cut off left under a code must not fall to somebody new.
+        if (kind() == ImportKind::Employees && added > 0)
+            settleChange({cn(), house_.global.dataDir(), house_.global.panels.folder});
         transaction_.begin();
         runImport(cn(), *plan_);
         transaction_.commit();

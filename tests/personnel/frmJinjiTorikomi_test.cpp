@@ -3,12 +3,13 @@
 #include <QFile>
 
 #include "person_screens.h"
+#include "personnel/code_change.h"
 #include "shell/code_page.h"
 
 namespace {
 
 using namespace persontest;
-using personnel::frmJinjiTorikomi;
+using namespace personnel;
 
 const QString kUtf8Mark = u"\uFEFF"_s;
 
@@ -17,6 +18,8 @@ class Import : public PersonScreens {
     Import() {
         folder_.makeSample();
         openCompany();
+        global_.app_dir = folder_.programDir();
+        global_.panels.folder = folder_.company();
         sql(u"UPDATE 入力可・不可テーブル SET 住宅区分 = 0, コメント = 0"_s);
     }
     QString file(const QByteArray& content) {
@@ -105,7 +108,14 @@ TEST_F(Import, RefusesRowsAsTheScreensDoAndTakesAllOrNothing) {
         click(form, u"Command3"_s);
         expectSame(before);
         sql(u"DROP TRIGGER 故障"_s);
+        // What a change cut off left under a new person's code in a companion's file goes back before.
+        const CompanyDatabases company{*global_.cn_main, global_.dataDir(), folder_.company()};
+        const CodeKey old{u"000003"_s, {}}, taken{u"000101"_s, {}};
+        announceRename(company, Referent::Syain, old, taken);
+        renameInSecondaries(company, Referent::Syain, old, taken, {});
         take(form, u"2 件を追加し、0 件を更新します。"_s, kAfterPeople);
+        EXPECT_FALSE(holdsCode(company, store::File::Hyouka, Referent::Syain, taken));
+        EXPECT_TRUE(holdsCode(company, store::File::Hyouka, Referent::Syain, old));
         EXPECT_EQ(
             read(u"SELECT "
                  u"社員Code,氏名,性別,婚姻区分,生年月日,入社日,最終学歴,出身地,郵便番号,退職フラグ,退職日 "
