@@ -1,18 +1,25 @@
 #include "durability/company_states.h"
 
+#include <QDir>
 #include <algorithm>
+#include <map>
+#include <stdexcept>
 
 #include "calc/kojinbetsu.h"
 #include "calc/shikyuu_store.h"
 #include "calc/sougaku.h"
-#include "personnel/code_references.h"
+#include "personnel/code_change.h"
+#include "personnel/person_import.h"
 #include "prep/auto_input.h"
 #include "prep/evaluation_import.h"
 #include "prep/run_input.h"
 #include "store/catalog.h"
+#include "store/company_files.h"
 
 namespace durability {
 namespace {
+
+using personnel::Referent;
 
 shell::RunKey generalRun() {
     return sample::runKey(sample::kCriteria[0], sample::newestKijunbi());
@@ -84,18 +91,26 @@ void storeCorrection(store::Connection& cn, int side) {
     calc::storePaymentCoefficients(cn, generalRun(), panel);
 }
 
-/// The companions' files stand by themselves, so they are kept out: none is found in no folder.
-void renameEmployee(store::Connection& cn, int side) {
-    const QString codes[] = {QStringLiteral("000001"), QStringLiteral("900001")};
-    const personnel::CompanyDatabases databases{cn, {}, sample::SampleOptions().company};
-    personnel::renameCode(databases, personnel::Referent::Syain, {codes[1 - side], {}}, {codes[side], {}});
-    cn.execute(QStringLiteral("update 履歴書テーブル set 社員Code = ? where 社員Code = ?"),
-               {codes[side], codes[1 - side]});
+QString nameOf(store::Connection& cn, const QString& code) {
+    return cn.query(QStringLiteral("select 氏名 from 履歴書テーブル where 社員Code = ?"), {code})
+        .value(0)
+        .toText();
 }
 
-/// Another person with all rows of the first employee's. What the person is called is of no account.
-void copyFirstEmployee(store::Connection& cn, const store::Table& table, int codeColumn,
-                       const QString& copy) {
+void renameEmployee(store::Connection& cn, int side) {
+    const personnel::CodeKey from{kRenamed[1 - side], {}}, to{kRenamed[side], {}};
+    const personnel::CompanyDatabases company = databasesOf(cn);
+    personnel::announceRename(company, Referent::Syain, from, to);
+    store::Transaction transaction(cn, store::Connection::Reserve::AsWritten);
+    if (personnel::entryStands(cn, Referent::Syain, from)) {
+        personnel::renameCode(company, Referent::Syain, from, to, nameOf(cn, from.code));
+        personnel::renameEntry(cn, Referent::Syain, from, to);
+    }
+    transaction.commit();
+}
+
+/// Another person with all rows of one that every file knows. What the person is called is of no account.
+void copyEmployee(store::Connection& cn, const store::Table& table, int codeColumn, const QString& copy) {
     QStringList names;
     QStringList values;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
@@ -103,39 +118,72 @@ void copyFirstEmployee(store::Connection& cn, const store::Table& table, int cod
         names << table.columns[i].name;
         values << (static_cast<int>(i) == codeColumn ? QStringLiteral("?") : table.columns[i].name);
     }
-    cn.execute(QStringLiteral("insert into %1(%2) select %3 from %1 where %4 = '000001'")
+    cn.execute(QStringLiteral("insert into %1(%2) select %3 from %1 where %4 = ?")
                    .arg(table.name, names.join(u','), values.join(u','),
                         table.columns[static_cast<std::size_t>(codeColumn)].name),
-               {copy});
+               {copy, kRenamed[0]});
 }
 
 void removeEmployee(store::Connection& cn, int side) {
-    const QString copy = QStringLiteral("900002");
-    const store::Table& people = store::tableNamed(QStringLiteral("履歴書テーブル"));
-    if (side == 1) {
-        personnel::removeCode({cn, {}, sample::SampleOptions().company}, personnel::Referent::Syain,
-                              {copy, {}});
-        cn.execute(QStringLiteral("delete from 履歴書テーブル where 社員Code = ?"), {copy});
-        return;
+    const personnel::CodeKey copy{QStringLiteral("900002"), {}};
+    const personnel::CompanyDatabases company = databasesOf(cn);
+    personnel::announceRemoval(company, Referent::Syain, copy);
+    store::Transaction transaction(cn, store::Connection::Reserve::AsWritten);
+    personnel::removeCode(company, Referent::Syain, copy);
+    personnel::removeEntry(cn, Referent::Syain, copy);
+    if (side == 0) {
+        std::map<store::File, std::unique_ptr<store::Connection>> companions;
+        for (const store::File file : personnel::secondaryFiles(company, Referent::Syain))
+            companions[file] = std::make_unique<store::Connection>(
+                store::filePath(company.dataDir, company.company, file), store::databasePassword());
+        copyEmployee(cn, store::tableNamed(QStringLiteral("履歴書テーブル")), 0, copy.code);
+        for (const personnel::Reference& reference : personnel::codeReferences()) {
+            const QString& column = reference.table->columns[static_cast<std::size_t>(reference.column)].name;
+            if (column != u"社員Code" || reference.table->lifetime != store::Lifetime::Permanent) continue;
+            const auto found = companions.find(reference.table->file);
+            store::Connection& holder = found == companions.end() ? cn : *found->second;
+            copyEmployee(holder, *reference.table, reference.column, copy.code);
+        }
     }
-    copyFirstEmployee(cn, people, 0, copy);
-    for (const personnel::Reference& reference : personnel::codeReferences()) {
-        const store::File file = reference.table->file;
-        const bool own = (file == store::File::Kihon || file == store::File::Syouyo) &&
-                         reference.table->lifetime == store::Lifetime::Permanent;
-        if (own && reference.refersTo == personnel::Referent::Syain)
-            copyFirstEmployee(cn, *reference.table, reference.column, copy);
-    }
+    transaction.commit();
+}
+
+/// Forty people new, ten others with another reading; the new ones go when the way back is taken.
+void importPeople(store::Connection& cn, int side) {
+    cn.execute(QStringLiteral("delete from 履歴書テーブル where Clng(社員Code) >= 910000"));
+    const QString heads = QStringLiteral(
+        "社員Code,氏名,フリガナ,性別,生年月日,入社日,最終学歴,職能資格,勤務地,組合,出身地,採用区分,"
+        "住宅区分");
+    std::vector<personnel::CsvRow> sheet{{1, heads.split(u',')}};
+    const auto add = [&](int code, const QString& rest) {
+        const QString row = QStringLiteral("%1,社員　%1,%2").arg(QString::number(code), rest);
+        sheet.push_back({static_cast<int>(sheet.size()) + 1, row.split(u',')});
+    };
+    for (int i = 1; i <= 10; ++i) add(i, QStringLiteral("%1,,,,,,,,,,").arg(side ? u"ｱﾄ" : u"ﾏｴ"));
+    for (int i = 0; side == 1 && i < 40; ++i)
+        add(910000 + i, QStringLiteral("ｼﾝｼﾞﾝ,2,1990/4/1,2013/4/1,01,01,01,01,13,01,01"));
+    const auto plan =
+        personnel::planImport(cn, personnel::ImportKind::Employees, sheet, {true, QDate(2026, 12, 1)});
+    for (const personnel::ImportRow& row : plan.rows)
+        if (row.outcome == personnel::ImportRow::Outcome::Refused)
+            throw std::logic_error(row.reasons.join(u' ').toStdString());
+    personnel::runImport(cn, plan);
 }
 
 }  // namespace
 
+personnel::CompanyDatabases databasesOf(store::Connection& cn) {
+    const QDir folder = QFileInfo(cn.path()).dir();
+    return {cn, QFileInfo(folder.path()).path(), folder.dirName()};
+}
+
 void runTowards(store::Connection& cn, Command command, int side) {
+    if (command == Command::Rename) return renameEmployee(cn, side);
+    if (command == Command::Remove) return removeEmployee(cn, side);
     if (command == Command::Dates) prep::SelectIntoX(cn, {extraDate(), extraDate(), extraDate()});
     using Work = void (*)(store::Connection&, int);
-    static constexpr Work kWorks[] = {computeIndividual, computePool,    changeDates,
-                                      fillAutomatically, typeAmounts,    importGrades,
-                                      storeCorrection,   renameEmployee, removeEmployee};
+    static constexpr Work kWorks[] = {computeIndividual, computePool,  changeDates,     fillAutomatically,
+                                      typeAmounts,       importGrades, storeCorrection, importPeople};
     store::Transaction transaction(cn);
     kWorks[static_cast<int>(command)](cn, side);
     transaction.commit();

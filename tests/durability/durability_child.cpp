@@ -12,5 +12,7 @@ int main(int argc, char** argv) {
     auto cn = store::openMainConnection(arguments.value(1), arguments.value(2));
     std::puts("ready");
     std::fflush(stdout);
-    for (int side = arguments.value(4).toInt();; side = 1 - side) durability::runTowards(*cn, command, side);
+    const bool back = command != durability::Command::Remove;
+    for (int side = arguments.value(4).toInt();; side = back ? 1 - side : side)
+        durability::runTowards(*cn, command, side);
 }
