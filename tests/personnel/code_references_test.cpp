@@ -183,31 +183,30 @@ TEST_F(CodeReferences, WhatWasCutOffGoesToItsEndOrBack) {
     } cases[] = {{Referent::Syain, false, true},      {Referent::Syain, false, false},
                  {Referent::SyozokuSyo, false, true}, {Referent::SyozokuSyo, false, false},
                  {Referent::Syain, true, true},       {Referent::Syain, true, false}};
+    // By the connections that stand: a new one for each look would take most of the test's time.
     const auto all = [&] {
-        cn_.reset();
-        const QByteArray files = folder_.fingerprint();
-        cn_ = folder_.open();
-        return files;
+        return dump(*cn_) + dump(connectionTo(File::Chingin)) + dump(connectionTo(File::Hyouka));
     };
     int companies = 0;
     for (const auto& [referent, removal, finish] : cases) {
         SCOPED_TRACE(int(referent) * 100 + removal * 10 + finish);
+        secondaries_.clear();
         folder_.makeEmpty(u"会社%1"_s.arg(++companies), {true, true});
         cn_ = folder_.open();
         const CodeKey from = key(referent, kOld), to = key(referent, kNew);
         use(referent, from);
         for (const QString& copy : {u"C改定テーブル"_s, u"C改定シミュレーションテーブル"_s})
             connectionTo(File::Chingin).execute(u"update %1 set 氏名 = '元　花子'"_s.arg(copy));
-        secondaries_.clear();
         if (referent == Referent::Syain)
             cn_->execute(u"insert into 履歴書テーブル(社員Code,氏名) values(?,'元　花子')"_s, {from.code});
         else
             cn_->execute(u"insert into 所属小マスタ(所属大,Code) values(?,?)"_s, {from.parent, from.code});
         const QByteArray before = all();
-        // Nothing has happened yet: the note goes without a word.
-        announceRename(company(), referent, from, to);
-        EXPECT_FALSE(cutOffChange(company()));
-        EXPECT_EQ(firstDifference(before, all()), "");
+        if (companies == 1) {  // Nothing has happened yet: the note goes without a word.
+            announceRename(company(), referent, from, to);
+            EXPECT_FALSE(cutOffChange(company()));
+            EXPECT_EQ(firstDifference(before, all()), "");
+        }
 
         if (removal)
             announceRemoval(company(), referent, from);
