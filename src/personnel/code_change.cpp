@@ -37,6 +37,13 @@ std::optional<CutOffChange> noted(store::Connection& cn_main) {
     return change;
 }
 
+QString nameOf(const CompanyDatabases& company, const CutOffChange& change) {
+    if (change.referent != Referent::Syain) return {};
+    auto row = company.cn_main.prepare(QStringLiteral("select 氏名 from 履歴書テーブル where 社員Code = ?"));
+    row.bind(1, change.from.code);
+    return row.step() ? row.toText(0) : QString();
+}
+
 /// Which files the change has reached: each changes as a whole.
 void look(const CompanyDatabases& company, CutOffChange& change) {
     const std::vector<store::File> standing = secondaryFiles(company, change.referent);
@@ -47,6 +54,7 @@ void look(const CompanyDatabases& company, CutOffChange& change) {
     }
     for (const store::File file : {store::File::Kihon, store::File::Syouyo})
         change.unchanged << store::fileName(company.company, file);
+    change.shimei = nameOf(company, change);
     change.clear = change.removal || !entryStands(company.cn_main, change.referent, change.to);
 }
 
@@ -65,13 +73,6 @@ void write(const CompanyDatabases& company, const CutOffChange& change) {
         .into(table, columns)
         .bindAll(values)
         .run();
-}
-
-QString nameOf(const CompanyDatabases& company, const CutOffChange& change) {
-    if (change.referent != Referent::Syain) return {};
-    auto row = company.cn_main.prepare(QStringLiteral("select 氏名 from 履歴書テーブル where 社員Code = ?"));
-    row.bind(1, change.from.code);
-    return row.step() ? row.toText(0) : QString();
 }
 
 void announce(const CompanyDatabases& company, CutOffChange change) {
@@ -119,7 +120,7 @@ void finishChange(const CompanyDatabases& company, const CutOffChange& change) {
         removeCode(company, change.referent, change.from);
         removeEntry(company.cn_main, change.referent, change.from);
     } else {
-        renameCode(company, change.referent, change.from, change.to, nameOf(company, change));
+        renameCode(company, change.referent, change.from, change.to, change.shimei);
         renameEntry(company.cn_main, change.referent, change.from, change.to);
     }
     transaction.commit();
@@ -127,7 +128,7 @@ void finishChange(const CompanyDatabases& company, const CutOffChange& change) {
 
 void takeBackChange(const CompanyDatabases& company, const CutOffChange& change) {
     if (change.clear && !change.removal)
-        renameInSecondaries(company, change.referent, change.to, change.from, nameOf(company, change));
+        renameInSecondaries(company, change.referent, change.to, change.from, change.shimei);
     forgetChange(company.cn_main);
 }
 

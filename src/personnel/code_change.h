@@ -18,7 +18,8 @@ namespace personnel {
 struct CutOffChange {
     Referent referent;
     CodeKey from;
-    CodeKey to = {};  ///< empty when the code is being removed
+    CodeKey to = {};      ///< empty when the code is being removed
+    QString shimei = {};  ///< of an employee, as 履歴書テーブル has it
     bool removal = false;
     std::vector<store::File> holders = {};  ///< the companions' files that held the old code before
     QStringList changed = {};  ///< the files (names without folder) in which the change stands; never empty

@@ -10,12 +10,14 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// 社員Code「000001」, 所属小Code「01－0101」
-QString named(const CutOffChange& change, const CodeKey& key) {
+/// 社員Code「000001」（氏名）, 所属小Code「01－0101」
+QString named(const CutOffChange& change) {
+    const CodeKey& key = change.from;
     QString kind = u"社員"_s;
     if (change.referent != Referent::Syain) kind = entryTable(change.referent).remove(u"マスタ"_s);
     const QString code = key.parent.isEmpty() ? key.code : key.parent + u'－' + key.code;
-    return u"%1Code「%2」"_s.arg(kind, code);
+    const QString name = change.shimei.isEmpty() ? QString() : u"（%1）"_s.arg(change.shimei);
+    return u"%1Code「%2」%3"_s.arg(kind, code, name);
 }
 
 QString files(const QStringList& names) {
@@ -26,13 +28,13 @@ QString questionOf(const CutOffChange& change) {
     if (change.removal)
         return u"%1"
                u"を削除する処理が、前回、途中で終了しました。\n\n記録が削除されたファイル（元には戻せません）"
-               u"\n%2\n"
+               u"\n%2\n\n"
                "記録が残っているファイル\n%3\n\n残っている記録も削除しますか？"_s.arg(
-                   named(change, change.from), files(change.changed), files(change.unchanged));
+                   named(change), files(change.changed), files(change.unchanged));
     return u"%1"
-           u"を「%2」に変更する処理が、前回、途中で終了しました。\n\n新しいコードになっているファイル\n%3\n"
+           u"を「%2」に変更する処理が、前回、途中で終了しました。\n\n新しいコードになっているファイル\n%3\n\n"
            "元のコードのままのファイル\n%4\n\nどちらのコードにそろえますか？"_s.arg(
-               named(change, change.from), change.to.code, files(change.changed), files(change.unchanged));
+               named(change), change.to.code, files(change.changed), files(change.unchanged));
 }
 
 void settle(const CompanyDatabases& company, const CutOffChange& change, QWidget* parent) {
@@ -42,15 +44,17 @@ void settle(const CompanyDatabases& company, const CutOffChange& change, QWidget
             parent,
             u"%1を「%2」に変更する処理が、以前、途中で終了しました。そのあと「%2」は別の記録に使われている"
             "ため、自動ではそろえられません。次のファイルの内容を確認してください。\n\n%3"_s.arg(
-                named(change, change.from), change.to.code, files(change.changed)),
+                named(change), change.to.code, files(change.changed)),
             title, shell::BoxIcon::Warning);
         return takeBackChange(company, change);
     }
     const bool finish =
-        change.removal
-            ? shell::confirmLoss(parent, questionOf(change), title, u"残りも削除する"_s, u"削除しない"_s)
-            : shell::confirmLoss(parent, questionOf(change), title, u"新しいコードにそろえる"_s,
-                                 u"元のコードに戻す"_s);
+        change.removal ? shell::confirmLoss(parent, questionOf(change), title, u"残りも削除する(&D)"_s,
+                                            u"残りは削除しない(&B)"_s)
+                       // Neither loses anything: to the end is what was wished.
+                       : shell::showBox(parent, {questionOf(change), title, shell::BoxIcon::Warning,
+                                                 shell::BoxButtons::YesNo, u"新しいコードにそろえる(&N)"_s,
+                                                 u"元のコードに戻す(&B)"_s}) == shell::BoxAnswer::Yes;
     if (finish)
         finishChange(company, change);
     else
@@ -74,9 +78,9 @@ void tellCutOffChange(const CompanyDatabases& company, QWidget* parent) {
         const QString what =
             change->removal
                 ? u"次のファイルからは、%1の記録がすでに削除されています（元には戻せません）。\n\n%2"_s.arg(
-                      named(*change, change->from), files(change->changed))
+                      named(*change), files(change->changed))
                 : u"次のファイルは、%1が新しいコード「%2」に変更されたままです。\n\n%3"_s.arg(
-                      named(*change, change->from), change->to.code, files(change->changed));
+                      named(*change), change->to.code, files(change->changed));
         const QString next = change->removal ? u"\n\nもう一度削除すると、残りの記録も削除されます。"_s
                                              : u"\n\nもう一度更新すると、すべてのファイルが新しいコードになり"
                                                u"ます。更新しないときは、次に会社を"

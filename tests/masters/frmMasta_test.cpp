@@ -267,8 +267,8 @@ TEST_F(Masta, AFailureTellsWhatTheCompanionsKeep) {
         driver_.expectBox(
             u"社員区分Code「01」を「31」に変更する処理が、前回、途中で終了しました。\n\n新しいコードになって"
             u"いるファイル\n"
-            "%1\n%2\n元のコードのままのファイル\n%3\n\nどちらのコードにそろえますか？"_s.arg(chingin, hyouka,
-                                                                                             rest),
+            "%1\n%2\n\n元のコードのままのファイル\n%3\n\nどちらのコードにそろえますか？"_s.arg(chingin,
+                                                                                               hyouka, rest),
             u"コード変更の確認"_s, answer, shell::BoxIcon::Warning);
         personnel::askCutOffChange(house_, nullptr);
         personnel::askCutOffChange(house_, nullptr);  // settled: no word more

@@ -224,6 +224,7 @@ TEST_F(Rireki, FindsPeopleAsOneTypes) {
 
 TEST_F(Rireki, ANewCodeReachesEveryTableAndARemovalLeavesNone) {
     const qsizetype before = cells(u"000012"_s);
+    const QString whom = read(u"SELECT 氏名 FROM 履歴書テーブル WHERE 社員Code = '000012'"_s).value(0);
     ASSERT_GT(before, 20);
     rireki([&](QDialog& form) {
         type(form, u"Text1"_s, u"000012"_s);
@@ -235,9 +236,9 @@ TEST_F(Rireki, ANewCodeReachesEveryTableAndARemovalLeavesNone) {
         type(form, u"txtFields_0"_s, u"987654"_s, Qt::Key_Tab);
         driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s);
         driver_.expectBox(
-            u"次のファイルは、社員Code「000012」が新しいコード「987654」に変更されたままです。\n\n"
+            u"次のファイルは、社員Code「000012」（%1）が新しいコード「987654」に変更されたままです。\n\n"
             "・見本商事賃金db.mdb\n\nもう一度更新すると、すべてのファイルが新しいコードになります。"
-            "更新しないときは、次に会社を指定したときに元のコードへ戻せます。"_s,
+            "更新しないときは、次に会社を指定したときに元のコードへ戻せます。"_s.arg(whom),
             u"取消"_s);
         click(form, u"cmdUpdate"_s);
         EXPECT_EQ(text(form, u"txtFields_0"_s), u"987654"_s);
