@@ -46,6 +46,7 @@ OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
     // keyed file is what costs most here, and so each is opened once.
     auto dao_db =
         std::make_unique<store::Connection>(place.path(store::File::Syouyo), store::databasePassword());
+    store::refuseNewer(*dao_db);  // before its links are rewritten
     if (!refreshAllLinks(*dao_db, place, opened)) return Outcome::LinkFailed;
     store::makeMain(*dao_db, place.company);
     store::createMissingTables(*dao_db);

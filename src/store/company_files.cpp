@@ -286,7 +286,16 @@ void createMissingTables(Connection& cnMain) {
             for (const QString& statement : createStatements(table)) cnMain.execute(statement);
 }
 
+void refuseNewer(Connection& connection) {
+    for (const QString& schema : connection.schemas())
+        if (isOurs(fileOf(connection.filePath(schema))) && versionOf(connection, schema) > kSchemaVersion)
+            throw Error(
+                Error::Reason::NotOpen,
+                QStringLiteral("このデータは新しいバージョンのプログラムで作成されているため、開けません。"));
+}
+
 void upgradeSchema(Connection& connection) {
+    refuseNewer(connection);
     struct Older {
         QString schema;
         File file;
@@ -297,10 +306,6 @@ void upgradeSchema(Connection& connection) {
         const std::optional<File> file = fileOf(connection.filePath(schema));
         if (!isOurs(file)) continue;
         const int version = versionOf(connection, schema);
-        if (version > kSchemaVersion)
-            throw Error(
-                Error::Reason::NotOpen,
-                QStringLiteral("このデータは新しいバージョンのプログラムで作成されているため、開けません。"));
         if (version < kSchemaVersion) older.push_back({schema, *file, version});
     }
     if (older.empty()) return;

@@ -41,8 +41,9 @@ void createMissingTables(Connection& cnMain);
 
 /// The layout's version (PRAGMA user_version) of every file this program writes.
 inline constexpr int kSchemaVersion = 2;
-/// Brings an older layout up by numbered steps, one transaction. Throws Error when the file is newer than the
-/// program.
+/// Throws Error where an attached file of ours is newer than the program; before anything is written into it.
+void refuseNewer(Connection& connection);
+/// Brings an older layout up by numbered steps, one transaction. Refuses what is newer.
 void upgradeSchema(Connection& connection);
 
 }  // namespace store

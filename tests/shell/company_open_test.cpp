@@ -37,6 +37,20 @@ class CompanyOpen : public testing::Test {
     std::unique_ptr<CompanyLock> held_;
 };
 
+TEST_F(CompanyOpen, ANewerCompanyIsRefusedAndLeftAsItIs) {
+    { open(); }
+    changeBonus(u"PRAGMA user_version=%1"_s.arg(store::kSchemaVersion + 1));
+    const QString moved = company_.programDir() + u"/elsewhere"_s;
+    ASSERT_TRUE(QDir().mkpath(moved) && QDir().rename(company_.dataDir(), moved + u"/Data"_s));
+    const auto bytes = [&] {
+        QFile file(store::filePath(moved + u"/Data"_s, company_.company(), File::Syouyo));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArray before = bytes();
+    EXPECT_EQ(support::reasonOf([&] { openCompany(moved, company_.company(), held_); }), Reason::NotOpen);
+    EXPECT_EQ(bytes(), before);
+}
+
 TEST_F(CompanyOpen, AMovedOlderCompanyOpensWithItsOwnFilesAndGrowsTheTablesItLacks) {
     { open(); }
     const QString older = u"Tanka_hasuu Sshikyuukeisuu SshikyuukeisuuHA"_s;
