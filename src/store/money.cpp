@@ -1,21 +1,17 @@
 #include "store/money.h"
 
 #include <QLocale>
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "store/error.h"
+#include "store/number_text.h"
 
 namespace store {
 namespace {
 
 constexpr qint64 kMax = std::numeric_limits<qint64>::max();
 constexpr qint64 kMin = std::numeric_limits<qint64>::min();
-
-bool isDigit(QChar c) {
-    return c >= u'0' && c <= u'9';
-}
 
 /// "1234567" as "1,234,567".
 QString grouped(const QString& digits) {
@@ -39,34 +35,6 @@ QString incremented(QString digits) {
     return u'1' + digits;
 }
 
-/// The parts of "-1,234.5678": collected digits before and behind the point.
-struct Decimal {
-    bool negative = false;
-    QString whole;
-    QString fraction;
-};
-
-Decimal parseDecimal(const QString& text) {
-    const QString trimmed = text.trimmed();
-    Decimal parts;
-    qsizetype i = 0;
-    if (trimmed.startsWith(u'-') || trimmed.startsWith(u'+')) parts.negative = trimmed[i++] == u'-';
-    bool point = false;
-    for (; i < trimmed.size(); ++i) {
-        const QChar c = trimmed[i];
-        if (c == u'.' && !point)
-            point = true;
-        else if (isDigit(c))
-            (point ? parts.fraction : parts.whole) += c;
-        else if (c != u',' || point)
-            throwTypeMismatch();
-    }
-    const bool sign = parts.negative || trimmed.startsWith(u'+');
-    if (!separatorsInPlace(QStringView(trimmed).mid(sign ? 1 : 0).split(u'.')[0])) throwTypeMismatch();
-    if (parts.whole.isEmpty() && parts.fraction.isEmpty()) throwTypeMismatch();
-    return parts;
-}
-
 /// Digits behind the fourth decimal: whether they round a count up, ties to even.
 bool roundsUp(QStringView rest, bool odd) {
     if (rest.isEmpty() || rest[0] < u'5') return false;
@@ -77,13 +45,6 @@ bool roundsUp(QStringView rest, bool odd) {
 }
 
 }  // namespace
-
-bool separatorsInPlace(QStringView whole) {
-    const auto groups = whole.split(u',');
-    return groups.size() == 1 || (groups.front().size() >= 1 && groups.front().size() <= 3 &&
-                                  std::all_of(groups.begin() + 1, groups.end(),
-                                              [](QStringView group) { return group.size() == 3; }));
-}
 
 Money Money::fromYen(qint64 yen) {
     if (yen > kMax / kScale || yen < kMin / kScale) throwOverflow();
@@ -98,19 +59,21 @@ Money Money::fromDouble(double yen) {
 }
 
 Money Money::fromText(const QString& text) {
-    const Decimal parts = parseDecimal(text);
-    const QString digits = parts.whole + parts.fraction.left(4).leftJustified(4, u'0');
+    const std::optional<NumberText> parts = readNumber(text);
+    if (!parts || !parts->exponent.isEmpty()) throwTypeMismatch();
+    const QString digits =
+        parts->whole.toString().remove(u',') + parts->fraction.left(4).toString().leftJustified(4, u'0');
     qint64 raw = 0;  // counted downwards: the negative range is the larger one
     for (const QChar c : digits) {
         const int digit = c.unicode() - u'0';
         if (raw < (kMin + digit) / 10) throwOverflow();
         raw = raw * 10 - digit;
     }
-    if (roundsUp(QStringView(parts.fraction).mid(4), raw % 2 != 0)) {
+    if (roundsUp(parts->fraction.mid(4), raw % 2 != 0)) {
         if (raw == kMin) throwOverflow();
         --raw;
     }
-    if (parts.negative) return Money(raw);
+    if (parts->negative) return Money(raw);
     if (raw == kMin) throwOverflow();
     return Money(-raw);
 }

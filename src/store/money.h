@@ -5,10 +5,6 @@
 
 namespace store {
 
-/// Whether each "," among the digits before the decimal point stands where an office writes it: "1,234,567"
-/// or none at all. "3,5" is no number.
-bool separatorsInPlace(QStringView whole);
-
 /// An amount of money: a 64-bit count of ten-thousandths of a yen, as a currency column holds it.
 /// Arithmetic is exact and checked: an overflow throws Error(Overflow) and never wraps.
 class Money {
@@ -21,7 +17,7 @@ class Money {
     /// The one rule from double to currency: the nearest ten-thousandth, ties to even.
     /// Throws Error(Overflow) outside the 64-bit range and for NaN and infinities.
     static Money fromDouble(double yen);
-    /// Reads "1,234,567.5" and "1234567.5" (see separatorsInPlace). Throws Error(Type) on anything else.
+    /// Reads what readNumber() takes, without an exponent. Throws Error(Type) on anything else.
     static Money fromText(const QString& text);
 
     constexpr qint64 raw() const { return raw_; }

@@ -4,6 +4,7 @@
 
 #include "store/date_text.h"
 #include "store/error.h"
+#include "store/number_text.h"
 
 namespace store {
 namespace {
@@ -43,41 +44,11 @@ QString plainText(Money amount) {
     return text + u'.' + decimals;
 }
 
-qsizetype skipDigits(QStringView text, qsizetype at, bool separators) {
-    while (at < text.size() && ((text[at] >= u'0' && text[at] <= u'9') || (separators && text[at] == u',')))
-        ++at;
-    return at;
-}
-
-/// Where a number at the start of the text ends; -1 when there is none.
-qsizetype endOfNumber(QStringView text) {
-    qsizetype at = !text.isEmpty() && (text[0] == u'-' || text[0] == u'+') ? 1 : 0;
-    const qsizetype first = at;
-    if (at < text.size() && text[at] == u',') return -1;
-    at = skipDigits(text, at, true);
-    if (!separatorsInPlace(text.mid(first, at - first))) return -1;
-    qsizetype digits = at - first;
-    if (at < text.size() && text[at] == u'.') {
-        const qsizetype end = skipDigits(text, at + 1, false);
-        digits += end - at - 1;
-        at = end;
-    }
-    if (digits == 0) return -1;
-    if (at < text.size() && (text[at] == u'e' || text[at] == u'E')) {
-        ++at;
-        if (at < text.size() && (text[at] == u'-' || text[at] == u'+')) ++at;
-        const qsizetype end = skipDigits(text, at, false);
-        if (end == at) return -1;
-        at = end;
-    }
-    return at;
-}
-
 }  // namespace
 
 std::optional<double> parseNumber(const QString& text) {
+    if (!readNumber(text)) return std::nullopt;
     const QStringView trimmed = QStringView(text).trimmed();
-    if (endOfNumber(trimmed) != trimmed.size()) return std::nullopt;
     bool ok = false;
     const double number =
         trimmed.contains(u',') ? trimmed.toString().remove(u',').toDouble(&ok) : trimmed.toDouble(&ok);

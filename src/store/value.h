@@ -46,8 +46,7 @@ class Value {
     std::variant<std::monostate, bool, qint64, double, Money, QDate, QString> v_;
 };
 
-/// A number as an office writes it: sign, digits with "," after each three of them or without, decimals, an
-/// exponent; blanks around it are ignored. Nothing for any other text, an empty one included.
+/// What readNumber() takes, as a number; too large a one is infinite. Nothing for any other text.
 std::optional<double> parseNumber(const QString& text);
 
 /// The values of a statement's parameters, in the order of its question marks.

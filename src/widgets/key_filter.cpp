@@ -5,7 +5,7 @@
 #include <QLineEdit>
 
 #include "store/half_width.h"
-#include "store/money.h"
+#include "store/number_text.h"
 
 namespace widgets {
 
@@ -51,14 +51,16 @@ class KeyFilter : public DirectTyping {
     /// Who takes a digit out of "12,345" means 1,234: separators that stood there and no longer fit go.
     /// Pasted ones stay for the check to judge.
     void narrow(const QString& text) {
-        QString narrowed = store::halfWidth(text);
-        if (narrowed.count(u',') <= separators_ && !store::separatorsInPlace(narrowed.section(u'.', 0, 0)))
-            narrowed.remove(u',');
-        if (narrowed == text) return;
         auto* edit = static_cast<QLineEdit*>(parent());
-        const int place = edit->cursorPosition();
+        QString before = store::halfWidth(text.first(edit->cursorPosition()));
+        QString narrowed = store::halfWidth(text);
+        if (narrowed.count(u',') <= separators_ && !store::separatorsInPlace(narrowed.section(u'.', 0, 0))) {
+            narrowed.remove(u',');
+            before.remove(u',');
+        }
+        if (narrowed == text) return;
         edit->setText(narrowed);
-        edit->setCursorPosition(place);
+        edit->setCursorPosition(static_cast<int>(before.size()));
     }
 
     QString characters_;

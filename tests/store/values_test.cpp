@@ -47,7 +47,7 @@ TEST(Money, ReadsTextExactly) {
     EXPECT_EQ(read(u"922337203685477.5807"), kMost);
     EXPECT_EQ(read(u"-922337203685477.5808"), kLeast);
     for (const auto* text : Texts{u"", u"-", u".", u"12a", u"1.2.3", u",5", u"1 2", u"1e3", u"1.5,0", u"3,5",
-                                  u"1,2345", u"1234,567", u"1,,234"})
+                                  u"1,2345", u"1234,567", u"1,,234", u"0,123"})
         EXPECT_EQ(reasonOf([&] { read(text); }), Reason::Type) << shown(text);
     for (const auto* text : Texts{u"922337203685477.5808", u"-922337203685477.5809", u"99999999999999999999"})
         EXPECT_EQ(reasonOf([&] { read(text); }), Reason::Overflow) << shown(text);

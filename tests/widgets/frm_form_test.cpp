@@ -280,6 +280,10 @@ TEST(FormKeys, AFieldOfDigitsTakesThemFromTheInputMethodToo) {
         EXPECT_EQ(form.other->cursorPosition(), left.size() - 2);
         EXPECT_FALSE(form.other->testAttribute(Qt::WA_InputMethodEnabled));
     }
+    form.other->setText(u"1,234,567"_s);
+    form.other->setCursorPosition(3);
+    typed(u"98"_s)(form.other);  // the caret stays where it types when separators go
+    EXPECT_EQ(form.other->text(), u"129834567"_s);
 }
 
 TEST(FormChild, GivesControlBackAndDeletesTheChild) {
