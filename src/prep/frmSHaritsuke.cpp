@@ -33,23 +33,27 @@ QString resultOf(const PastedPerson& person) {
     return {};
 }
 
-QString guidanceOf(qsizetype changes, qsizetype refused) {
+QString guidanceOf(qsizetype changes, qsizetype nobody, qsizetype refused) {
     if (refused > 0)
         return QStringLiteral("貼り付けられない値が %1行あります。直してから、もう一度貼り付けてください。")
             .arg(refused);
-    if (changes == 0) return QStringLiteral("値の変わる社員はいません。");
-    return QStringLiteral("%1人の値が変わります。［更新］を押すまで登録されません。").arg(changes);
+    const QString missing =
+        nobody > 0 ? QStringLiteral("この一覧にいない社員が %1行あります（貼り付けません）。").arg(nobody)
+                   : QString();
+    if (changes == 0) return missing + QStringLiteral("値の変わる社員はいません。");
+    return missing + QStringLiteral("%1人の値が変わります。［更新］を押すまで登録されません。").arg(changes);
 }
 
 }  // namespace
 
 frmSHaritsuke::frmSHaritsuke(const std::vector<PastedPerson>& people, const CellRules& rules, QWidget* parent)
     : Form(QStringLiteral("frmSHaritsuke"), QStringLiteral("社員コードで貼り付け"), parent) {
-    const qsizetype changes = countOf(people, Fate::Changes), refused = countOf(people, Fate::Refused);
+    const qsizetype changes = countOf(people, Fate::Changes), refused = countOf(people, Fate::Refused),
+                    nobody = countOf(people, Fate::Nobody);
     auto* title = make<QLabel>(QStringLiteral("lblTitle"), windowTitle());
-    auto* guidance = make<QLabel>(QStringLiteral("lblGuidance"), guidanceOf(changes, refused));
+    auto* guidance = make<QLabel>(QStringLiteral("lblGuidance"), guidanceOf(changes, nobody, refused));
     auto* header = widgets::headerBlock(title, guidance);
-    if (refused > 0) widgets::setTone(guidance, widgets::Tone::Warning);
+    if (refused + nobody > 0) widgets::setTone(guidance, widgets::Tone::Warning);
 
     auto* table = make<widgets::Table>(QStringLiteral("DataGrid1"));
     auto* rows = new widgets::RowsModel({{QStringLiteral("社員コード")},
@@ -75,9 +79,7 @@ frmSHaritsuke::frmSHaritsuke(const std::vector<PastedPerson>& people, const Cell
     });
     table->setModel(rows);
     table->setAccessibleName(windowTitle());
-    const auto fault =
-        std::find_if(people.begin(), people.end(), [](const auto& p) { return p.fate == Fate::Refused; });
-    table->selectRow(fault == people.end() ? 0 : static_cast<int>(fault - people.begin()));
+    table->selectRow(0);
     table->setMinimumSize(100 * widgets::kGrid, 44 * widgets::kGrid);
 
     auto* paste = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("貼り付ける(&P)"));

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QSet>
+#include <algorithm>
 
 #include "store/half_width.h"
 
@@ -38,18 +39,33 @@ Columns columnsOf(const QStringList& first, const QString& heading) {
     return columns;
 }
 
-std::optional<qint64> codeNumber(const QString& code) {
+/// A code as spreadsheets leave it: half-width, without its zeros. Empty for what is no number.
+QString plainCode(const QString& code) {
     bool number = false;
     const qint64 value = store::halfWidth(code).trimmed().toLongLong(&number);
-    return number ? std::optional(value) : std::nullopt;
+    return number ? QString::number(value) : QString();
 }
 
-QHash<qint64, int> placesOf(const std::vector<InputRow>& rows) {
-    QHash<qint64, int> places;
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        if (const auto number = codeNumber(rows[i].syainCode)) places.insert(*number, static_cast<int>(i));
-    return places;
-}
+/// The rows of the grid by their codes: as they stand and plain.
+class Places {
+  public:
+    explicit Places(const std::vector<InputRow>& rows) {
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            exact_.insert(rows[i].syainCode, static_cast<int>(i));
+            plain_.insert(plainCode(rows[i].syainCode), static_cast<int>(i));
+        }
+    }
+    /// The rows that a pasted code may mean: "0009" beside "009" is meant only as it stands.
+    QList<int> of(const QString& code) const {
+        if (const auto row = exact_.constFind(code); row != exact_.cend()) return {*row};
+        const QString plain = plainCode(code);
+        return plain.isEmpty() ? QList<int>() : plain_.values(plain);
+    }
+
+  private:
+    QHash<QString, int> exact_;
+    QMultiHash<QString, int> plain_;
+};
 
 /// What becomes of the value for an employee of the grid.
 void judge(PastedPerson& person, const InputRow& row, const CellRules& rules) {
@@ -63,6 +79,11 @@ void judge(PastedPerson& person, const InputRow& row, const CellRules& rules) {
     if (person.why.isEmpty()) person.text = rules.typed(person.text);
 }
 
+/// What asks for a look stands first, the rest as it was pasted.
+int attention(Fate fate) {
+    return fate == Fate::Refused ? 0 : fate == Fate::Nobody ? 1 : 2;
+}
+
 }  // namespace
 
 std::optional<std::vector<PastedPerson>> readPastedPeople(const QString& clipboard,
@@ -71,7 +92,7 @@ std::optional<std::vector<PastedPerson>> readPastedPeople(const QString& clipboa
     const QList<QStringList> lines = linesOf(clipboard);
     if (lines.isEmpty() || lines.front().size() < 2) return {};
     const Columns columns = columnsOf(lines.front(), rules.heading);
-    const QHash<qint64, int> places = placesOf(rows);
+    const Places places(rows);
     QSet<int> taken;
     std::vector<PastedPerson> people;
     for (qsizetype i = columns.headed ? 1 : 0; i < lines.size(); ++i) {
@@ -79,16 +100,25 @@ std::optional<std::vector<PastedPerson>> readPastedPeople(const QString& clipboa
         PastedPerson& person = people.emplace_back();
         person.syainCode = cells.value(columns.code).trimmed();
         person.text = columns.value < 0 ? cells.back() : cells.value(columns.value);
-        const auto number = codeNumber(person.syainCode);
-        person.row = number ? places.value(*number, -1) : -1;
-        if (person.row < 0) continue;
-        judge(person, rows[static_cast<std::size_t>(person.row)], rules);
-        if (taken.contains(person.row)) {
+        const QList<int> meant = places.of(person.syainCode);
+        const auto refuse = [&person](const QString& why) {
             person.fate = Fate::Refused;
-            person.why = QStringLiteral("同じ社員コードが2回あります。");
+            person.why = why;
+        };
+        if (cells.size() != lines.front().size()) {
+            person.text.clear();
+            refuse(QStringLiteral("列の数が、先頭の行と違います。"));
+        } else if (meant.size() > 1) {
+            refuse(QStringLiteral("社員コードが一人に決まりません。"));
+        } else if (!meant.isEmpty()) {
+            person.row = meant.front();
+            judge(person, rows[static_cast<std::size_t>(person.row)], rules);
+            if (taken.contains(person.row)) refuse(QStringLiteral("同じ社員コードが2回あります。"));
+            taken.insert(person.row);
         }
-        taken.insert(person.row);
     }
+    std::stable_sort(people.begin(), people.end(),
+                     [](const auto& a, const auto& b) { return attention(a.fate) < attention(b.fate); });
     return people;
 }
 

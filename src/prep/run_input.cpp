@@ -127,7 +127,11 @@ double judged(const QString& text) {
 std::optional<Refusal> refuseNoNumber(const QString& text) {
     if (text.isEmpty()) return refuseEmpty(text);
     if (store::parseNumber(text)) return {};
-    return Refusal{QStringLiteral("数字として読めません。"), kInputError};
+    QString said = QStringLiteral("「%1」は数字として読めません。").arg(text);
+    if (text.contains(u','))
+        said +=
+            QStringLiteral("\nカンマ（,）は３桁ごとの区切りです。小数点はピリオド（.）で入力してください。");
+    return Refusal{said, kInputError};
 }
 
 CellRules amountRules(double least, const QString& hint, const Refusal& empty) {
@@ -139,15 +143,13 @@ CellRules amountRules(double least, const QString& hint, const Refusal& empty) {
     rules.settle = formatAmount;
     rules.number = numberOf;
     const auto outside = [least](const QString& text) -> std::optional<Refusal> {
+        if (auto refusal = refuseNoNumber(text)) return refusal;
         const double yen = judged(text);
         if (yen >= least && yen < kAmountLimit) return {};
         return Refusal{QStringLiteral("1～99,999,999円を入力してください。"), kInputError};
     };
     rules.leave = [outside, empty](const QString& text) { return text.isEmpty() ? empty : outside(text); };
-    rules.save = [outside](const QString& text) {
-        if (auto refusal = refuseNoNumber(text)) return refusal;
-        return outside(text);
-    };
+    rules.save = outside;
     return rules;
 }
 

@@ -93,7 +93,6 @@ double InputGrid::total() const {
 }
 
 void InputGrid::focusRow(int row) {
-    anchor_ = row;
     setCurrentIndex(model_->index(row, Value));
     if (QWidget* cell = editor()) cell->setFocus(Qt::OtherFocusReason);
     if (auto* edit = qobject_cast<QLineEdit*>(editor())) edit->selectAll();
@@ -146,7 +145,8 @@ void InputGrid::showText(const QString& text) {
         edit->setText(text);
         edit->selectAll();
     } else if (auto* combo = qobject_cast<QComboBox*>(editor())) {
-        combo->setCurrentIndex(combo->findText(text));
+        if (!text.isEmpty() && combo->findText(text) < 0) combo->addItem(text);
+        combo->setCurrentIndex(text.isEmpty() ? -1 : combo->findText(text));
     }
 }
 
@@ -297,10 +297,12 @@ bool InputGrid::moves(const QKeyEvent& key) {
 bool InputGrid::goTo(int row, bool extend) {
     if (row < 0 || row >= model_->rowCount() || row == open_) return true;
     if (mayLeave && !mayLeave()) return true;
-    const int anchor = anchor_;
+    const std::vector<int> chosen = block();  // by keys or by mouse: it grows from its far end
+    const int anchor = !extend || chosen.empty() ? row
+                       : chosen.front() == open_ ? chosen.back()
+                                                 : chosen.front();
     focusRow(row);
     if (!extend) return true;
-    anchor_ = anchor;
     selectionModel()->select(QItemSelection(model_->index(anchor, 0), model_->index(row, Value)),
                              QItemSelectionModel::ClearAndSelect);
     return true;
@@ -381,7 +383,6 @@ void InputGrid::paste() {
 }
 
 void InputGrid::pasteByCode(const std::vector<PastedPerson>& people) {
-    if (mayLeave && !mayLeave()) return;
     frmSHaritsuke preview(people, model_->rules(), window());
     if (preview.exec() != QDialog::Accepted) return;
     std::vector<SetTexts::Change> changes;

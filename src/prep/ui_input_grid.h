@@ -55,7 +55,7 @@ class InputGrid : public widgets::Table {
     /// Judges the open cell's text as it is left: a box and the focus stays when it may not stand.
     bool judgeCell();
 
-    /// Asked before the current row changes by keys, mouse or paste; set by the form (its check on leaving).
+    /// Asked before the current row changes by keys; set by the form (its check on leaving).
     std::function<bool()> mayLeave;
     /// Told about each cell that opens: the form attaches its checks to it.
     std::function<void(QWidget* editor)> cellOpened;
@@ -96,8 +96,7 @@ class InputGrid : public widgets::Table {
 
     InputModel* model_;
     QUndoStack* undo_;
-    int stay_ = 0;    // counts the stays in cells: what is typed in one of them is one step
-    int anchor_ = 0;  // where a block began
+    int stay_ = 0;  // counts the stays in cells: what is typed in one of them is one step
     int open_ = -1;
     bool typed_ = false;   // the open cell holds what was typed since it was opened or left
     bool moving_ = false;  // the current row is changing

@@ -196,8 +196,9 @@ TEST_F(Grids, TakeBackCopyAndGiveByCode) {
         const QStringList whole = copied(form, Qt::ControlModifier | Qt::ShiftModifier).split(u'\n');
         EXPECT_EQ(whole[0], u"社員コード\t氏名\t所属大\t役職\t係数"_s);
         EXPECT_TRUE(whole[3].startsWith(code[2] + u'\t') && whole[3].endsWith(u"\t3.23456"_s));
-        press(form, Qt::Key_Down, Qt::ShiftModifier);
-        EXPECT_EQ(copied(form, Qt::ControlModifier), u"1.5\n2.23456"_s);
+        choose(form, kGrid, 2);  // a block grows from where the mouse was, too
+        press(form, Qt::Key_Up, Qt::ShiftModifier);
+        EXPECT_EQ(copied(form, Qt::ControlModifier), u"2.23456\n3.23456"_s);
 
         const auto preview = [&](const QStringList& results, const QString& button) {
             driver_.onScreen(u"frmSHaritsuke"_s, [=](QDialog& seen) {
@@ -206,10 +207,10 @@ TEST_F(Grids, TakeBackCopyAndGiveByCode) {
             });
         };
         const QString nobody = u"この一覧にいない社員です。貼り付けません"_s, changes = u"変わります"_s;
-        preview({u"数字として読めません。"_s, u"同じ社員コードが2回あります。"_s}, u"Command2"_s);
+        preview({u"「abc」は数字として読めません。"_s, u"同じ社員コードが2回あります。"_s}, u"Command2"_s);
         paste(form, u"%1\tabc\n%1\t2\n"_s.arg(code[0]));
         EXPECT_EQ(tinted(form), u"x--"_s);
-        preview({changes, nobody, u"いまの値と同じです"_s}, u"Command1"_s);
+        preview({nobody, changes, u"いまの値と同じです"_s}, u"Command1"_s);
         paste(form, u"係数\t社員Code\r\n４\t%1\r\n5\t999999\r\n1.5\t%2\r\n"_s.arg(
                         QString::number(code[2].toInt()), code[0]));
         EXPECT_EQ(values(form).last() + tinted(form), u"4.000x-x"_s);

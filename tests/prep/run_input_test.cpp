@@ -1,6 +1,7 @@
 #include "prep/run_input.h"
 
 #include "prep/criterion_snapshot.h"
+#include "prep/pasted_people.h"
 #include "prep/run_company.h"
 
 namespace {
@@ -117,15 +118,18 @@ TEST(CellRulesTest, AdmitWhatEachGridTakes) {
     const auto* missing = u"未入力ヶ所があります";
     const auto* most = u"999.999以下を入力してください。";
     const auto* least = u"0.001以上を入力してください。";
-    const auto* none = u"数字として読めません。";
+    const auto* none = u"「12x」は数字として読めません。";
+    const auto* comma =
+        u"「3,5」は数字として読めません。\nカンマ（,）は３桁ごとの区切りです。小数点はピリオド（."
+        u"）で入力してください。";
     const auto* bad = u"不正な入力がありました。暫定的に1.000にします。";
     expectCells(prep::typedAmountRules(), {{u"", u"空欄なので0にします。", u"0", missing, u""},
                                            {u"0", u"", u"", u"", u"0"},
                                            {u"1,000,000", u"", u"", u"", u"1,000,000"},
                                            {u"99999999", u"", u"", u"", u"99,999,999"},
                                            {u"100000000", range, u"", range, u"100,000,000"},
-                                           {u"12x", range, u"", none, u"12x"},
-                                           {u"3,5", range, u"", none, u"3,5"},
+                                           {u"12x", none, u"", none, u"12x"},
+                                           {u"3,5", comma, u"", comma, u"3,5"},
                                            {u"-1", range, u"", range, u"-1"}});
     expectCells(prep::baseAmountRules(), {{u"", u"空欄なので10000にします。", u"10000", missing, u""},
                                           {u"0", range, u"", range, u"0"},
@@ -133,12 +137,28 @@ TEST(CellRulesTest, AdmitWhatEachGridTakes) {
                                           {u"100,000,000", range, u"", range, u"100,000,000"}});
     expectCells(prep::coefficientRules(),
                 {{u"", u"空欄なので1.000にします。", u"1", missing, u""},
-                 {u"1.2.3", bad, u"1", none, u"1.2.3"},
-                 {u".", bad, u"1", none, u"."},
+                 {u"12x", bad, u"1", none, u"12x"},
+                 {u"-1", bad, u"1", least, u"-1.000"},
                  {u"0.000", u"0.000は暫定的に1.000にします。", u"1", least, u"0.000"},
                  {u"0.0004", u"", u"", u"", u"0.000"},
                  {u"999.9994", u"", u"", u"", u"999.999"},
                  {u"1000", most, u"", most, u"1,000.000"}});
+}
+
+TEST(PastedPeople, AreWhoTheCodeMeansAndNobodyElse) {
+    const std::vector<prep::InputRow> grid{{u"1"_s, {}, {}, {}, u"0009"_s},
+                                           {u"1"_s, {}, {}, {}, u"009"_s},
+                                           {u"1"_s, {}, {}, {}, u"0010"_s},
+                                           {u"1"_s, {}, {}, {}, u"A1"_s}};
+    QStringList seen;
+    const auto people =
+        prep::readPastedPeople(u"1\tx\t2\n10\tx\t2\n0010\n9\tx\t2\nA1\tx\t2\n009\tx\t2\n0\tx\t2\n"_s, grid,
+                               prep::coefficientRules());
+    for (const auto& person : people.value())
+        seen << u"%1:%2%3"_s.arg(person.syainCode).arg(person.row).arg(person.why);
+    EXPECT_EQ(seen, (QStringList{u"0010:-1列の数が、先頭の行と違います。"_s,
+                                 u"9:-1社員コードが一人に決まりません。"_s, u"1:-1"_s, u"0:-1"_s, u"0010:2"_s,
+                                 u"A1:3"_s, u"009:1"_s}));
 }
 
 TEST(CellRulesTest, PastedTextAndTheCalculatorKnowTheirLimits) {
