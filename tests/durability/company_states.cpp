@@ -2,10 +2,10 @@
 
 #include <QDir>
 #include <algorithm>
-#include <map>
 #include <stdexcept>
 
 #include "calc/kojinbetsu.h"
+#include "calc/run_budget.h"
 #include "calc/shikyuu_store.h"
 #include "calc/sougaku.h"
 #include "personnel/code_change.h"
@@ -13,6 +13,8 @@
 #include "prep/auto_input.h"
 #include "prep/evaluation_import.h"
 #include "prep/run_input.h"
+#include "prep/snapshot.h"
+#include "sample_company.h"
 #include "store/catalog.h"
 #include "store/company_files.h"
 
@@ -48,11 +50,15 @@ void computePool(store::Connection& cn, int side) {
 }
 
 void changeDates(store::Connection& cn, int side) {
-    const personnel::PositionDates dates{extraDate(), extraDate(), extraDate()};
+    const QDate extra(2027, 7, 10);  // the sample company does not have it
+    const personnel::PositionDates dates{extra, extra, extra};
+    prep::SelectIntoX(cn, dates);
+    store::Transaction transaction(cn);
     if (side == 1)
         prep::addDate(cn, prep::Side::Jikkou, dates);
     else
-        prep::removeDate(cn, prep::Side::Jikkou, extraDate());
+        prep::removeDate(cn, prep::Side::Jikkou, extra);
+    transaction.commit();
 }
 
 void fillAutomatically(store::Connection& cn, int side) {
@@ -91,21 +97,13 @@ void storeCorrection(store::Connection& cn, int side) {
     calc::storePaymentCoefficients(cn, generalRun(), panel);
 }
 
-QString nameOf(store::Connection& cn, const QString& code) {
-    return cn.query(QStringLiteral("select 氏名 from 履歴書テーブル where 社員Code = ?"), {code})
-        .value(0)
-        .toText();
-}
-
 void renameEmployee(store::Connection& cn, int side) {
     const personnel::CodeKey from{kRenamed[1 - side], {}}, to{kRenamed[side], {}};
     const personnel::CompanyDatabases company = databasesOf(cn);
     personnel::announceRename(company, Referent::Syain, from, to);
     store::Transaction transaction(cn, store::Connection::Reserve::AsWritten);
-    if (personnel::entryStands(cn, Referent::Syain, from)) {
-        personnel::renameCode(company, Referent::Syain, from, to, nameOf(cn, from.code));
-        personnel::renameEntry(cn, Referent::Syain, from, to);
-    }
+    personnel::renameCode(company, Referent::Syain, from, to);
+    personnel::renameEntry(cn, Referent::Syain, from, to);
     transaction.commit();
 }
 
@@ -131,43 +129,42 @@ void removeEmployee(store::Connection& cn, int side) {
     store::Transaction transaction(cn, store::Connection::Reserve::AsWritten);
     personnel::removeCode(company, Referent::Syain, copy);
     personnel::removeEntry(cn, Referent::Syain, copy);
-    if (side == 0) {
-        std::map<store::File, std::unique_ptr<store::Connection>> companions;
-        for (const store::File file : personnel::secondaryFiles(company, Referent::Syain))
-            companions[file] = std::make_unique<store::Connection>(
-                store::filePath(company.dataDir, company.company, file), store::databasePassword());
-        copyEmployee(cn, store::tableNamed(QStringLiteral("履歴書テーブル")), 0, copy.code);
-        for (const personnel::Reference& reference : personnel::codeReferences()) {
-            const QString& column = reference.table->columns[static_cast<std::size_t>(reference.column)].name;
-            if (column != u"社員Code" || reference.table->lifetime != store::Lifetime::Permanent) continue;
-            const auto found = companions.find(reference.table->file);
-            store::Connection& holder = found == companions.end() ? cn : *found->second;
-            copyEmployee(holder, *reference.table, reference.column, copy.code);
-        }
-    }
     transaction.commit();
+    if (side == 1) return;
+    store::Connection hyouka(store::filePath(company.dataDir, company.company, store::File::Hyouka),
+                             store::databasePassword());
+    store::Transaction own(cn), other(hyouka);
+    copyEmployee(cn, store::tableNamed(QStringLiteral("履歴書テーブル")), 0, copy.code);
+    for (const personnel::Reference& each : personnel::codeReferences())
+        if (each.table->columns[static_cast<std::size_t>(each.column)].name == u"社員Code" &&
+            each.table->lifetime == store::Lifetime::Permanent)
+            copyEmployee(each.table->file == store::File::Hyouka ? hyouka : cn, *each.table, each.column,
+                         copy.code);
+    own.commit();
+    other.commit();
 }
 
 /// Forty people new, ten others with another reading; the new ones go when the way back is taken.
 void importPeople(store::Connection& cn, int side) {
     cn.execute(QStringLiteral("delete from 履歴書テーブル where Clng(社員Code) >= 910000"));
-    const QString heads = QStringLiteral(
+    QString sheet = QStringLiteral(
         "社員Code,氏名,フリガナ,性別,生年月日,入社日,最終学歴,職能資格,勤務地,組合,出身地,採用区分,"
-        "住宅区分");
-    std::vector<personnel::CsvRow> sheet{{1, heads.split(u',')}};
-    const auto add = [&](int code, const QString& rest) {
-        const QString row = QStringLiteral("%1,社員　%1,%2").arg(QString::number(code), rest);
-        sheet.push_back({static_cast<int>(sheet.size()) + 1, row.split(u',')});
-    };
-    for (int i = 1; i <= 10; ++i) add(i, QStringLiteral("%1,,,,,,,,,,").arg(side ? u"ｱﾄ" : u"ﾏｴ"));
-    for (int i = 0; side == 1 && i < 40; ++i)
-        add(910000 + i, QStringLiteral("ｼﾝｼﾞﾝ,2,1990/4/1,2013/4/1,01,01,01,01,13,01,01"));
-    const auto plan =
-        personnel::planImport(cn, personnel::ImportKind::Employees, sheet, {true, QDate(2026, 12, 1)});
-    for (const personnel::ImportRow& row : plan.rows)
-        if (row.outcome == personnel::ImportRow::Outcome::Refused)
-            throw std::logic_error(row.reasons.join(u' ').toStdString());
+        "住宅区分\n");
+    for (int i = 1; i <= 10; ++i)
+        sheet += QStringLiteral("%1,社員　%1,%2,,,,,,,,,,\n").arg(QString::number(i), side ? u"ｱﾄ" : u"ﾏｴ");
+    for (int i = 910000; side == 1 && i < 910040; ++i)
+        sheet += QStringLiteral("%1,社員　%1,ｼﾝｼﾞﾝ,2,1990/4/1,2013/4/1,01,01,01,01,13,01,01\n").arg(i);
+    const auto plan = personnel::planImport(cn, personnel::ImportKind::Employees, personnel::parseCsv(sheet),
+                                            {true, QDate(2026, 12, 1)});
+    if (!plan.mayRun()) throw std::logic_error("the sheet is refused");
     personnel::runImport(cn, plan);
+}
+
+template <auto Work>
+void inOneTransaction(store::Connection& cn, int side) {
+    store::Transaction transaction(cn);
+    Work(cn, side);
+    transaction.commit();
 }
 
 }  // namespace
@@ -177,16 +174,11 @@ personnel::CompanyDatabases databasesOf(store::Connection& cn) {
     return {cn, QFileInfo(folder.path()).path(), folder.dirName()};
 }
 
-void runTowards(store::Connection& cn, Command command, int side) {
-    if (command == Command::Rename) return renameEmployee(cn, side);
-    if (command == Command::Remove) return removeEmployee(cn, side);
-    if (command == Command::Dates) prep::SelectIntoX(cn, {extraDate(), extraDate(), extraDate()});
-    using Work = void (*)(store::Connection&, int);
-    static constexpr Work kWorks[] = {computeIndividual, computePool,  changeDates,     fillAutomatically,
-                                      typeAmounts,       importGrades, storeCorrection, importPeople};
-    store::Transaction transaction(cn);
-    kWorks[static_cast<int>(command)](cn, side);
-    transaction.commit();
-}
+const Command kCommands[kCommandCount] = {
+    {inOneTransaction<computeIndividual>}, {inOneTransaction<computePool>},  {changeDates},
+    {inOneTransaction<fillAutomatically>}, {inOneTransaction<typeAmounts>},  {inOneTransaction<importGrades>},
+    {inOneTransaction<storeCorrection>},   {inOneTransaction<importPeople>}, {renameEmployee, true},
+    {removeEmployee, true, false},
+};
 
 }  // namespace durability

@@ -8,11 +8,10 @@
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    const auto command = static_cast<durability::Command>(arguments.value(3).toInt());
+    const durability::Command& command = durability::kCommands[arguments.value(3).toInt()];
     auto cn = store::openMainConnection(arguments.value(1), arguments.value(2));
     std::puts("ready");
     std::fflush(stdout);
-    const bool back = command != durability::Command::Remove;
-    for (int side = arguments.value(4).toInt();; side = back ? 1 - side : side)
-        durability::runTowards(*cn, command, side);
+    for (int side = arguments.value(4).toInt();; side = command.goesBack ? 1 - side : side)
+        command.runTowards(*cn, side);
 }
