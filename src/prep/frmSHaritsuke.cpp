@@ -80,7 +80,8 @@ frmSHaritsuke::frmSHaritsuke(const std::vector<PastedPerson>& people, const Cell
     table->setModel(rows);
     table->setAccessibleName(windowTitle());
     table->selectRow(0);
-    table->setMinimumSize(100 * widgets::kGrid, 44 * widgets::kGrid);
+    table->setGivingWay({1});
+    table->setMinimumSize(110 * widgets::kGrid, 44 * widgets::kGrid);
 
     auto* paste = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("貼り付ける(&P)"));
     auto* cancel = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("キャンセル(&C)"));

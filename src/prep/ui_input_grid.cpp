@@ -52,6 +52,7 @@ InputGrid::InputGrid(QWidget* parent)
     setObjectName(QStringLiteral("Picture1"));
     verticalScrollBar()->setObjectName(QStringLiteral("VScroll1"));
     setItemDelegate(new Delegate(this));
+    setGivingWay({Syozoku, Yakusyoku, Shimei});
     setModel(model_);
     setContent({}, {});
 }
@@ -170,9 +171,17 @@ void InputGrid::enter(const QString& text) {
 void InputGrid::markCell() {
     QWidget* cell = editor();
     if (!cell) return;
-    QPalette palette = window()->palette();
-    if (model_->isChanged(open_)) palette.setColor(QPalette::Base, widgets::changedColor());
-    cell->setPalette(palette);
+    const bool tinted = model_->isChanged(open_);
+    const QColor ground = widgets::changedColor();
+    if (!model_->rules().choices.isEmpty()) {
+        QPalette palette = window()->palette();
+        if (tinted) palette.setColor(QPalette::Base, ground);
+        cell->setPalette(palette);
+    } else {  // a palette does not reach a field without a frame
+        const QString sheet =
+            tinted ? QStringLiteral("QLineEdit { background: %1; }").arg(ground.name()) : QString();
+        if (cell->styleSheet() != sheet) cell->setStyleSheet(sheet);
+    }
     cell->setToolTip(model_->further(open_));
 }
 

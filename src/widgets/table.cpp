@@ -55,9 +55,19 @@ void Table::fitColumns() {
         if (!isColumnHidden(column)) setColumnWidth(column, std::min(widest, columnWidth(column) + kGrid));
     const int taken = horizontalHeader()->length();
     const int room = viewport()->width();
-    if (taken <= 0 || taken >= room) return;
+    if (taken >= room) return giveWay(taken - room);
+    if (taken <= 0) return;
     for (int column = 0; column < model()->columnCount(); ++column)
         if (!isColumnHidden(column)) setColumnWidth(column, columnWidth(column) * room / taken);
+}
+
+void Table::giveWay(int lack) {
+    const int least = fontMetrics().averageCharWidth() * 8;
+    for (const int column : givingWay_) {
+        const int less = std::clamp(columnWidth(column) - least, 0, lack);
+        setColumnWidth(column, columnWidth(column) - less);
+        lack -= less;
+    }
 }
 
 void Table::setModel(QAbstractItemModel* newModel) {

@@ -20,6 +20,9 @@ class Table : public QTableView {
     /// is set or reset; callers that set widths of their own switch that off.
     void fitColumns();
     void setAutoFit(bool on) { autoFit_ = on; }
+    /// The columns that become narrower, the first one first, before the last column leaves the sight. What
+    /// is cut off there shows as a tool tip.
+    void setGivingWay(std::vector<int> columns) { givingWay_ = std::move(columns); }
 
     void setModel(QAbstractItemModel* model) override;
 
@@ -36,10 +39,12 @@ class Table : public QTableView {
 
   private:
     void refit();
+    void giveWay(int lack);
     void setRowHeight();
     QString selectedText() const;
 
     QString placeholder_;
+    std::vector<int> givingWay_;
     QMetaObject::Connection resets_;
     bool autoFit_ = true;
     bool fitting_ = false;

@@ -122,8 +122,14 @@ TEST_F(EvaluationImport, AsksWhereGradesAreUsedAndInTheirWords) {
             EXPECT_EQ(visible(form, u"Frame1"_s) && enabled(form, kNext), !c.words.isEmpty());
             if (c.words.isEmpty()) return;
             takeDate(form, u"2026/11/20"_s);
-            next(form, c.told,
-                 [&](QDialog& grid) { EXPECT_EQ(rows(grid, u"DataCombo1_0"_s).join(QString()), c.words); });
+            next(form, c.told, [&](QDialog& grid) {
+                EXPECT_EQ(rows(grid, u"DataCombo1_0"_s).join(QString()), c.words);
+                const QString stored = shown(grid);
+                for (Qt::Key key : {Qt::Key_Home, Qt::Key_Down, Qt::Key_Up}) press(grid, key);
+                press(grid, Qt::Key_Z,
+                      Qt::ControlModifier);  // the E too, once another word has taken its place
+                EXPECT_EQ(shown(grid), stored);
+            });
         });
     }
     sql(u"DELETE FROM S係数評価段階設定"_s);

@@ -10,6 +10,7 @@
 #include "prep/frmSJikkou03Sub.h"
 #include "prep/run_screens.h"
 #include "prep/snapshot.h"
+#include "widgets/theme.h"
 
 namespace {
 
@@ -185,6 +186,7 @@ TEST_F(Grids, TakeBackCopyAndGiveByCode) {
         type(form, u"Text1_0"_s, u"1.5"_s, Qt::Key_Down);
         type(form, u"Text1_1"_s, u"3"_s);
         EXPECT_EQ(tinted(form), u"xx-"_s);
+        EXPECT_EQ(control(form, u"Text1_1"_s).grab().toImage().pixelColor(3, 9), widgets::changedColor());
         press(form, Qt::Key_Z, Qt::ControlModifier);
         EXPECT_EQ(text(form, u"Text1_1"_s) + tinted(form), u"2.23456x--"_s);
         press(form, Qt::Key_Z, Qt::ControlModifier);
