@@ -35,7 +35,10 @@ Columns columnsOf(const QStringList& first, const QString& heading) {
         }
         if (cell == heading) columns.value = i;
     }
-    if (!columns.headed) columns.value = -1;
+    if (!columns.headed)
+        columns.value = -1;
+    else if (columns.value < 0 && first.size() == 2)
+        columns.value = 1 - columns.code;
     return columns;
 }
 
@@ -105,7 +108,11 @@ std::optional<std::vector<PastedPerson>> readPastedPeople(const QString& clipboa
             person.fate = Fate::Refused;
             person.why = why;
         };
-        if (cells.size() != lines.front().size()) {
+        if (columns.headed && columns.value < 0 && lines.front().size() > 2) {
+            person.text.clear();
+            refuse(QStringLiteral("どの列が値か分かりません。見出しを「%1」にしてください。")
+                       .arg(rules.heading));
+        } else if (cells.size() != lines.front().size()) {
             person.text.clear();
             refuse(QStringLiteral("列の数が、先頭の行と違います。"));
         } else if (meant.size() > 1) {

@@ -213,7 +213,7 @@ TEST_F(Grids, TakeBackCopyAndGiveByCode) {
         paste(form, u"%1\tabc\n%1\t2\n"_s.arg(code[0]));
         EXPECT_EQ(tinted(form), u"x--"_s);
         preview({nobody, changes, u"いまの値と同じです"_s}, u"Command1"_s);
-        paste(form, u"係数\t社員Code\r\n４\t%1\r\n5\t999999\r\n1.5\t%2\r\n"_s.arg(
+        paste(form, u"率\t社員Code\r\n４\t%1\r\n5\t999999\r\n1.5\t%2\r\n"_s.arg(
                         QString::number(code[2].toInt()), code[0]));
         EXPECT_EQ(values(form).last() + tinted(form), u"4.000x-x"_s);
         press(form, Qt::Key_Z, Qt::ControlModifier);

@@ -159,6 +159,12 @@ TEST(PastedPeople, AreWhoTheCodeMeansAndNobodyElse) {
     EXPECT_EQ(seen, (QStringList{u"0010:-1列の数が、先頭の行と違います。"_s,
                                  u"9:-1社員コードが一人に決まりません。"_s, u"1:-1"_s, u"0:-1"_s, u"0010:2"_s,
                                  u"A1:3"_s, u"009:1"_s}));
+    // Of several amounts under other headings none is guessed.
+    EXPECT_EQ(
+        prep::readPastedPeople(u"社員コード\t基礎額Ａ\t基礎額Ｂ\n10\t2\t3\n"_s, grid, prep::baseAmountRules())
+            ->front()
+            .why,
+        u"どの列が値か分かりません。見出しを「金額」にしてください。"_s);
 }
 
 TEST(CellRulesTest, PastedTextAndTheCalculatorKnowTheirLimits) {
