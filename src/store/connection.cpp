@@ -195,25 +195,32 @@ void Connection::commitTrans() {
 }
 
 void Connection::finish(const char* sql) {
-    const std::vector<quint32> counters = changeCounters();
-    const QStringList journals = commonJournals();
+    const Changes before = changes();
     const int code = sqlite3_exec(db_, sql, nullptr, nullptr, nullptr);
     if (code == SQLITE_OK) return;
     const Error error = errorOf(code);
     // Open still: nothing is written, the caller rolls back.
     if (inTransaction()) throw error;
-    // The engine ended the transaction: before or behind the moment that makes it stand?
+    requireStands(before, error);
+}
+
+Connection::Changes Connection::changes() const {
+    return {changeCounters(), commonJournals()};
+}
+
+/// The engine ended the transaction: before or behind the moment that makes it stand?
+void Connection::requireStands(const Changes& before, const Error& error) {
     if (!settle()) {
         // What waits for its common journal, or for its own where there is one file only, is rolled back when
         // the files can be written again.
         const bool alone = schemas().size() == 1 && QFileInfo::exists(path_ + QStringLiteral("-journal"));
-        if (alone || commonJournals() != journals) throw error;
+        if (alone || commonJournals() != before.journals) throw error;
         throw Error(Error::Reason::CommitUnknown,
                     QStringLiteral("処理の最後にエラーが発生し、登録されたかどうかを確認できません。\n"
                                    "会社を指定し直して、内容を確認してください。"));
     }
     // All files go together: one that was changed tells for all.
-    if (changeCounters() == counters) throw error;
+    if (changeCounters() == before.counters) throw error;
 }
 
 /// The engine counts the changes of a file in its header, in the same write as the changes themselves. Read

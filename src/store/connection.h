@@ -31,7 +31,8 @@ class Connection {
     /// Makes the tables of another file visible under their own names. The file must exist.
     void attach(const QString& path, const QString& schema, const QString& passphrase);
 
-    /// Runs one statement to its end; the number of rows changed. Values travel as `binds` only.
+    /// Runs one statement to its end; the number of rows changed. Values travel as `binds` only. A write
+    /// outside of any transaction is told as commitTrans() tells it.
     int execute(const QString& sql, const Binds& binds = {});
     /// Runs a fixed script of several statements without values.
     void executeScript(const QString& sql);
@@ -66,6 +67,15 @@ class Connection {
     void open(const QString& path, const QString& passphrase, Mode mode);
     void verify(const QString& schema, const QString& path);
     void finish(const char* sql);  ///< commitTrans() with the statement that ends the outermost transaction
+    /// What the files show of changes, to tell by and by whether one more stands.
+    struct Changes {
+        std::vector<quint32> counters;
+        QStringList journals;
+    };
+    Changes changes() const;
+    /// Behind a failure in which the engine ended the transaction: returns when it stands all the same,
+    /// throws the error or Error(CommitUnknown) otherwise.
+    void requireStands(const Changes& before, const Error& error);
     std::vector<quint32> changeCounters() const;
     QStringList commonJournals() const;
     bool settle();

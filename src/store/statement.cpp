@@ -5,6 +5,7 @@
 #include <QStringConverter>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "store/catalog.h"
@@ -168,6 +169,9 @@ Statement& Statement::bindAll(const Binds& values) {
 }
 
 bool Statement::step() {
+    // A write outside of any transaction is one of its own, and may fail in its commit as others do.
+    std::optional<Connection::Changes> before;
+    if (!sqlite3_stmt_readonly(stmt_) && !connection_->inTransaction()) before = connection_->changes();
     const int code = sqlite3_step(stmt_);
     if (code == SQLITE_ROW) return true;
     if (code == SQLITE_DONE) {
@@ -177,7 +181,11 @@ bool Statement::step() {
     // The reset would overwrite the description.
     const Error error = connection_->errorOf(code);
     sqlite3_reset(stmt_);
-    throw error;
+    // Of all other failures the engine says itself that nothing was written.
+    const int kind = code & 0xff;
+    if (!before || (kind != SQLITE_IOERR && kind != SQLITE_FULL)) throw error;
+    connection_->requireStands(*before, error);
+    return false;
 }
 
 void Statement::run() {

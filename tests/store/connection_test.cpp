@@ -153,6 +153,15 @@ TEST_F(Store, OneTransactionCoversAllFiles) {
                 EXPECT_EQ(one(watcher, u"select sum(額) from "_s + table) * 2, after);
         }
     EXPECT_TRUE(told[0] && told[1] && told[2]);
+    // A write without a transaction around it has a commit too.
+    for (const Removal kind : {Removal::Fails, Removal::IsDone}) {
+        const qint64 before = total(watcher);
+        FaultVfs::armRemoval(1, kind);
+        const auto reason = reasonOf([&] { cn.execute(u"update t set 額=額+20000"_s); });
+        FaultVfs::disarm();
+        EXPECT_EQ(reason.has_value(), kind == Removal::Fails);
+        for (Connection* each : {&cn, &watcher}) EXPECT_EQ(total(*each), reason ? before : before + 60000);
+    }
 }
 
 TEST_F(Store, SortsCodesByNumberAndRaisesOnOthers) {
