@@ -35,8 +35,7 @@ bool refreshAllLinks(store::Connection& dao_db, const Place& place, OpenedCompan
 
 /// Base amounts by method '3' come out of the companion's wage tables.
 bool usesWageCompanion(store::Connection& cnMain) {
-    auto settings = cnMain.query(QStringLiteral("select 設定方法 from S基礎額設定"));
-    return settings.find(QStringLiteral("設定方法"), u"3");
+    return !cnMain.query(QStringLiteral("select 1 from S基礎額設定 where 設定方法 = '3' limit 1")).eof();
 }
 
 OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {

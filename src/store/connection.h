@@ -82,7 +82,6 @@ class Connection {
     Error errorOf(int code) const;
     [[noreturn]] void fail(int code) const;
     friend class Statement;
-    friend class Recordset;
     QString path_;
     sqlite3* db_ = nullptr;
 };

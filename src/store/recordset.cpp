@@ -14,16 +14,10 @@ namespace {
 using Values = std::vector<Value>;
 
 struct Row {
-    qint64 id = 0;     ///< the bookmark
     qint64 rowid = 0;  ///< the engine's key; only of updatable rows that are stored
     bool isNew = false;
     Values values;
     std::optional<Values> stored;  ///< what the file holds, while the values differ from it
-};
-
-struct RemovedRow {
-    Row row;
-    int index;
 };
 
 std::size_t at(int index) {
@@ -32,24 +26,6 @@ std::size_t at(int index) {
 
 QString quoted(const QString& column) {
     return u'"' + QString(column).replace(u'"', QStringLiteral("\"\"")) + u'"';
-}
-
-bool isNumber(const Value& value) {
-    return value.kind() >= Value::Kind::Boolean && value.kind() <= Value::Kind::Money;
-}
-
-bool sameValue(const Value& a, const Value& b) {
-    return isNumber(a) && isNumber(b) ? a.toDouble() == b.toDouble() : a == b;
-}
-
-bool lessThan(const Value& a, const Value& b) {
-    if (isNumber(a) && isNumber(b)) {
-        if (a.kind() == b.kind() && a.kind() == Value::Kind::Money) return a.toMoney() < b.toMoney();
-        return a.toDouble() < b.toDouble();
-    }
-    if (a.kind() != b.kind()) return a.kind() < b.kind();
-    if (a.kind() == Value::Kind::Date) return a.toDate() < b.toDate();
-    return a.kind() == Value::Kind::Text && a.toText() < b.toText();
 }
 
 [[noreturn]] void throwNoRecord() {
@@ -74,14 +50,12 @@ struct Recordset::Data {
     int counter = -1;
 
     std::vector<Row> rows;
-    std::vector<RemovedRow> removed;
-    qint64 nextId = 1;
     int position = 0;
 
+    enum class EditMode { None, Edit, Add };
     EditMode mode = EditMode::None;
     Values backup;           ///< the row before the pending edit
     int positionBefore = 0;  ///< where the recordset stood before addNew
-    bool batch = false;
     std::map<QString, Statement> prepared;
 
     int count() const { return static_cast<int>(rows.size()); }
@@ -93,7 +67,6 @@ struct Recordset::Data {
 
     void read();
     void describe(const Statement& statement, int hidden);
-    int positionOf(qint64 id) const;
     void beginEdit(Row& row);
     void finishEdit();
     void leaveRow() {
@@ -108,7 +81,6 @@ struct Recordset::Data {
     void rewriteRow(const Row& row);
     void deleteRow(const Row& row);
     void settle(Row& row, qint64 rowid);
-    void writeBatch(std::vector<qint64>& rowids);
 };
 
 void Recordset::Data::describe(const Statement& statement, int hidden) {
@@ -129,23 +101,15 @@ void Recordset::Data::read() {
     std::vector<Row> fresh;
     while (statement.step()) {
         Row row;
-        row.id = nextId + static_cast<qint64>(fresh.size());
         if (hidden) row.rowid = statement.toInteger(0);
         row.values.reserve(types.size());
         for (int i = hidden; i < statement.columnCount(); ++i) row.values.push_back(statement.value(i));
         fresh.push_back(std::move(row));
     }
     // Only a complete reading replaces what was there: a function may fail after some rows.
-    nextId += static_cast<qint64>(fresh.size());
     rows = std::move(fresh);
-    removed.clear();
     mode = EditMode::None;
     position = 0;
-}
-
-int Recordset::Data::positionOf(qint64 id) const {
-    const auto found = std::find_if(rows.begin(), rows.end(), [id](const Row& row) { return row.id == id; });
-    return found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
 }
 
 void Recordset::Data::beginEdit(Row& row) {
@@ -155,17 +119,15 @@ void Recordset::Data::beginEdit(Row& row) {
     mode = EditMode::Edit;
 }
 
-/// The end of update(): writes the current row, or leaves it for the batch.
+/// The end of update().
 void Recordset::Data::finishEdit() {
     Row& row = current();
-    if (!batch) {
-        qint64 rowid = row.rowid;
-        if (row.isNew)
-            rowid = insertRow(row);
-        else
-            rewriteRow(row);
-        settle(row, rowid);
-    }
+    qint64 rowid = row.rowid;
+    if (row.isNew)
+        rowid = insertRow(row);
+    else
+        rewriteRow(row);
+    settle(row, rowid);
     mode = EditMode::None;
 }
 
@@ -231,14 +193,6 @@ void Recordset::Data::settle(Row& row, qint64 rowid) {
     }
 }
 
-void Recordset::Data::writeBatch(std::vector<qint64>& rowids) {
-    for (const RemovedRow& gone : removed) deleteRow(gone.row);
-    for (const Row& row : rows) {
-        if (!row.isNew) rewriteRow(row);
-        rowids.push_back(row.isNew ? insertRow(row) : row.rowid);
-    }
-}
-
 Recordset::Recordset(std::unique_ptr<Data> data) : d_(std::move(data)) {}
 Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
@@ -274,10 +228,6 @@ int Recordset::fieldCount() const {
 QString Recordset::fieldName(int position) const {
     return d_->names.at(position);
 }
-ColumnType Recordset::fieldType(int position) const {
-    return d_->types.at(at(position));
-}
-
 int Recordset::fieldIndex(const QString& name) const {
     const auto found = d_->positions.constFind(name);
     if (found != d_->positions.constEnd()) return *found;
@@ -286,41 +236,12 @@ int Recordset::fieldIndex(const QString& name) const {
     throw Error(Error::Reason::Type, QStringLiteral("項目「%1」が見つかりません。").arg(name));
 }
 
-bool Recordset::bof() const {
-    return d_->rows.empty() || d_->position < 0;
-}
 bool Recordset::eof() const {
     return d_->position >= d_->count();
 }
-void Recordset::moveFirst() {
-    d_->moveTo(0);
-}
-void Recordset::moveLast() {
-    d_->moveTo(d_->count() - 1);
-}
-void Recordset::moveNext() {
-    d_->moveTo(d_->position + 1);
-}
-void Recordset::movePrevious() {
-    d_->moveTo(d_->position - 1);
-}
-int Recordset::absolutePosition() const {
-    return d_->onRow() ? d_->position + 1 : -1;
-}
-
 void Recordset::setAbsolutePosition(int position) {
     if (position < 1 || position > d_->count()) throwNoRecord();
     d_->moveTo(position - 1);
-}
-
-qint64 Recordset::bookmark() const {
-    return d_->current().id;
-}
-
-void Recordset::setBookmark(qint64 bookmark) {
-    const int position = d_->positionOf(bookmark);
-    if (position < 0) throwNoRecord();
-    d_->moveTo(position);
 }
 
 const Value& Recordset::value(int position) const {
@@ -337,58 +258,24 @@ const Value& Recordset::valueAt(int row, int position) const {
     return d_->rows[at(row)].values[at(position)];
 }
 
-bool Recordset::find(const QString& field, const Value& value) {
-    const int column = fieldIndex(field);
-    d_->leaveRow();
-    Value wanted;
-    try {
-        wanted = convertTo(fieldType(column), value);
-    } catch (const Error&) {
-        d_->position = d_->count();  // what no field of this type can hold stands in no row
-        return false;
-    }
-    int row = std::max(d_->position, 0);
-    while (row < d_->count() && !sameValue(valueAt(row, column), wanted)) ++row;
-    d_->position = row;
-    return row < d_->count();
-}
-
-void Recordset::sort(const QString& field, bool ascending) {
-    const std::size_t column = at(fieldIndex(field));
-    d_->leaveRow();
-    std::stable_sort(d_->rows.begin(), d_->rows.end(), [column, ascending](const Row& a, const Row& b) {
-        return ascending ? lessThan(a.values[column], b.values[column])
-                         : lessThan(b.values[column], a.values[column]);
-    });
-    d_->position = 0;
-}
-
 void Recordset::requery() {
     d_->read();
 }
 
-Recordset::EditMode Recordset::editMode() const {
-    return d_->mode;
-}
-bool Recordset::updatable() const {
-    return !d_->table.isEmpty();
-}
-
 void Recordset::addNew() {
-    Q_ASSERT(updatable());
+    Q_ASSERT(!d_->table.isEmpty());
     d_->leaveRow();
     Row row;
-    row.id = d_->nextId++;
     row.isNew = true;
     row.values.resize(d_->types.size());
     d_->positionBefore = d_->position;
     d_->rows.push_back(std::move(row));
     d_->position = d_->count() - 1;
-    d_->mode = EditMode::Add;
+    d_->mode = Data::EditMode::Add;
 }
 
 void Recordset::setValue(int position, const Value& value) {
-    Q_ASSERT(updatable() && position >= 0 && position < fieldCount());
+    Q_ASSERT(!d_->table.isEmpty() && position >= 0 && position < fieldCount());
     Row& row = d_->current();
     Value converted = convertTo(d_->types[at(position)], value);
     d_->beginEdit(row);
@@ -404,85 +291,24 @@ void Recordset::update() {
 }
 
 void Recordset::cancelUpdate() {
-    if (d_->mode == EditMode::Add) {
+    if (d_->mode == Data::EditMode::Add) {
         d_->rows.pop_back();
         d_->position = std::min(d_->positionBefore, d_->count());
-    } else if (d_->mode == EditMode::Edit) {
+    } else if (d_->mode == Data::EditMode::Edit) {
         Row& row = d_->current();
         row.values = d_->backup;
         if (row.stored == row.values) row.stored.reset();
     }
-    d_->mode = EditMode::None;
+    d_->mode = Data::EditMode::None;
 }
 
 void Recordset::remove() {
-    Q_ASSERT(updatable());
+    Q_ASSERT(!d_->table.isEmpty());
     Row& row = d_->current();
-    if (d_->mode == EditMode::Add) return cancelUpdate();
-    if (!d_->batch) d_->deleteRow(row);
-    d_->mode = EditMode::None;
-    if (d_->batch && !row.isNew) d_->removed.push_back({std::move(row), d_->position});
+    if (d_->mode == Data::EditMode::Add) return cancelUpdate();
+    d_->deleteRow(row);
+    d_->mode = Data::EditMode::None;
     d_->rows.erase(d_->rows.begin() + d_->position);
-}
-
-void Recordset::setBatch(bool on) {
-    Q_ASSERT(updatable());
-    d_->batch = on;
-}
-
-namespace {
-
-/// A failed write may have rolled back everything already; then there is no savepoint to go back to. The
-/// first error is the one to tell.
-void undoBatch(Connection& connection, bool outermost) {
-    try {
-        if (outermost)
-            connection.rollbackTrans();
-        else if (connection.inTransaction())
-            connection.executeScript(QStringLiteral("ROLLBACK TO batch; RELEASE batch"));
-    } catch (const Error&) {
-        // The caller's rollback, or the closing of the connection, undoes the rest.
-    }
-}
-
-}  // namespace
-
-void Recordset::updateBatch() {
-    d_->leaveRow();
-    Connection& connection = *d_->connection;
-    std::vector<qint64> rowids;
-    rowids.reserve(d_->rows.size());
-    const bool outermost = !connection.inTransaction();
-    connection.executeScript(QStringLiteral("SAVEPOINT batch"));
-    try {
-        d_->writeBatch(rowids);
-        if (outermost)
-            connection.finish("RELEASE batch");
-        else
-            connection.executeScript(QStringLiteral("RELEASE batch"));
-    } catch (...) {
-        d_->prepared.clear();
-        undoBatch(connection, outermost);
-        throw;
-    }
-    d_->prepared.clear();
-    d_->removed.clear();
-    for (std::size_t i = 0; i < rowids.size(); ++i) d_->settle(d_->rows[i], rowids[i]);
-}
-
-void Recordset::cancelBatch() {
-    cancelUpdate();
-    const qint64 id = d_->onRow() ? d_->current().id : 0;
-    std::erase_if(d_->rows, [](const Row& row) { return row.isNew; });
-    for (Row& row : d_->rows)
-        if (row.stored) row.values = *std::exchange(row.stored, std::nullopt);
-    while (!d_->removed.empty()) {
-        RemovedRow& gone = d_->removed.back();
-        if (gone.row.stored) gone.row.values = *std::exchange(gone.row.stored, std::nullopt);
-        d_->rows.insert(d_->rows.begin() + std::min(gone.index, d_->count()), std::move(gone.row));
-        d_->removed.pop_back();
-    }
-    d_->position = std::max(d_->positionOf(id), 0);
 }
 
 }  // namespace store

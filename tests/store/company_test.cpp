@@ -44,11 +44,11 @@ TEST_F(Company, HoldsEveryTableOfTheCatalogueInItsFile) {
         if (table.lifetime == store::Lifetime::Scratch) continue;
         auto& cn = files[table.file];
         if (!cn) cn = std::make_unique<Connection>(path(table.file), store::databasePassword());
-        const store::Recordset rows = cn->query(u"select * from "_s + table.name);
-        ASSERT_EQ(rows.fieldCount(), static_cast<int>(table.columns.size())) << table.name.toStdString();
-        for (int i = 0; i < rows.fieldCount(); ++i) {
+        const store::Statement rows = cn->prepare(u"select * from "_s + table.name);
+        ASSERT_EQ(rows.columnCount(), static_cast<int>(table.columns.size())) << table.name.toStdString();
+        for (int i = 0; i < rows.columnCount(); ++i) {
             const store::Column& column = table.columns[static_cast<std::size_t>(i)];
-            EXPECT_TRUE(rows.fieldName(i) == column.name && rows.fieldType(i) == column.type)
+            EXPECT_TRUE(rows.columnName(i) == column.name && rows.columnType(i) == column.type)
                 << table.name.toStdString() << i;
         }
     }

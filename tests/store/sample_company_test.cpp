@@ -92,26 +92,6 @@ TEST_F(SampleCompany, EveryCodeStandsInItsMaster) {
     for (const QString& from : wrong) EXPECT_EQ(count(from), 0) << from.toStdString();
 }
 
-int bytesOf(const QString& text) {
-    int bytes = 0;
-    for (QChar c : text)
-        bytes += c.unicode() < 0x80 || (c.unicode() >= 0xFF61 && c.unicode() <= 0xFF9F) ? 1 : 2;
-    return bytes;
-}
-
-TEST_F(SampleCompany, NamesAndAddressesFitTheirFields) {
-    const std::vector<std::pair<QString, int>> limits{{u"氏名 FROM 履歴書テーブル"_s, 20},
-                                                      {u"フリガナ FROM 履歴書テーブル"_s, 20},
-                                                      {u"氏名 FROM 家族テーブル"_s, 20},
-                                                      {u"住所1 FROM 履歴書テーブル"_s, 40},
-                                                      {u"役職 FROM 役職マスタ"_s, 16}};
-    for (const auto& [of, limit] : limits)
-        for (store::Recordset rows = cn_->query(u"SELECT "_s + of); !rows.eof(); rows.moveNext()) {
-            const int bytes = bytesOf(rows.value(0).toText());
-            EXPECT_TRUE(bytes > 0 && bytes <= limit) << bytes << " in " << of.toStdString();
-        }
-}
-
 TEST_F(SampleCompany, IsTheSameEveryTime) {
     QTemporaryDir root;
     const SampleOptions options{.dataDir = root.filePath(u"Data"_s)};
