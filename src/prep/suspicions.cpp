@@ -48,6 +48,7 @@ class Inputs {
         for (const QString& code : order_)
             if (codes.contains(code) && found.people.size() < kNamed)
                 found.people << code + u' ' + names_.value(code);
+        if (codes.size() > kNamed) found.people << QStringLiteral("ほか%1人").arg(codes.size() - kNamed);
         found_.push_back(std::move(found));
     }
     void addWithoutSnapshot() {

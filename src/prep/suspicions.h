@@ -13,7 +13,7 @@ namespace prep {
 
 struct Suspicion {
     QString text;        ///< "評価の入っていない社員が 23人います。"
-    QStringList people;  ///< the first of them, "000012 横山　純一"
+    QStringList people;  ///< the first of them, "000012 横山　純一", and how many more
     QString place;       ///< the step of the run at which it is mended, as the run menu calls it
     QString screen;      ///< its screen
 };

@@ -329,6 +329,8 @@ void Form::showCause(const QString& sentence) {
     cause_->setText(sentence);
     cause_->setVisible(!sentence.isEmpty());
     giveRoom();
+    layout()->activate();
+    if (isVisible()) resize(size().expandedTo(layout()->totalMinimumSize()));
 }
 
 /// What the screen has for the form without its frame.
