@@ -7,6 +7,7 @@
 #include "measure.h"
 #include "prep/auto_input.h"
 #include "prep/snapshot.h"
+#include "prep/suspicions.h"
 #include "store/catalog.h"
 #include "store/company_files.h"
 
@@ -193,6 +194,20 @@ void BM_AutoInput(benchmark::State& state) {
                           for (const QString& statement : floor) c.cn().execute(statement);
                       }));
 }
+
+/// What is asked before each calculation, beside automatic input itself.
+void BM_Suspicions(benchmark::State& state) {
+    Company& c = measured::company<Company>(int(state.range(0)));
+    const auto houshiki = criteria::Houshiki::Kojinbetsu;
+    const auto fill = committed(c, [&] { prep::autoInput(c.cn(), c.run, houshiki); });
+    fill();
+    if (!prep::suspicionsBeforeCalculation(c.cn(), c.run, houshiki).empty())
+        state.SkipWithError("filled inputs are suspicious");
+    measured::compare(
+        state, [&] { benchmark::DoNotOptimize(prep::suspicionsBeforeCalculation(c.cn(), c.run, houshiki)); },
+        fill);
+}
+BENCHMARK(BM_Suspicions)->Arg(1000)->Arg(10000)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 BENCHMARK(BM_AutoInput)
     ->Arg(100)

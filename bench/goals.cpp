@@ -28,6 +28,8 @@ constexpr Goal kGoals[] = {
     {"individual calculation, 10,000", Figure::TimesFloor, 1.5, "BM_Kojinbetsu/10000/manual_time"},
     {"pool allocation, 10,000", Figure::TimesFloor, 1.5, "BM_Sougaku/10000/manual_time"},
     {"automatic input, 10,000", Figure::TimesFloor, 2, "BM_AutoInput/10000/manual_time"},
+    {"check of the inputs, 10,000, to automatic input", Figure::TimesFloor, 1,
+     "BM_Suspicions/10000/manual_time"},
     {"individual calculation, 32,767 to 1,000", Figure::Growth, 1.3, "BM_Kojinbetsu/32767/manual_time",
      "BM_Kojinbetsu/1000/manual_time"},
     {"pool allocation, 32,767 to 1,000", Figure::Growth, 1.3, "BM_Sougaku/32767/manual_time",
