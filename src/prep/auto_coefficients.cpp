@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QStringList>
 #include <algorithm>
+#include <limits>
 
 #include "criteria/run_filter.h"
 #include "store/catalog.h"
@@ -113,29 +114,35 @@ class Keys {
                                                   "(SELECT 社員Code FROM %3 WHERE %4)")
                                        .arg(names.join(u','), table, run.table, criteria::kRunFilter));
         rows.bindAll(criteria::runBinds(run.key));
+        QHash<QString, std::size_t> firstKey;
         while (rows.step()) {
             const QString code = rows.toText(0);
-            if (firstKey_.contains(code)) continue;
-            firstKey_.insert(code, keys_.size());
+            if (firstKey.contains(code)) continue;
+            firstKey.insert(code, keys_.size());
             for (int i = 1; i <= static_cast<int>(positions_.size()); ++i) keys_.push_back(rows.toText(i));
         }
+        // Looked up once for all items.
+        firstKey_.reserve(run.rows.size());
+        for (const AutoRun::Row& row : run.rows) firstKey_.push_back(firstKey.value(row.syainCode, kNone));
     }
 
     int column(int position) const {
         return static_cast<int>(std::find(positions_.begin(), positions_.end(), position) -
                                 positions_.begin());
     }
-    const QString& of(const QString& syainCode, int column) const {
-        const auto found = firstKey_.constFind(syainCode);
-        if (found == firstKey_.constEnd())
+    /// Of the run's row at this place.
+    const QString& of(std::size_t row, int column) const {
+        if (firstKey_[row] == kNone)
             throw store::Error(store::Error::Reason::Type, QStringLiteral("現在のレコードがありません。"),
                                QStringLiteral("社員の記録がありません。"));
-        return keys_[*found + static_cast<std::size_t>(column)];
+        return keys_[firstKey_[row] + static_cast<std::size_t>(column)];
     }
 
   private:
+    static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
     std::vector<int> positions_;
-    QHash<QString, std::size_t> firstKey_;
+    std::vector<std::size_t> firstKey_;  ///< by the run's row: where its keys begin
     std::vector<QString> keys_;
 };
 
@@ -182,15 +189,15 @@ AutoItem lookUpAll(const AutoRun& run, const Kind& kind, const Keys& keys) {
     item.cells.reserve(run.rows.size());
     std::optional<LookUp> table;
     const int column = keys.column(kind.key);
-    const auto cellOf = [&](const AutoRun::Row& row) {
-        const QString& key = keys.of(row.syainCode, column);
+    const auto cellOf = [&](std::size_t row) {
+        const QString& key = keys.of(row, column);
         if (key.isEmpty() && kind.source == Source::Years) store::throwNull();
         if (!key.isEmpty() && !table) table.emplace(run, QString::fromUtf16(kind.table));
         return key.isEmpty() ? AutoCell() : table->find(key);
     };
-    for (const AutoRun::Row& row : run.rows)
-        item.cells.push_back(
-            store::named([&] { return placeOf(run, row, kind.target); }, [&] { return cellOf(row); }));
+    for (std::size_t row = 0; row < run.rows.size(); ++row)
+        item.cells.push_back(store::named([&] { return placeOf(run, run.rows[row], kind.target); },
+                                          [&] { return cellOf(row); }));
     return item;
 }
 

@@ -57,10 +57,11 @@ void writeJudgments(const AutoRun& run, const std::vector<AutoItem>& items) {
     auto insert = run.cn.prepare(
         QStringLiteral("INSERT INTO %1(%2) VALUES(?%3)")
             .arg(kJudgments, names.join(u','), QStringLiteral(",?").repeated(names.size() - 1)));
+    const QString found = QStringLiteral("○"), notFound = QStringLiteral("×");
     for (std::size_t i = 0; i < run.rows.size(); ++i) {
         int parameter = 1;
         insert.bind(parameter, run.rows[i].syainCode);
-        for (const AutoItem& item : items) insert.bind(++parameter, item.cells[i].found ? u"○" : u"×");
+        for (const AutoItem& item : items) insert.bind(++parameter, item.cells[i].found ? found : notFound);
         insert.run();
     }
 }
