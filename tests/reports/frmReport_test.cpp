@@ -159,20 +159,6 @@ TEST_F(Preview, PagesMoveByButtonsNumberAndKeys) {
     EXPECT_EQ(form_.page(), 2);
 }
 
-TEST_F(Preview, ZoomStepsFromWhatIsSeen) {
-    auto* sheet = control<QWidget>("Sheet");
-    form_.setZoom(100);
-    const int real = sheet->width();
-    EXPECT_NEAR(real, 210 / 25.4 * form_.logicalDpiX(), 1);
-    QTest::keyClick(&form_, Qt::Key_Plus, Qt::ControlModifier);
-    EXPECT_NEAR(sheet->width(), real * 1.25, 1);
-    auto* zoom = control<QComboBox>("cboZoom");
-    zoom->setCurrentIndex(1);  // the whole page
-    EXPECT_LE(sheet->height(), control<QWidget>("PageView")->height());
-    zoom->setCurrentIndex(0);  // the window's width
-    EXPECT_GT(sheet->width(), form_.width() * 9 / 10);
-}
-
 TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
     QTemporaryDir folder;
     const QString path = folder.filePath(u"賞与.pdf"_s);
@@ -198,51 +184,6 @@ TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
     ASSERT_EQ(said.size(), 1);
     EXPECT_TRUE(said[0].startsWith(u"PDF ファイルを保存できません。"_s));
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"賞与.pdf"_s});
-}
-
-TEST(ReportPainter, PrintsARangeOfPagesAndStopsWhenTold) {
-    QTemporaryDir folder;
-    const ReportPainter painter(amounts(100));
-    const auto print = [&](int first, int last, const ReportPainter::Progress& progress) {
-        QPrinter printer(QPrinter::HighResolution);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        painter.setPaper(printer);
-        printer.setOutputFileName(folder.filePath(u"p.pdf"_s));
-        return painter.print(printer, first, last, progress);
-    };
-    EXPECT_TRUE(print(2, 3, {}));
-    EXPECT_TRUE(content(folder.filePath(u"p.pdf"_s)).contains("/Count 2"));
-    int told = 0;
-    EXPECT_FALSE(print(1, 3, [&](int) { return ++told < 2; }));
-    EXPECT_EQ(told, 2);
-}
-
-TEST(SnapshotDates, AreListedInTheOrderOfTheirDates) {
-    QTemporaryDir folder;
-    shell::GlobalRecord global;
-    shell::ScreenRegistry screens;
-    shell::House house{global, screens};
-    global.setCompanyPanel(u"見本商事株式会社"_s);
-    global.cn_main = std::make_unique<store::Connection>(folder.filePath(u"a.mdb"_s), u"key"_s,
-                                                         store::Connection::Mode::Create);
-    const QString table = u"Sデータ取込年月日運用"_s;
-    for (const QString& sql : store::createStatements(store::tableNamed(table))) global.cn_main->execute(sql);
-    for (const int year : {2026, 1999, 2025})
-        global.cn_main->execute(u"insert into %1 values (?, ?, ?, ?)"_s.arg(table),
-                                {QDate(year, 12, 10), QDate(year, 4, 1), QDate(year, 4, 2), u"冬季賞与"});
-
-    const std::unique_ptr<QDialog> preview(previewSnapshotDates(house, nullptr));
-    global.cn_main.reset();  // the open preview needs no connection
-    const Report& report = dynamic_cast<frmReport&>(*preview).report();
-    const auto texts = [&](Section section, int row) {
-        QStringList all;
-        for (const Control& c : report.design().band(section).controls)
-            if (c.kind != ControlKind::Line) all << report.textOf(c, row, 1);
-        return all.join(u'|');
-    };
-    EXPECT_TRUE(texts(Section::Section4, 0).endsWith(u"|見本商事株式会社"_s));
-    EXPECT_EQ(texts(Section::Section1, 0), u"1999/12/10|1999/4/1|1999/4/2|冬季賞与"_s);
-    EXPECT_EQ(texts(Section::Section1, 2), u"2026/12/10|2026/4/1|2026/4/2|冬季賞与"_s);
 }
 
 }  // namespace

@@ -216,17 +216,5 @@ TEST(InstanceLock, RefusesASecondAndTakesOverFromTheDead) {
     EXPECT_TRUE(InstanceLock(path).acquired());
 }
 
-TEST(CompanyFolders, SubfoldersOnly) {
-    support::CompanyFolder place;
-    EXPECT_TRUE(companyFolders(place.dataDir()).isEmpty());
-    // The last one is a company whose creation was cut off.
-    for (const QString& name : {u"乙社"_s, u"甲 社"_s, u".0b5f"_s})
-        ASSERT_TRUE(QDir(place.dataDir()).mkdir(name));
-    ASSERT_TRUE(QFile(place.dataDir() + u"/memo.txt"_s).open(QIODevice::WriteOnly));
-    QStringList names = companyFolders(place.dataDir());
-    names.sort();
-    EXPECT_EQ(names, QStringList({u"乙社"_s, u"甲 社"_s}));
-}
-
 }  // namespace
 }  // namespace shell

@@ -60,66 +60,6 @@ TEST_F(HelpWindow, EveryScreenOfTheRunHasItsPageAndNoLinkLeadsNowhere) {
     }
 }
 
-TEST_F(HelpWindow, OneWindowPerBookMovesToTheTopicAndAnotherBookClosesIt) {
-    shelf_.helpOn(u"frmSDatatorikomi"_s);
-    QPointer<frmHelp> bonus = shelf_.window(HelpFile::Shelp);
-    ASSERT_TRUE(bonus);
-    EXPECT_EQ(shown(*bonus), u"人事データ取込"_s);
-    shelf_.helpOn(u"frmSHaibunjikkouK2"_s);
-    EXPECT_EQ(shelf_.window(HelpFile::Shelp), bonus);
-    EXPECT_EQ(shown(*bonus), u"配分計算"_s);
-    click(*bonus, u"back"_s);
-    EXPECT_EQ(shown(*bonus), u"人事データ取込"_s);
-    EXPECT_EQ(bonus->page(), 7001);
-
-    shelf_.helpOn(u"frmDBSentaku"_s);
-    EXPECT_FALSE(shelf_.window(HelpFile::Shelp));
-    EXPECT_EQ(shown(*shelf_.window(HelpFile::Jhelp)), u"会社指定"_s);
-    EXPECT_EQ(global_.help_bunya, u"jin"_s);
-    shelf_.helpOn(u"frmBackup"_s);  // a screen whose page is not written
-    EXPECT_EQ(shown(*shelf_.window(HelpFile::Jhelp)), u"基本事項のヘルプ"_s);
-    shelf_.helpOn(u"frmNowhere"_s);
-    EXPECT_EQ(shown(*shelf_.window(HelpFile::Mhelp)), u"メニュー画面のヘルプ"_s);
-
-    shelf_.window(HelpFile::Mhelp)->close();  // a window that the user closed comes back
-    shelf_.open(HelpFile::Mhelp);
-    EXPECT_TRUE(shelf_.window(HelpFile::Mhelp));
-    closeEveryHelp(shelf_);
-    EXPECT_FALSE(shelf_.window(HelpFile::Mhelp));
-}
-
-TEST_F(HelpWindow, TheSearchListsThePagesOfAllBooksAndMarksTheWord) {
-    shelf_.open(HelpFile::Shelp);
-    frmHelp& bonus = *shelf_.window(HelpFile::Shelp);
-    const int all = int(contents(bonus).size());
-    EXPECT_EQ(all, int(shelf_.pages().size()) + 3);  // each book with its heading, its own first
-    EXPECT_EQ(contents(bonus).first(), u"賞与配分"_s);
-
-    type(bonus, u"search"_s, u"切り捨て"_s);
-    EXPECT_EQ(contents(bonus),
-              (QStringList{u"賞与配分"_s, u"配分計算"_s, u"メニュー画面"_s, u"配分実行メニュー"_s}));
-    press(bonus, Qt::Key_Return);
-    EXPECT_EQ(shown(bonus), u"配分計算"_s);
-    const auto marks = page(bonus).extraSelections();
-    ASSERT_FALSE(marks.isEmpty());
-    EXPECT_EQ(marks.first().cursor.selectedText(), u"切り捨て"_s);
-
-    // A page of another book opens by the rule; the search comes along.
-    choose(bonus, u"contents"_s, 3);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return shelf_.window(HelpFile::Mhelp) != nullptr; }));
-    EXPECT_FALSE(shelf_.window(HelpFile::Shelp));
-    frmHelp& menu = *shelf_.window(HelpFile::Mhelp);
-    EXPECT_EQ(shown(menu), u"配分実行メニュー"_s);
-    EXPECT_EQ(text(menu, u"search"_s), u"切り捨て"_s);
-    EXPECT_EQ(contents(menu).first(), u"メニュー画面"_s);
-
-    type(menu, u"search"_s, u"存在しないことば"_s);
-    EXPECT_TRUE(contents(menu).first().startsWith(u"見つかりませんでした。"_s));
-    EXPECT_TRUE(page(menu).extraSelections().isEmpty());
-    type(menu, u"search"_s, u""_s);
-    EXPECT_EQ(contents(menu).size(), all);
-}
-
 /// A window that a modal screen blocks gets no mouse press.
 TEST_F(HelpWindow, HelpStaysUsableBesideAModalScreenAndItsChild) {
     widgets::Form below(u"frmBelow"_s, u""_s, nullptr);

@@ -96,43 +96,6 @@ class MainWindow : public testing::Test {
     bool openAtEnd_ = false;
 };
 
-TEST_F(MainWindow, MenusDisableWhatIsNotBuilt) {
-    QString entries;
-    for (const char* name : {"mnuFile", "mnuHelp"})
-        for (const QAction* action : main().findChild<QMenu*>(QString::fromLatin1(name))->actions())
-            entries += action->isSeparator() ? u'-' : action->isEnabled() ? u'x' : u'.';
-    EXPECT_EQ(entries, u".x-...-.-xxxxx"_s);
-    EXPECT_EQ(main().size(), QSize(800, 573));  // 12000 by 8600 twips
-    main().resize(100, 100);
-    EXPECT_EQ(main().size(), QSize(768, 536));  // 11520 by 8040 twips
-}
-
-TEST_F(MainWindow, HelpMenuOpensEachBookAndTheVersionBox) {
-    const HelpFile books[] = {HelpFile::Mhelp, HelpFile::Jhelp, HelpFile::Shelp};
-    for (int i = 0; i < 3; ++i) {
-        click(main(), u"mnuHelpNo_%1"_s.arg(i));
-        for (HelpFile book : books) EXPECT_EQ(program_->help().window(book) != nullptr, book == books[i]);
-    }
-    driver_.onScreen(u"frmAbout"_s, [this](QDialog& form) {
-        EXPECT_EQ(text(form, u"lblDataFolder"_s), QDir::toNativeSeparators(company_.dataDir()));
-        driver_.onScreen(u"frmLicence"_s, [](QDialog& texts) {
-            auto& list = control<QListWidget>(texts, u"lstLicence"_s);
-            const auto& shown = control<QPlainTextEdit>(texts, u"txtLicence"_s);
-            QSet<QString> seen;
-            for (int row = 0; row < list.count(); ++row) {
-                list.setCurrentRow(row);
-                EXPECT_GT(shown.toPlainText().size(), 300) << list.item(row)->text().toStdString();
-                seen << shown.toPlainText();
-            }
-            EXPECT_EQ(seen.size(), list.count());
-            click(texts, u"cmdClose"_s);
-        });
-        click(form, u"cmdLicence"_s);
-        click(form, u"cmdOK"_s);
-    });
-    click(main(), u"mnuHelpNo_3"_s);
-}
-
 TEST_F(MainWindow, TheCloseBoxIsRefusedAndAskedAndNoLeavesTheCompanyOpen) {
     openCompany();
     program_->help().open(HelpFile::Shelp);
@@ -207,22 +170,6 @@ TEST_F(MainWindow, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
     EXPECT_FALSE(second.Main());
     EXPECT_FALSE(second.fMainForm());
     EXPECT_TRUE(main().isVisible());
-}
-
-TEST_F(MainWindow, TheSplashStaysAndNothingIsHandledMeanwhile) {
-    Program other(screens_, company_.programDir());
-    other.setLockPath(company_.programDir() + u"/other.lock"_s);
-    other.setSplashTime(std::chrono::milliseconds(300));
-    QElapsedTimer clock;
-    clock.start();
-    qint64 handled = 0;
-    QTimer::singleShot(200, qApp, [&] { handled = clock.elapsed(); });
-    EXPECT_TRUE(other.Main());
-    EXPECT_GE(clock.elapsed(), 300);
-    EXPECT_EQ(handled, 0);
-    EXPECT_FALSE(QGuiApplication::overrideCursor());
-    EXPECT_TRUE(other.fMainForm()->isVisible());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return handled >= 300; }));
 }
 
 }  // namespace

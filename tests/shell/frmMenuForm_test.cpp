@@ -110,14 +110,6 @@ TEST_F(HouseScreens, FailuresAreToldOnceAndAnOpenTransactionIsRolledBack) {
     EXPECT_FALSE(guarded(nullptr, [&] { throw error; }));
 }
 
-TEST_F(HouseScreens, CheckFieldTellsTheFault) {
-    const QString label = u"･･･会社名"_s;
-    EXPECT_TRUE(check_field(nullptr, u"見本"_s, 4, false, label));
-    driver_.expectBox(u"項目の長さ(4)が制限(3)を越えています。 ･･･会社名"_s, u"入力のエラー"_s, BoxAnswer::Ok,
-                      BoxIcon::Critical);
-    EXPECT_FALSE(check_field(nullptr, u"見本"_s, 3, false, label));
-}
-
 /// The driver is what every screen test leans on: it must not let a fault pass.
 TEST_F(HouseScreens, TheDriverReportsWhatWasNotForeseen) {
     QStringList failures;

@@ -38,26 +38,6 @@ class SampleCompany : public testing::Test {
     inline static std::unique_ptr<store::Connection> cn_;
 };
 
-TEST_F(SampleCompany, CoversEveryBranchOfTheSetUp) {
-    const std::vector<std::pair<QString, int>> least{
-        {u"(SELECT DISTINCT 設定方法 FROM S基礎額設定)"_s, 3},
-        {u"(SELECT DISTINCT 設定方法 FROM S支給係数設定)"_s, 3},
-        {u"(SELECT DISTINCT 評語タイプ FROM S係数評価段階設定)"_s, 3},
-        {u"(SELECT DISTINCT 単価, 端数処理 FROM Tanka_hasuu)"_s, 3},
-        {u"(SELECT DISTINCT 基礎額Ａ <> 0, 基礎額Ｂ <> 0 FROM S係数設定 WHERE 算定方式 = '1')"_s, 4},
-        {u"S配分基準 WHERE 個人別計算 <> 0 AND 総額配分 = 0"_s, 1},
-        {u"S配分基準 WHERE 個人別計算 = 0 AND 総額配分 <> 0"_s, 1},
-        {u"S配分基準 WHERE 個人別計算 <> 0 AND 総額配分 <> 0 AND 金一封 <> 0"_s, 1},
-        {u"S配分基準対応社員 WHERE 金一封 > 0 OR 特別加算金 > 0"_s, 2},
-        {u"S係数設定 WHERE 算定方式 = '2' AND 基礎額Ａ = 0 AND 基礎額Ｂ = 0"_s, 1},
-        {u"(SELECT 社員Code FROM 異動テーブル GROUP BY 社員Code HAVING count(*) >= 4)"_s, 5}};
-    for (const auto& [from, rows] : least) EXPECT_GE(count(from), rows) << from.toStdString();
-    for (const store::Table& table : store::catalog())
-        if (table.lifetime == store::Lifetime::Permanent && table.file == store::File::Chingin) {
-            EXPECT_GT(count(table.name), 0) << table.name.toStdString();
-        }
-}
-
 TEST_F(SampleCompany, EveryCodeStandsInItsMaster) {
     const QString orphans = u"%1 WHERE (%2) IS NOT NULL AND (%2) NOT IN (SELECT %3)"_s;
     QStringList wrong{

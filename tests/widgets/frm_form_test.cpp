@@ -140,21 +140,6 @@ const struct {
     {"closing the window", [](F& f) { f.QDialog::close(); }, false},
 };
 
-TEST(PlatformMessages, OnlyTheLineAboutSizeHintsIsDropped) {
-    static QStringList heard;
-    heard.clear();
-    const auto before = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext&, const QString& message) { heard << message; });
-    dropSizeHintMessage();
-    dropSizeHintMessage();  // a second call does not pass messages on to itself
-    for (const char* message : {"This plugin does not support propagateSizeHints()", "fault",
-                                "fault: This plugin does not support propagateSizeHints()"})
-        qWarning("%s", message);
-    qInstallMessageHandler(before);
-    EXPECT_EQ(heard,
-              (QStringList{u"fault"_s, u"fault: This plugin does not support propagateSizeHints()"_s}));
-}
-
 }  // namespace
 
 TEST(FormLeaveCheck, RefusesTheMoveAndWhatItWouldPressOrPassesBothOnce) {
@@ -393,24 +378,4 @@ TEST(TableCopy, CopiesTheSelectionAsItStandsOnScreen) {
                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
     QTest::keySequence(&table, QKeySequence::Copy);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"10,000\t1\t青木\n20,000\t2\t石井 一"_s);
-}
-
-TEST(TableFit, AsksOnlyForRowsInSightAndLeavesDraggedWidthsAlone) {
-    Table table;
-    RowsModel model({{u"番号"_s}, {u"金額"_s, true}});
-    int lowest = 0;
-    model.setRows(30000, [&](int row, int) {
-        lowest = std::max(lowest, row);
-        return QString::number(row);
-    });
-    table.setModel(&model);
-    table.resize(400, 300);
-    table.show();
-    table.grab();
-    EXPECT_GT(lowest, 0);
-    EXPECT_LT(lowest, 100);
-    table.horizontalHeader()->resizeSection(0, 99);
-    table.resize(500, 300);
-    model.refresh();
-    EXPECT_EQ(table.columnWidth(0), 99);
 }
