@@ -7,8 +7,9 @@
 
 #include "calc/annual.h"
 #include "calc/input_check.h"
+#include "company/create.h"
+#include "company/main_connection.h"
 #include "measure.h"
-#include "store/company_files.h"
 
 // The year's payments over four dates and the status check, in turns with the floor: the same answer by bare
 // set-based statements into and out of one scratch table.
@@ -16,15 +17,15 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const shell::RunKey kRun{QDate(2026, 12, 10), u"01"_s, u"01"_s};
+const domain::RunKey kRun{QDate(2026, 12, 10), u"01"_s, u"01"_s};
 const calc::NenkanDates kDates{QDate(2025, 7, 10), QDate(2025, 12, 10), QDate(2026, 7, 10), kRun.kijunbi};
 
 /// People with two paid rows on each date, and with inputs and a decision of the last one.
 class Company {
   public:
     explicit Company(int employees) {
-        store::createCompany(folder_.path(), u"計測"_s, {});
-        cn_ = store::openMainConnection(folder_.path(), u"計測"_s);
+        company::createCompany(folder_.path(), u"計測"_s, {});
+        cn_ = company::openMainConnection(folder_.path(), u"計測"_s);
         store::Transaction transaction(*cn_);
         const auto fill = [&](const QString& insert, const store::Binds& more = {}) {
             store::Binds binds{employees};
@@ -103,7 +104,7 @@ void BM_InputCheck(benchmark::State& state) {
         "WHERE r.基準日 = ?1 AND r.配分区分 = ?2 AND r.配分基準 = ?3"_s;
     measured::compare(
         state,
-        [&] { calc::inputCheckSheet(c.cn(), kRun, criteria::Houshiki::Kojinbetsu, u"計測"_s, u"計測"_s); },
+        [&] { calc::inputCheckSheet(c.cn(), kRun, design::Houshiki::Kojinbetsu, u"計測"_s, u"計測"_s); },
         [&] {
             c.bare(answer, {kRun.kijunbi, kRun.haibunKubun, kRun.haibunKijun}, {decided});
         });

@@ -4,12 +4,13 @@
 #include <QTemporaryDir>
 #include <stdexcept>
 
+#include "company/create.h"
+#include "company/main_connection.h"
 #include "measure.h"
 #include "prep/auto_input.h"
 #include "prep/snapshot.h"
 #include "prep/suspicions.h"
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
 
 // Automatic input of everything that can be automatic: both base amounts out of wages, the 14 coefficients
 // and 支給係数. In turns with the floor: the same work as set-based statements of the engine, on the same
@@ -47,8 +48,8 @@ bool ofPerson(const Kind& kind) {
 class Company {
   public:
     explicit Company(int employees) {
-        store::createCompany(folder_.path(), u"計測"_s, {true, false});
-        cn_ = store::openMainConnection(folder_.path(), u"計測"_s);
+        company::createCompany(folder_.path(), u"計測"_s, {true, false});
+        cn_ = company::openMainConnection(folder_.path(), u"計測"_s);
         store::Transaction transaction(*cn_);
         QStringList person, snapshot;
         for (const Kind& kind : kinds()) (ofPerson(kind) ? person : snapshot) << kind.key;
@@ -67,7 +68,7 @@ class Company {
         transaction.commit();
     }
     store::Connection& cn() { return *cn_; }
-    const shell::RunKey run{QDate(2026, 12, 10), u"01"_s, u"01"_s};
+    const domain::RunKey run{QDate(2026, 12, 10), u"01"_s, u"01"_s};
 
   private:
     static QString keys(qsizetype count) {
@@ -189,7 +190,7 @@ void BM_AutoInput(benchmark::State& state) {
     Company& c = measured::company<Company>(int(state.range(0)));
     const QStringList floor = setBased();
     measured::compare(state,
-                      committed(c, [&] { prep::autoInput(c.cn(), c.run, criteria::Houshiki::Kojinbetsu); }),
+                      committed(c, [&] { prep::autoInput(c.cn(), c.run, design::Houshiki::Kojinbetsu); }),
                       committed(c, [&] {
                           for (const QString& statement : floor) c.cn().execute(statement);
                       }));
@@ -198,7 +199,7 @@ void BM_AutoInput(benchmark::State& state) {
 /// What is asked before each calculation, beside automatic input itself.
 void BM_Suspicions(benchmark::State& state) {
     Company& c = measured::company<Company>(int(state.range(0)));
-    const auto houshiki = criteria::Houshiki::Kojinbetsu;
+    const auto houshiki = design::Houshiki::Kojinbetsu;
     const auto fill = committed(c, [&] { prep::autoInput(c.cn(), c.run, houshiki); });
     fill();
     if (!prep::suspicionsBeforeCalculation(c.cn(), c.run, houshiki).empty())

@@ -4,14 +4,14 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "forms/box.h"
 #include "goals.h"
-#include "shell/ui_box.h"
 #include "widgets/platform_messages.h"
 
 namespace {
 
 /// Nobody answers a box here: what brings one up is a fault of the measurement, and ends it at once.
-shell::BoxAnswer failAtBox(const shell::BoxRequest& request) {
+forms::BoxAnswer failAtBox(const forms::BoxRequest& request) {
     std::fprintf(stderr, "unexpected box: %s: %s\n", qPrintable(request.title), qPrintable(request.text));
     std::_Exit(3);
 }
@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     widgets::dropSizeHintMessage();
     const QApplication application(argc, argv);
-    shell::setBoxHandler(failAtBox);
+    forms::setBoxHandler(failAtBox);
     const bool all = argc == 1;
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;

@@ -6,16 +6,17 @@
 
 #include "calc/kojinbetsu.h"
 #include "calc/sougaku.h"
+#include "company/create.h"
+#include "company/main_connection.h"
 #include "measure.h"
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
 
 // Each measurement takes turns between the calculation and two yardsticks on the same keyed files: the floor
 // (the same values written into the same tables by bare prepared statements) and the same formula as
 // set-based SQL.
 namespace {
 
-using store::tableNamed;
+using schema::tableNamed;
 
 QString u(const char16_t* text) {
     return QString::fromUtf16(text);
@@ -46,8 +47,8 @@ QStringList columnNames(const QString& table, int first, int last) {
 class Company {
   public:
     explicit Company(int employees) {
-        store::createCompany(folder_.path(), u(u"計測"), {});
-        cn_ = store::openMainConnection(folder_.path(), u(u"計測"));
+        company::createCompany(folder_.path(), u(u"計測"), {});
+        cn_ = company::openMainConnection(folder_.path(), u(u"計測"));
         store::Transaction transaction(*cn_);
         for (const Method& method : {kIndividual, kPool}) {
             fillRun(method, employees);
@@ -70,7 +71,7 @@ class Company {
     }
     store::Connection& cn() { return *cn_; }
 
-    const shell::RunKey run{QDate(2026, 12, 10), QStringLiteral("01"), QStringLiteral("01")};
+    const domain::RunKey run{QDate(2026, 12, 10), QStringLiteral("01"), QStringLiteral("01")};
 
   private:
     void fillRun(const Method& method, int employees) {

@@ -6,10 +6,10 @@
 
 #include "calc/result_list.h"
 #include "calc/ui_result_output.h"
+#include "company/company_open.h"
+#include "forms/global_record.h"
 #include "reports/frmReport.h"
 #include "sample_company.h"
-#include "shell/company_open.h"
-#include "shell/global_record.h"
 
 // Opening a company, and what shows a result: totals, the list's pages, the sheet.
 namespace {
@@ -27,9 +27,9 @@ class Program {
         sample::makeSampleCompany(options);
         company_ = options.company;
     }
-    shell::OpenedCompany open() const {
-        std::unique_ptr<shell::CompanyLock> none;
-        return shell::openCompany(folder_.path(), company_, none);
+    company::OpenedCompany open() const {
+        std::unique_ptr<company::CompanyLock> none;
+        return company::openCompany(folder_.path(), company_, none);
     }
     QString file(const QString& name) const { return folder_.filePath(name); }
 
@@ -45,7 +45,7 @@ Program& program(benchmark::State& state) {
     return *entry;
 }
 
-const shell::RunKey kRun = sample::runKey(sample::kCriteria[0], sample::newestKijunbi());
+const domain::RunKey kRun = sample::runKey(sample::kCriteria[0], sample::newestKijunbi());
 
 void perEmployee(benchmark::State& state, qint64 rows) {
     state.counters["rows"] = static_cast<double>(rows);

@@ -6,10 +6,10 @@
 #include <QTemporaryDir>
 #include <map>
 
+#include "company/main_connection.h"
+#include "forms/global_record.h"
 #include "personnel/frmRireki.h"
 #include "sample_company.h"
-#include "shell/global_record.h"
-#include "store/company_files.h"
 
 // The employee record on all staff of a sample company: opened until it is painted, moved from person to
 // person, and searched as one types.
@@ -25,16 +25,16 @@ struct Company {
                                       .wageItems = false,
                                       .earlierRuns = false};
         sample::makeSampleCompany(options);
-        global.cn_main = store::openMainConnection(options.dataDir, options.company);
+        global.cn_main = company::openMainConnection(options.dataDir, options.company);
         global.rireki_zenin = true;
     }
     QTemporaryDir folder;
-    shell::GlobalRecord global;
-    shell::ScreenRegistry screens;
-    shell::House house{global, screens};
+    forms::GlobalRecord global;
+    forms::ScreenRegistry screens;
+    forms::House house{global, screens};
 };
 
-shell::House& houseOf(const benchmark::State& state) {
+forms::House& houseOf(const benchmark::State& state) {
     static std::map<std::int64_t, std::unique_ptr<Company>> companies;
     auto& company = companies[state.range(0)];
     if (!company) company = std::make_unique<Company>(static_cast<int>(state.range(0)));

@@ -4,10 +4,11 @@
 #include <QTemporaryDir>
 #include <stdexcept>
 
+#include "company/create.h"
+#include "company/main_connection.h"
 #include "measure.h"
 #include "prep/snapshot.h"
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
 
 // Opening a new date: the snapshot and the carrying forward from the date before, in turns with the floor
 // (the rows that it leaves, written into the same keyed file by bare prepared statements).
@@ -22,8 +23,8 @@ const personnel::PositionDates kWinter{{2026, 12, 10}, {2026, 12, 31}, {2026, 11
 class Company {
   public:
     explicit Company(int employees) {
-        store::createCompany(folder_.path(), u"計測"_s, {});
-        cn_ = store::openMainConnection(folder_.path(), u"計測"_s);
+        company::createCompany(folder_.path(), u"計測"_s, {});
+        cn_ = company::openMainConnection(folder_.path(), u"計測"_s);
         store::Transaction transaction(*cn_);
         cn_->execute(kNumbers +
                          u" INSERT INTO 履歴書テーブル(社員Code,生年月日,入社日,退職フラグ) SELECT "
@@ -71,7 +72,7 @@ class Copy {
   public:
     Copy(sqlite3* db, const QString& table, bool ofDate) : db_(db) {
         QStringList columns;
-        for (const store::Column& column : store::tableNamed(table).columns)
+        for (const schema::Column& column : schema::tableNamed(table).columns)
             if (column.type.kind != store::TypeKind::Counter) columns << column.name;
         columns_ = int(columns.size());
         insert_ = u"INSERT INTO %1(%2) VALUES(?%3)"_s.arg(table, columns.join(u','),

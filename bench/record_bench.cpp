@@ -6,11 +6,14 @@
 #include <algorithm>
 #include <map>
 
+#include "company/create.h"
+#include "company/key.h"
+#include "company/main_connection.h"
+#include "forms/global_record.h"
 #include "masters/frmMasta.h"
 #include "personnel/code_references.h"
-#include "shell/global_record.h"
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
+#include "schema/files.h"
 
 // A record form over 20,000 rows: opened, and moved from row to row as the keys do; a rename of a code that
 // stands in 32,767 rows of every table that refers to it, in all files, beside the bare UPDATE statements in
@@ -20,17 +23,17 @@ namespace {
 using namespace Qt::StringLiterals;
 using personnel::CodeKey;
 using personnel::Referent;
-using store::File;
+using schema::File;
 
 constexpr int kRows = 32767;
 
 class Company {
   public:
     explicit Company(Referent referent) {
-        store::createCompany(folder_.path(), u"計測"_s, {true, true});
-        cn = store::openMainConnection(folder_.path(), u"計測"_s);
+        company::createCompany(folder_.path(), u"計測"_s, {true, true});
+        cn = company::openMainConnection(folder_.path(), u"計測"_s);
         for (const personnel::Reference& reference : personnel::codeReferences()) {
-            if (reference.refersTo != referent || reference.table->lifetime == store::Lifetime::Scratch)
+            if (reference.refersTo != referent || reference.table->lifetime == schema::Lifetime::Scratch)
                 continue;
             columns[reference.table->file][reference.table->name]
                 << reference.table->columns[size_t(reference.column)].name;
@@ -51,8 +54,8 @@ class Company {
     /// A connection of its own for the companions' files; none for those behind the main one.
     std::unique_ptr<store::Connection> connectionTo(File file) const {
         if (file == File::Kihon || file == File::Syouyo) return nullptr;
-        return std::make_unique<store::Connection>(store::filePath(folder_.path(), u"計測"_s, file),
-                                                   store::databasePassword());
+        return std::make_unique<store::Connection>(schema::filePath(folder_.path(), u"計測"_s, file),
+                                                   company::sharedKey());
     }
     personnel::CompanyDatabases databases() const { return {*cn, folder_.path(), u"計測"_s}; }
 
@@ -110,9 +113,9 @@ BENCHMARK(BM_Rename)
 class LongList {
   public:
     LongList() {
-        store::createCompany(folder_.path() + u"/Data"_s, u"計測"_s, {});
+        company::createCompany(folder_.path() + u"/Data"_s, u"計測"_s, {});
         global_.app_dir = folder_.path();
-        global_.cn_main = store::openMainConnection(global_.dataDir(), u"計測"_s);
+        global_.cn_main = company::openMainConnection(global_.dataDir(), u"計測"_s);
         global_.cn_main->execute(
             u"insert into 住宅区分マスタ with recursive n(i) as (select 1 union all select i + 1 from n "
             u"where "
@@ -127,9 +130,9 @@ class LongList {
 
   private:
     QTemporaryDir folder_;
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry screens_;
-    shell::House house_{global_, screens_};
+    forms::GlobalRecord global_;
+    forms::ScreenRegistry screens_;
+    forms::House house_{global_, screens_};
     const masters::MasterKind* kind_ =
         &*std::find_if(masters::masterKinds().begin(), masters::masterKinds().end(),
                        [](const masters::MasterKind& kind) { return kind.referent == Referent::Jyutaku; });

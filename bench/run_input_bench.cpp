@@ -8,12 +8,13 @@
 #include <chrono>
 #include <map>
 
+#include "company/create.h"
+#include "company/main_connection.h"
+#include "forms/global_record.h"
 #include "measure.h"
 #include "prep/frmSJikkou02.h"
 #include "prep/snapshot.h"
-#include "shell/global_record.h"
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
 
 // The grids of the run-time input at 100 to 32,767 employees: opening the screen until it is painted, a key
 // stroke in it, saving all rows, each beside the bare statements that do the same to the same keyed file.
@@ -27,8 +28,8 @@ const prep::InputTarget kTarget{prep::RunTable::KojinBetsu, u"基礎額Ａ"_s};
 class Company {
   public:
     explicit Company(int employees) : house_{global_, screens_} {
-        store::createCompany(folder_.path(), u"計測"_s, {});
-        global_.cn_main = store::openMainConnection(folder_.path(), u"計測"_s);
+        company::createCompany(folder_.path(), u"計測"_s, {});
+        global_.cn_main = company::openMainConnection(folder_.path(), u"計測"_s);
         global_.kijunbi = u"2026/12/10"_s;
         global_.haibun_kubun = global_.haibun_kijun = u"01"_s;
         global_.santei_houshiki = global_.santei_koumoku = u"1"_s;
@@ -51,14 +52,14 @@ class Company {
         transaction.commit();
     }
     store::Connection& cn() { return *global_.cn_main; }
-    shell::House& house() { return house_; }
-    shell::RunKey run() const { return {kDate, u"01"_s, u"01"_s}; }
+    forms::House& house() { return house_; }
+    domain::RunKey run() const { return {kDate, u"01"_s, u"01"_s}; }
 
   private:
     QTemporaryDir folder_;
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry screens_;
-    shell::House house_;
+    forms::GlobalRecord global_;
+    forms::ScreenRegistry screens_;
+    forms::House house_;
 };
 
 std::unique_ptr<prep::frmSJikkou02> shown(Company& c) {

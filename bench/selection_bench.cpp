@@ -2,12 +2,12 @@
 
 #include <QTemporaryDir>
 
+#include "company/main_connection.h"
 #include "personnel/person_import.h"
 #include "personnel/person_lists.h"
 #include "personnel/position_in_force.h"
 #include "personnel/selection.h"
 #include "sample_company.h"
-#include "store/company_files.h"
 
 // Selecting among 20,000 people by each kind of condition, what the lists then need, and judging and writing
 // a sheet of as many new people.
@@ -26,7 +26,7 @@ store::Connection& company() {
         options.employees = kPeople;
         options.companions = options.wageItems = options.earlierRuns = false;
         sample::makeSampleCompany(options);
-        return store::openMainConnection(folder.path(), options.company);
+        return company::openMainConnection(folder.path(), options.company);
     }();
     return *cn;
 }
@@ -76,8 +76,8 @@ void BM_Import(benchmark::State& state) {
     for (int i = 0; i < kPeople; ++i)
         sheet += u"%1,見本　太郎,ﾐﾎﾝ ﾀﾛｳ,男,1990/4/1,2013/4/1,01,13,01,01,01,01,01\n"_s.arg(500000 + i);
     for (auto _ : state) {
-        const auto plan = personnel::planImport(cn, personnel::ImportKind::Employees,
-                                                personnel::parseCsv(sheet), {false, kToday});
+        const auto plan = personnel::planImport(cn, personnel::ImportKind::Employees, domain::parseCsv(sheet),
+                                                {false, kToday});
         if (!plan.mayRun()) {
             state.SkipWithError(qPrintable(plan.rows.front().reasons.join(u' ')));
             return;

@@ -1,7 +1,7 @@
 #include <QApplication>
 
 #include "main_screens.h"
-#include "shell/ui_program.h"
+#include "shell/program.h"
 #include "widgets/platform_messages.h"
 #include "widgets/theme.h"
 
@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("ひなた堂ミント"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MINT_VERSION));
     widgets::applyTheme(app);
-    shell::ScreenRegistry screens;
+    forms::ScreenRegistry screens;
     registerScreens(screens);
     shell::Program program(screens, QCoreApplication::applicationDirPath());
     return program.Main() ? QApplication::exec() : 0;

@@ -3,6 +3,8 @@
 #include "calc/frmSHaibunjikkouK2.h"
 #include "calc/frmSJCheck.h"
 #include "calc/frmSNenkan.h"
+#include "company/frmDBSentaku.h"
+#include "company/frmKaisha.h"
 #include "masters/frmMasta.h"
 #include "masters/frmMenuMasuta.h"
 #include "personnel/frmJinjiCheck.h"
@@ -31,31 +33,29 @@
 #include "reports/ui_snapshot_report.h"
 #include "reports/workbook.h"
 #include "shell/frmAbout.h"
-#include "shell/frmDBSentaku.h"
-#include "shell/frmKaisha.h"
 #include "shell/frmMenu000.h"
 #include "shell/frmMenus.h"
 
 namespace {
 
 template <class Screen>
-void add(shell::ScreenRegistry& screens, const char* name) {
+void add(forms::ScreenRegistry& screens, const char* name) {
     screens.add(QString::fromLatin1(name),
-                [](shell::House& house, QWidget* parent) -> QDialog* { return new Screen(house, parent); });
+                [](forms::House& house, QWidget* parent) -> QDialog* { return new Screen(house, parent); });
 }
 
-void addShell(shell::ScreenRegistry& screens) {
-    add<shell::frmDBSentaku>(screens, "frmDBSentaku");
+void addShell(forms::ScreenRegistry& screens) {
+    add<company::frmDBSentaku>(screens, "frmDBSentaku");
     add<shell::frmMenu000>(screens, "frmMenu000");
     add<shell::frmAbout>(screens, "frmAbout");
-    add<shell::frmKaisha>(screens, "frmKaisha");
+    add<company::frmKaisha>(screens, "frmKaisha");
     for (const QString& name : shell::frmMenus::names())
-        screens.add(name, [name](shell::House& house, QWidget* parent) -> QDialog* {
+        screens.add(name, [name](forms::House& house, QWidget* parent) -> QDialog* {
             return new shell::frmMenus(name, house, parent);
         });
 }
 
-void addRecords(shell::ScreenRegistry& screens) {
+void addRecords(forms::ScreenRegistry& screens) {
     add<personnel::frmRireki>(screens, "frmRireki");
     add<personnel::frmJinjiIdou2>(screens, "frmJinjiIdou2");
     add<personnel::frmJinjiTaisyokusyori>(screens, "frmJinjiTaisyokusyori");
@@ -64,15 +64,15 @@ void addRecords(shell::ScreenRegistry& screens) {
     add<personnel::frmJinjiSikaku>(screens, "frmJinjiSikaku");
 }
 
-void addMasters(shell::ScreenRegistry& screens) {
+void addMasters(forms::ScreenRegistry& screens) {
     add<masters::frmMenuMasuta>(screens, "frmMenuMasuta");
     for (const masters::MasterKind& kind : masters::masterKinds())
-        screens.add(kind.screen, [&kind](shell::House& house, QWidget* parent) -> QDialog* {
+        screens.add(kind.screen, [&kind](forms::House& house, QWidget* parent) -> QDialog* {
             return new masters::frmMasta(kind, house, parent);
         });
 }
 
-void addRun(shell::ScreenRegistry& screens) {
+void addRun(forms::ScreenRegistry& screens) {
     add<prep::frmSDatatorikomi>(screens, "frmSDatatorikomi");
     add<prep::frmMenuSJikkou>(screens, "frmMenuSJikkou");
     add<prep::frmSTaisyousya>(screens, "frmSTaisyousya");
@@ -89,20 +89,20 @@ void addRun(shell::ScreenRegistry& screens) {
 }
 
 template <class Screen>
-void addSender(shell::ScreenRegistry& screens, const char* name,
+void addSender(forms::ScreenRegistry& screens, const char* name,
                const std::shared_ptr<reports::SheetFolder>& sheets) {
-    screens.add(QString::fromLatin1(name), [sheets](shell::House& house, QWidget* parent) -> QDialog* {
+    screens.add(QString::fromLatin1(name), [sheets](forms::House& house, QWidget* parent) -> QDialog* {
         return new Screen(house, *sheets, parent);
     });
 }
 
-void addSelection(shell::ScreenRegistry& screens, const std::shared_ptr<reports::SheetFolder>& sheets) {
+void addSelection(forms::ScreenRegistry& screens, const std::shared_ptr<reports::SheetFolder>& sheets) {
     addSender<personnel::frmJinjiSiborikomi>(screens, "frmJinjiSiborikomi", sheets);
     addSender<personnel::frmJinjiSiborikomi2>(screens, "frmJinjiSiborikomi2", sheets);
     add<personnel::frmJinjiTorikomi>(screens, "frmJinjiTorikomi");
 }
 
-void addCalculation(shell::ScreenRegistry& screens, const std::shared_ptr<reports::SheetFolder>& sheets) {
+void addCalculation(forms::ScreenRegistry& screens, const std::shared_ptr<reports::SheetFolder>& sheets) {
     addSender<calc::frmSHaibunjikkouK2>(screens, "frmSHaibunjikkouK2", sheets);
     addSender<calc::frmSJCheck>(screens, "frmSJCheck", sheets);
     addSender<calc::frmSNenkan>(screens, "frmSNenkan", sheets);
@@ -110,7 +110,7 @@ void addCalculation(shell::ScreenRegistry& screens, const std::shared_ptr<report
 
 }  // namespace
 
-void registerScreens(shell::ScreenRegistry& screens, const QString& sheetFolder) {
+void registerScreens(forms::ScreenRegistry& screens, const QString& sheetFolder) {
     screens.companyOpened = personnel::askCutOffChange;
     addShell(screens);
     addMasters(screens);

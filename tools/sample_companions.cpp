@@ -7,7 +7,7 @@
 #include "sample_random.h"
 #include "sample_writer.h"
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 namespace sample {
 
@@ -88,17 +88,17 @@ store::Value companionCell(const QString& column, const Person& person, const Po
 
 /// A few rows in each permanent table of a file that no other step fills, so that a changed code or a deleted
 /// employee has rows to reach.
-void writeFewRows(store::Connection& cn, store::File file, const std::vector<Person>& people,
+void writeFewRows(store::Connection& cn, schema::File file, const std::vector<Person>& people,
                   const std::function<bool(const QString&)>& skip) {
-    for (const store::Table& table : store::catalog()) {
-        if (table.file != file || table.lifetime != store::Lifetime::Permanent || skip(table.name)) continue;
+    for (const schema::Table& table : schema::catalog()) {
+        if (table.file != file || table.lifetime != schema::Lifetime::Permanent || skip(table.name)) continue;
         TableWriter writer(cn, reinterpret_cast<const char16_t*>(table.name.utf16()));
         int written = 0;
         for (const Person& person : people) {
             if (written == kFew) break;
             if (person.history.empty() || criterionAt(person, newestKijunbi()) < 0) continue;
             store::Binds row;
-            for (const store::Column& column : table.columns)
+            for (const schema::Column& column : table.columns)
                 row.push_back(companionCell(column.name, person, person.history.back()));
             writer.write(row);
             ++written;
@@ -205,11 +205,11 @@ void writeWages(store::Connection& cn, const std::vector<Person>& people) {
     TableWriter allowances(cn, t::C新賃金体系手当::kName);
     for (const Person& person : people)
         for (const Wage& wage : wagesOf(person)) writeWageRow(basicPay, allowances, person, wage);
-    writeFewRows(cn, store::File::Chingin, people, isSetUp);
+    writeFewRows(cn, schema::File::Chingin, people, isSetUp);
 }
 
 void writeEvaluationSheets(store::Connection& hyouka, const std::vector<Person>& people) {
-    writeFewRows(hyouka, store::File::Hyouka, people, [](const QString&) { return false; });
+    writeFewRows(hyouka, schema::File::Hyouka, people, [](const QString&) { return false; });
 }
 
 void writeEvaluations(store::Connection& cn, const std::vector<Person>& people) {

@@ -4,12 +4,15 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include "company/create.h"
+#include "company/key.h"
+#include "company/main_connection.h"
 #include "sample_companions.h"
 #include "sample_design.h"
 #include "sample_masters.h"
 #include "sample_runs.h"
-#include "store/company_files.h"
-#include "store/links.h"
+#include "schema/files.h"
+#include "schema/links.h"
 
 namespace sample {
 namespace {
@@ -21,7 +24,7 @@ namespace {
 
 void writeRows(const QString& dataDir, const SampleOptions& options, const std::vector<Person>& people) {
     const bool wageItems = options.wageItems && options.companions;
-    const std::unique_ptr<store::Connection> cn = store::openMainConnection(dataDir, options.company);
+    const std::unique_ptr<store::Connection> cn = company::openMainConnection(dataDir, options.company);
     store::Transaction transaction(*cn);
     writeMasters(*cn, options);
     writePeople(*cn, people);
@@ -33,8 +36,8 @@ void writeRows(const QString& dataDir, const SampleOptions& options, const std::
 }
 
 void writeHyouka(const QString& dataDir, const SampleOptions& options, const std::vector<Person>& people) {
-    store::Connection hyouka(store::filePath(dataDir, options.company, store::File::Hyouka),
-                             store::databasePassword());
+    store::Connection hyouka(schema::filePath(dataDir, options.company, schema::File::Hyouka),
+                             company::sharedKey());
     store::Transaction transaction(hyouka);
     writeEvaluationSheets(hyouka, people);
     transaction.commit();
@@ -42,13 +45,13 @@ void writeHyouka(const QString& dataDir, const SampleOptions& options, const std
 
 /// The links hold full paths, and the files have moved.
 void refreshLinks(const SampleOptions& options) {
-    using store::File;
-    const auto path = [&](File file) { return store::filePath(options.dataDir, options.company, file); };
-    store::Connection cn(path(File::Syouyo), store::databasePassword());
+    using schema::File;
+    const auto path = [&](File file) { return schema::filePath(options.dataDir, options.company, file); };
+    store::Connection cn(path(File::Syouyo), company::sharedKey());
     QString error;
     const bool linked = (!options.companions ||
-                         store::refresh_links(cn, path(File::Chingin), store::LinkPass::Chingin, error)) &&
-                        store::refresh_links(cn, path(File::Kihon), store::LinkPass::Kihon, error);
+                         schema::refresh_links(cn, path(File::Chingin), schema::LinkPass::Chingin, error)) &&
+                        schema::refresh_links(cn, path(File::Kihon), schema::LinkPass::Kihon, error);
     if (!linked) throw store::Error(store::Error::Reason::Engine, error);
 }
 
@@ -74,7 +77,7 @@ void makeSampleCompany(const SampleOptions& options) {
     if (!workshop.isValid()) throwNotWritten();
 
     const std::vector<Person> people = makePeople(options);
-    store::createCompany(workshop.path(), options.company, {options.companions, options.companions});
+    company::createCompany(workshop.path(), options.company, {options.companions, options.companions});
     writeRows(workshop.path(), options, people);
     if (options.companions) writeHyouka(workshop.path(), options, people);
     moveIn(workshop.filePath(options.company), place, workshop.filePath(QStringLiteral("前")));
@@ -99,7 +102,7 @@ QString bonusText(int index) {
     return QString::fromUtf16(texts[index]);
 }
 
-shell::RunKey runKey(const Criterion& criterion, QDate kijunbi) {
+domain::RunKey runKey(const Criterion& criterion, QDate kijunbi) {
     return {kijunbi, QString::fromUtf16(criterion.kubun), QString::fromUtf16(criterion.kijun)};
 }
 

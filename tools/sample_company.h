@@ -3,7 +3,7 @@
 #include <QString>
 #include <vector>
 
-#include "shell/run_key.h"
+#include "domain/run_key.h"
 
 /// A company to try the program on, made of fixed lists and a random sequence with a fixed seed: two makes
 /// with the same options hold the same rows, on every machine.
@@ -64,7 +64,7 @@ QDate designKijunbi();         ///< the one date of the design side, 2025/10/1
 QString bonusText(int index);  ///< 賞与の内容: "2025年冬季賞与" and so on
 
 /// The run of a criterion at a date.
-shell::RunKey runKey(const Criterion& criterion, QDate kijunbi);
+domain::RunKey runKey(const Criterion& criterion, QDate kijunbi);
 
 /// Employees of the sample who have a story. Valid from 50 employees on.
 struct People {

@@ -6,7 +6,7 @@
 #include "sample_lists.h"
 #include "sample_writer.h"
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 namespace sample {
 

@@ -2,7 +2,7 @@
 #include "sample_random.h"
 #include "sample_writer.h"
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 namespace sample {
 namespace {

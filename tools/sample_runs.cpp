@@ -12,7 +12,7 @@
 #include "sample_inputs.h"
 #include "sample_writer.h"
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 namespace sample {
 namespace {
@@ -57,7 +57,7 @@ class RunMaker {
 
     void compute(int index) {
         for (const Criterion& criterion : kCriteria) {
-            const shell::RunKey run = runKey(criterion, kijunbi(index));
+            const domain::RunKey run = runKey(criterion, kijunbi(index));
             calc::openRunBudget(cn_, run);
             store::Transaction transaction(cn_);
             if (criterion.kojinbetsu) computeKojinbetsu(run);
@@ -118,7 +118,7 @@ class RunMaker {
     /// 基礎額Ａ to 評価 of every row, and 支給係数 of the individual rows.
     void fill(prep::RunTable table, char16_t method, QDate date) {
         using namespace t::S実行個人別計算;
-        const store::Table& described = store::tableNamed(prep::runTableName(table));
+        const schema::Table& described = schema::tableNamed(prep::runTableName(table));
         const int last = method == u'1' ? 支給係数 : 評価;
         QStringList sets;
         for (int position = 基礎額Ａ; position <= last; ++position)
@@ -183,7 +183,7 @@ class RunMaker {
     }
 
     /// The panel as 支給係数修正 opens it, nothing corrected.
-    calc::PaymentSimulation panelOf(const shell::RunKey& run) {
+    calc::PaymentSimulation panelOf(const domain::RunKey& run) {
         const calc::PaymentDecision decision = calc::decidePaymentPanel(cn_, run);
         calc::PaymentSimulation panel;
         panel.hyougoType = decision.hyougoType.value_or(QString());
@@ -198,7 +198,7 @@ class RunMaker {
         return panel;
     }
 
-    void computeKojinbetsu(const shell::RunKey& run) {
+    void computeKojinbetsu(const domain::RunKey& run) {
         const calc::PaymentSimulation panel = panelOf(run);
         calc::storePaymentCoefficients(cn_, run, panel);
         calc::Kojinbetsu kojinbetsu(cn_, run, panel);
@@ -206,7 +206,7 @@ class RunMaker {
         kojinbetsu.keisan2_kojinbetsu();
     }
 
-    void computeSougaku(const shell::RunKey& run) {
+    void computeSougaku(const domain::RunKey& run) {
         const store::Money budget = calc::readRunBudget(cn_, run).sougakuHaibunYosan;
         if (budget == store::Money()) return;
         calc::Sougaku sougaku(cn_, run);

@@ -3,7 +3,7 @@
 namespace sample {
 namespace {
 
-QString insertText(const store::Table& table) {
+QString insertText(const schema::Table& table) {
     QStringList marks;
     marks.fill(QStringLiteral("?"), static_cast<qsizetype>(table.columns.size()));
     return QStringLiteral("INSERT INTO %1 VALUES(%2)").arg(table.name, marks.join(u','));
@@ -12,8 +12,8 @@ QString insertText(const store::Table& table) {
 }  // namespace
 
 TableWriter::TableWriter(store::Connection& cn, const char16_t* table)
-    : columns_(store::tableNamed(QString::fromUtf16(table)).columns.size()),
-      insert_(cn.prepare(insertText(store::tableNamed(QString::fromUtf16(table))))) {}
+    : columns_(schema::tableNamed(QString::fromUtf16(table)).columns.size()),
+      insert_(cn.prepare(insertText(schema::tableNamed(QString::fromUtf16(table))))) {}
 
 void TableWriter::write(const store::Binds& row) {
     Q_ASSERT(row.size() == columns_);

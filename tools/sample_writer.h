@@ -1,7 +1,7 @@
 #pragma once
 #include <QString>
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 #include "store/connection.h"
 
 namespace sample {

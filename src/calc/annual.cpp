@@ -4,14 +4,14 @@
 
 #include "calc/run_rows.h"
 #include "calc/scratch_tables.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace calc {
 namespace {
 
 using store::Money;
-namespace nenkan_t = store::tables::SNenkan;
-namespace hojo_t = store::tables::SNenkanhojo;
+namespace nenkan_t = schema::tables::SNenkan;
+namespace hojo_t = schema::tables::SNenkanhojo;
 
 const QString kNenkan = QString::fromUtf16(nenkan_t::kName);
 const QString kHojo = QString::fromUtf16(hojo_t::kName);
@@ -29,7 +29,7 @@ void collect(store::Connection& cn, std::size_t column, QDate date) {
             " FROM 履歴書テーブル INNER JOIN S配分基準対応社員"
             " ON 履歴書テーブル.社員Code = S配分基準対応社員.社員Code"
             " WHERE 基準日 = ? ORDER BY Clng(S配分基準対応社員.社員Code), S配分基準対応社員.ID")
-            .arg(kHojo, store::tableNamed(kHojo).columns[hojo_t::kijunbi_1 + column].name),
+            .arg(kHojo, schema::tableNamed(kHojo).columns[hojo_t::kijunbi_1 + column].name),
         {date});
 }
 
@@ -109,7 +109,7 @@ std::vector<ResultRow> nenkanRows(store::Connection& cn, const NenkanDates& date
 
 QStringList nenkanColumns() {
     QStringList names;
-    for (const store::Column& column : store::tableNamed(kNenkan).columns) names << column.name;
+    for (const schema::Column& column : schema::tableNamed(kNenkan).columns) names << column.name;
     return names;
 }
 

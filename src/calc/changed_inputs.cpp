@@ -4,33 +4,33 @@
 #include "calc/run_budget.h"
 #include "calc/shikyuu_store.h"
 #include "calc/sougaku.h"
-#include "criteria/run_filter.h"
+#include "design/run_filter.h"
 #include "store/date_text.h"
 
 namespace calc {
 namespace {
 
-using criteria::Houshiki;
+using design::Houshiki;
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
-bool isComputed(store::Connection& cn, const shell::RunKey& run, bool pool) {
+bool isComputed(store::Connection& cn, const domain::RunKey& run, bool pool) {
     auto row = cn.prepare(
         QStringLiteral("SELECT 1 FROM %1 WHERE %2 LIMIT 1")
             .arg(QString::fromUtf16(pool ? t::S実行総額配分決定::kName : t::S実行個人別計算決定::kName),
-                 criteria::kRunFilter));
-    row.bindAll(criteria::runBinds(run));
+                 design::kRunFilter));
+    row.bindAll(design::runBinds(run));
     return row.step();
 }
 
 /// A later payment stands: what is changed in the set-up since then belongs to that one.
-bool isHistory(store::Connection& cn, const shell::RunKey& run) {
+bool isHistory(store::Connection& cn, const domain::RunKey& run) {
     const std::vector<QDate> dates = nenkanChoices(cn);
     return !dates.empty() && dates.back() > run.kijunbi;
 }
 
 /// The corrected payment coefficients that the run's last calculation stored, as the panel shows them again.
-PaymentSimulation storedSimulation(store::Connection& cn, const shell::RunKey& run) {
+PaymentSimulation storedSimulation(store::Connection& cn, const domain::RunKey& run) {
     const PaymentDecision decision = decidePaymentPanel(cn, run);
     PaymentSimulation stored;
     stored.hyougoType = decision.hyougoType.value_or(QString());
@@ -46,7 +46,7 @@ PaymentSimulation storedSimulation(store::Connection& cn, const shell::RunKey& r
     return stored;
 }
 
-bool individualFits(store::Connection& cn, const shell::RunKey& run) {
+bool individualFits(store::Connection& cn, const domain::RunKey& run) {
     const KojinbetsuInputs inputs = readKojinbetsuInputs(cn, run);
     const Rounding rounding = readRounding(cn, run);
     const auto payments = effectivePayments(inputs, storedSimulation(cn, run));
@@ -54,10 +54,9 @@ bool individualFits(store::Connection& cn, const shell::RunKey& run) {
         .hold(totalsOf(kojinbetsuAmounts(inputs.rows, payments, rounding)));
 }
 
-bool poolFits(store::Connection& cn, const shell::RunKey& run) {
-    const auto rows =
-        freezeRunRows(cn, QString::fromUtf16(t::S実行総額配分::kName), run,
-                      readActiveCoefficients(cn, run, criteria::houshikiCode(Houshiki::Sougaku)));
+bool poolFits(store::Connection& cn, const domain::RunKey& run) {
+    const auto rows = freezeRunRows(cn, QString::fromUtf16(t::S実行総額配分::kName), run,
+                                    readActiveCoefficients(cn, run, design::houshikiCode(Houshiki::Sougaku)));
     const store::Money budget = readRunBudget(cn, run).sougakuHaibunYosan;
     return Assignees(cn, run, QStringLiteral("総額配分"), rows.size())
         .hold(poolShares(rows, poolPoints(rows), budget, readRounding(cn, run)).amounts);
@@ -65,7 +64,7 @@ bool poolFits(store::Connection& cn, const shell::RunKey& run) {
 
 }  // namespace
 
-bool inputsChangedSince(store::Connection& cn, const shell::RunKey& run, Houshiki houshiki) {
+bool inputsChangedSince(store::Connection& cn, const domain::RunKey& run, Houshiki houshiki) {
     using Reason = store::Error::Reason;
     const bool pool = houshiki == Houshiki::Sougaku;
     if (!isComputed(cn, run, pool) || isHistory(cn, run)) return false;
@@ -78,14 +77,14 @@ bool inputsChangedSince(store::Connection& cn, const shell::RunKey& run, Houshik
     }
 }
 
-bool inputsChangedSince(store::Connection& cn, const shell::RunKey& run, const criteria::Kijun& kijun) {
+bool inputsChangedSince(store::Connection& cn, const domain::RunKey& run, const design::Kijun& kijun) {
     return (kijun.uses[0] && inputsChangedSince(cn, run, Houshiki::Kojinbetsu)) ||
            (kijun.uses[1] && inputsChangedSince(cn, run, Houshiki::Sougaku));
 }
 
 QStringList changedRuns(store::Connection& cn, const std::vector<QDate>& dates) {
     struct Found {
-        shell::RunKey run;
+        domain::RunKey run;
         QString name;
     };
     std::vector<Found> runs;

@@ -17,23 +17,23 @@
 #include "calc/sougaku.h"
 #include "calc/ui_payment_panel.h"
 #include "calc/ui_result_output.h"
-#include "criteria/ui_criterion_picker.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/menu_form.h"
 #include "prep/frmSKakunin.h"
 #include "reports/frmChart.h"
 #include "reports/frmReport.h"
 #include "reports/ui_list_title.h"
 #include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_menu_form.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
 namespace calc {
 
-using criteria::Houshiki;
+using design::Houshiki;
 using store::Money;
 using widgets::twips;
 
@@ -75,14 +75,14 @@ void keepsItsPlace(QWidget* widget) {
 
 }  // namespace
 
-frmSHaibunjikkouK2::frmSHaibunjikkouK2(shell::House& house, const reports::SheetFolder& sheets,
+frmSHaibunjikkouK2::frmSHaibunjikkouK2(forms::House& house, const reports::SheetFolder& sheets,
                                        QWidget* parent)
     : Form(QStringLiteral("frmSHaibunjikkouK2"), QStringLiteral("配分計算"), parent),
       house_(house),
       sheets_(sheets) {
     makeControls();
     connectEvents();
-    shell::guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 store::Connection& frmSHaibunjikkouK2::cn() const {
@@ -95,7 +95,7 @@ store::Connection& frmSHaibunjikkouK2::cn() const {
 void frmSHaibunjikkouK2::makeControls() {
     auto* title = make<QLabel>(QStringLiteral("Label20"),
                                QStringLiteral("配分計算　基準日 %1").arg(house_.global.kijunbi));
-    picker_ = new criteria::CriterionPicker(house_, this);
+    picker_ = new design::CriterionPicker(house_, this);
     for (int i = 0; i < 3; ++i) {
         auto* marker = make<QLabel>(QStringLiteral("Image%1").arg(i + 1), QString(QChar(u'②' + i)));
         widgets::setTone(marker, widgets::Tone::Heading);
@@ -292,10 +292,10 @@ QHBoxLayout* frmSHaibunjikkouK2::makeClosing() {
 }
 
 void frmSHaibunjikkouK2::connectEvents() {
-    connect(picker_, &criteria::CriterionPicker::kubunChosen, this,
-            [this] { shell::guarded(this, [this] { DataList1_Click(); }); });
-    connect(picker_, &criteria::CriterionPicker::kijunChosen, this, [this] {
-        if (shell::guarded(this, [this] { DataList2_Click(); })) return;
+    connect(picker_, &design::CriterionPicker::kubunChosen, this,
+            [this] { forms::guarded(this, [this] { DataList1_Click(); }); });
+    connect(picker_, &design::CriterionPicker::kijunChosen, this, [this] {
+        if (forms::guarded(this, [this] { DataList2_Click(); })) return;
         picker_->kijunList()->choose(-1);
         dropCriterion();
     });
@@ -327,7 +327,7 @@ void frmSHaibunjikkouK2::Form_Load() {
 // -----------------------------------------------------------------------------------------
 
 void frmSHaibunjikkouK2::place() {
-    if (const QWidget* main = shell::mainWindowOf(this))
+    if (const QWidget* main = forms::mainWindowOf(this))
         move(main->x() + twips(45), main->y() + twips(600));
     else
         Form::place();
@@ -338,7 +338,7 @@ void frmSHaibunjikkouK2::activated() {
 }
 
 void frmSHaibunjikkouK2::done(int result) {
-    shell::guarded(this, [this] { storeTypedBudget(); });
+    forms::guarded(this, [this] { storeTypedBudget(); });
     Form::done(result);
 }
 
@@ -408,15 +408,15 @@ void frmSHaibunjikkouK2::DataList2_Click() {
     if (picker_->refuseEmptyKijun()) return;
     run_.reset();
     picker_->takeSelection();
-    const auto kijun = criteria::kijunOf(cn(), house_.global.haibun_kubun, house_.global.haibun_kijun);
+    const auto kijun = design::kijunOf(cn(), house_.global.haibun_kubun, house_.global.haibun_kijun);
     if (!kijun) return;
     kijun_ = *kijun;
     showOptions(*kijun);
     for (QWidget* part : std::initializer_list<QWidget*>{label3_, marker_[1], frame1_, frame3_}) part->show();
     stack_->setCurrentIndex(1);
     showResults(false);
-    const shell::RunKey run = criteria::currentRun(house_.global);
-    tellEmployees(criteria::hasEmployees(cn(), run));
+    const domain::RunKey run = design::currentRun(house_.global);
+    tellEmployees(design::hasEmployees(cn(), run));
     openRunBudget(cn(), run);
     run_ = run;
     summed_ = kijun->uses;
@@ -442,7 +442,7 @@ void frmSHaibunjikkouK2::chooseOption(int index) {
     }
 }
 
-void frmSHaibunjikkouK2::showOptions(const criteria::Kijun&) {
+void frmSHaibunjikkouK2::showOptions(const design::Kijun&) {
     for (int i = 0; i < 4; ++i) {
         QRadioButton* option = option_[static_cast<std::size_t>(i)];
         option->setVisible(optionOffered(i));
@@ -454,7 +454,7 @@ void frmSHaibunjikkouK2::showOptions(const criteria::Kijun&) {
 void frmSHaibunjikkouK2::tellEmployees(bool any) {
     const bool computes = optionOffered(0) || optionOffered(1);
     state_ = !any ? State::NoEmployees : computes ? State::Ready : State::NothingToCompute;
-    label3_->setText(state_ == State::NoEmployees ? criteria::kNoEmployees
+    label3_->setText(state_ == State::NoEmployees ? design::kNoEmployees
                      : state_ == State::Ready ? QStringLiteral("算定方式を指定してください｡")
                                               : QStringLiteral("配分計算は必要ありません。"));
     widgets::setTone(label3_, state_ == State::NoEmployees ? widgets::Tone::Warning : widgets::Tone::Normal);
@@ -464,7 +464,7 @@ void frmSHaibunjikkouK2::tellEmployees(bool any) {
     }
 }
 
-void frmSHaibunjikkouK2::bindBudget(const criteria::Kijun& kijun) {
+void frmSHaibunjikkouK2::bindBudget(const design::Kijun& kijun) {
     const auto uses = [&](Houshiki h) { return kijun.uses[static_cast<std::size_t>(h)]; };
     const bool pool = uses(Houshiki::Sougaku);
     const RunBudget row = readRunBudget(cn(), *run_);
@@ -553,10 +553,10 @@ bool frmSHaibunjikkouK2::Text_Validate(QLineEdit* box) {
     const QString problem = problemOf(box);
     // An emptied box may always be left: the other one is refused when it is left in its turn.
     if (!problem.isEmpty() && !wasEmpty) {
-        shell::tell(this, problem, kInputError, shell::BoxIcon::Critical);
+        forms::tell(this, problem, kInputError, forms::BoxIcon::Critical);
         return false;
     }
-    return shell::guarded(this, [this] {
+    return forms::guarded(this, [this] {
         refresh_totals();
         storeTypedBudget();
     });
@@ -579,17 +579,17 @@ void frmSHaibunjikkouK2::storeTypedBudget() {
 bool frmSHaibunjikkouK2::refused() {
     if (!picker_->requireSelection()) return true;
     if (state_ != State::NoEmployees && state_ != State::NothingToCompute) return false;
-    shell::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
-                shell::BoxIcon::Critical);
+    forms::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
+                forms::BoxIcon::Critical);
     picker_->kijunList()->setFocus();
     return true;
 }
 
 void frmSHaibunjikkouK2::confirmHoushiki(Houshiki houshiki) {
     const QString caption = option_[static_cast<std::size_t>(houshiki)]->text();
-    shell::tell(this, QStringLiteral("『%1』を指定します。").arg(caption),
+    forms::tell(this, QStringLiteral("『%1』を指定します。").arg(caption),
                 QStringLiteral("算定方式指定の確認"));
-    house_.global.santei_houshiki = criteria::houshikiCode(houshiki);
+    house_.global.santei_houshiki = design::houshikiCode(houshiki);
     house_.global.santei_houshiki_mei = caption;
     setHourglass();
 }
@@ -597,7 +597,7 @@ void frmSHaibunjikkouK2::confirmHoushiki(Houshiki houshiki) {
 void frmSHaibunjikkouK2::tellFinished(Houshiki houshiki) {
     summed_[static_cast<std::size_t>(houshiki)] = true;
     showTotals();
-    shell::tell(this,
+    forms::tell(this,
                 QStringLiteral("『%1』の処理を終了しました。")
                     .arg(option_[static_cast<std::size_t>(houshiki)]->text()),
                 QStringLiteral("処理終了の確認"));
@@ -605,7 +605,7 @@ void frmSHaibunjikkouK2::tellFinished(Houshiki houshiki) {
 
 /// The calculation of the chosen 算定方式 inside the open transaction. False when it is refused: nothing was
 /// touched then.
-bool frmSHaibunjikkouK2::run(shell::FormTransaction& transaction, Houshiki houshiki) {
+bool frmSHaibunjikkouK2::run(forms::FormTransaction& transaction, Houshiki houshiki) {
     if (houshiki == Houshiki::Kojinbetsu) {
         confirmHoushiki(houshiki);
         storePaymentCoefficients(cn(), *run_, simulation());
@@ -616,8 +616,8 @@ bool frmSHaibunjikkouK2::run(shell::FormTransaction& transaction, Houshiki housh
     } else if (houshiki == Houshiki::Sougaku) {
         const Money budget = shownAmount(text2_);
         if (budget == Money()) {
-            shell::tell(this, QStringLiteral("総額配分予算を入力してください。"), QStringLiteral("未入力"),
-                        shell::BoxIcon::Critical);
+            forms::tell(this, QStringLiteral("総額配分予算を入力してください。"), QStringLiteral("未入力"),
+                        forms::BoxIcon::Critical);
             setDefaultPointer();
             transaction.commit();
             return false;
@@ -650,8 +650,8 @@ void frmSHaibunjikkouK2::showChange() {
 }
 
 void frmSHaibunjikkouK2::Command1_Click() {
-    shell::FormTransaction transaction(cn());
-    const bool done = shell::guarded(this, transaction, [&] {
+    forms::FormTransaction transaction(cn());
+    const bool done = forms::guarded(this, transaction, [&] {
         if (refused() || !run_) return;
         const auto houshiki = chosenHoushiki();
         if (houshiki && !inputsAgreed(*houshiki)) return;
@@ -661,7 +661,7 @@ void frmSHaibunjikkouK2::Command1_Click() {
         showResults(true);
     });
     // After a rollback the totals on the screen are those of the tables again.
-    if (!done && run_) shell::restored(this, [this] { showTotals(); });
+    if (!done && run_) forms::restored(this, [this] { showTotals(); });
 }
 
 // ---- Payment coefficients
@@ -678,7 +678,7 @@ void frmSHaibunjikkouK2::letRun() {
 }
 
 void frmSHaibunjikkouK2::Command6_Click() {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         if (!run_) return;
         panel_->clearGrades();
         const PaymentDecision decision = decidePaymentPanel(cn(), *run_);
@@ -691,7 +691,7 @@ void frmSHaibunjikkouK2::Command6_Click() {
 bool frmSHaibunjikkouK2::act(const PaymentOutcome& outcome) {
     const QString title = QStringLiteral("確認");
     const auto refuse = [&](const QString& text) {
-        shell::tell(this, text, title, shell::BoxIcon::Critical);
+        forms::tell(this, text, title, forms::BoxIcon::Critical);
         return false;
     };
     if (const auto* missing = std::get_if<MissingGrades>(&outcome))
@@ -701,8 +701,8 @@ bool frmSHaibunjikkouK2::act(const PaymentOutcome& outcome) {
     if (std::holds_alternative<MissingSetup>(outcome))
         return refuse(QStringLiteral("支給係数が未設定です。"));
     if (std::holds_alternative<RunTimeInput>(outcome)) {
-        shell::tell(this, QStringLiteral("支給係数は実行時入力です。\nシミュレーションは行いません。"), title,
-                    shell::BoxIcon::Information);
+        forms::tell(this, QStringLiteral("支給係数は実行時入力です。\nシミュレーションは行いません。"), title,
+                    forms::BoxIcon::Information);
         return true;
     }
     if (const auto* twice = std::get_if<DoubleEvaluation>(&outcome)) {
@@ -731,7 +731,7 @@ reports::ListTitle frmSHaibunjikkouK2::listTitle() const {
 }
 
 void frmSHaibunjikkouK2::Command4_Click() {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         picker_->takeSelection();
         setHourglass();
         const auto rows = freshResultRows(cn(), *run_);
@@ -744,7 +744,7 @@ void frmSHaibunjikkouK2::Command4_Click() {
 }
 
 void frmSHaibunjikkouK2::Command5_Click() {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         picker_->takeSelection();
         setHourglass();
         const auto rows = freshResultRows(cn(), *run_);
@@ -756,7 +756,7 @@ void frmSHaibunjikkouK2::Command5_Click() {
 }
 
 void frmSHaibunjikkouK2::Command7_Click() {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         picker_->takeSelection();
         setHourglass();
         const auto& global = house_.global;

@@ -5,9 +5,9 @@
 #include "calc/payment_preview.h"
 #include "calc/run_budget.h"
 #include "calc/shikyuu_store.h"
-#include "criteria/criteria.h"
-#include "shell/ui_guard.h"
-#include "shell/ui_screens.h"
+#include "design/criteria.h"
+#include "forms/guard.h"
+#include "forms/screens.h"
 #include "widgets/form.h"
 
 class QFrame;
@@ -17,7 +17,7 @@ class QLineEdit;
 class QRadioButton;
 class QStackedLayout;
 
-namespace criteria {
+namespace design {
 class CriterionPicker;
 }
 namespace reports {
@@ -35,7 +35,7 @@ class PaymentPanel;
 class frmSHaibunjikkouK2 : public widgets::Form {
     Q_OBJECT
   public:
-    frmSHaibunjikkouK2(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent);
+    frmSHaibunjikkouK2(forms::House& house, const reports::SheetFolder& sheets, QWidget* parent);
 
   protected:
     void place() override;
@@ -70,18 +70,18 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     void dropCriterion();
 
     // Steps of DataList2_Click.
-    void showOptions(const criteria::Kijun& kijun);
+    void showOptions(const design::Kijun& kijun);
     void tellEmployees(bool any);
-    void bindBudget(const criteria::Kijun& kijun);
+    void bindBudget(const design::Kijun& kijun);
 
     // Steps of Command1_Click.
     bool refused();
-    bool inputsAgreed(criteria::Houshiki houshiki);
+    bool inputsAgreed(design::Houshiki houshiki);
     void showChange();
     reports::ListTitle listTitle() const;
-    bool run(shell::FormTransaction& transaction, criteria::Houshiki houshiki);
-    void confirmHoushiki(criteria::Houshiki houshiki);
-    void tellFinished(criteria::Houshiki houshiki);
+    bool run(forms::FormTransaction& transaction, design::Houshiki houshiki);
+    void confirmHoushiki(design::Houshiki houshiki);
+    void tellFinished(design::Houshiki houshiki);
 
     bool act(const PaymentOutcome& outcome);
     void letRun();
@@ -96,14 +96,14 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     void markOverBudget(const RunTotals& totals);
     RunBudget shownBudget() const;
     PaymentSimulation simulation() const;
-    std::optional<criteria::Houshiki> chosenHoushiki() const;
+    std::optional<design::Houshiki> chosenHoushiki() const;
     void chooseOption(int index);
     bool optionOffered(int index) const;
     store::Connection& cn() const;
 
-    shell::House& house_;
+    forms::House& house_;
     const reports::SheetFolder& sheets_;
-    criteria::CriterionPicker* picker_ = nullptr;
+    design::CriterionPicker* picker_ = nullptr;
     PaymentPanel* panel_ = nullptr;
     int panelRoom_ = 0;                ///< by how much the window grew for the panel
     QStackedLayout* stack_ = nullptr;  ///< the hint, and what a chosen criterion shows
@@ -130,9 +130,9 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     /// What the second list stands on; the status line shows it and Command1 tests it.
     enum class State { NothingChosen, Ready, NoEmployees, NothingToCompute };
     State state_ = State::NothingChosen;
-    criteria::Kijun kijun_;
-    std::array<bool, criteria::kHoushikiCount> summed_{};  ///< the payments whose total is shown
-    std::optional<shell::RunKey> run_;                     ///< the run whose budget row the screen holds
+    design::Kijun kijun_;
+    std::array<bool, design::kHoushikiCount> summed_{};  ///< the payments whose total is shown
+    std::optional<domain::RunKey> run_;                  ///< the run whose budget row the screen holds
     QString hyougo_type_;
     std::optional<PaymentPreview> preview_;  ///< the run as it was when the panel opened
 };

@@ -10,19 +10,19 @@
 
 #include "calc/input_check.h"
 #include "calc/ui_result_output.h"
-#include "criteria/ui_criterion_picker.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "reports/ui_list_title.h"
 #include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
 namespace calc {
 
-using criteria::Houshiki;
+using design::Houshiki;
 
 namespace {
 
@@ -34,12 +34,12 @@ void keepPlace(QWidget* widget) {
 
 }  // namespace
 
-frmSJCheck::frmSJCheck(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent)
+frmSJCheck::frmSJCheck(forms::House& house, const reports::SheetFolder& sheets, QWidget* parent)
     : Form(QStringLiteral("frmSJCheck"), QStringLiteral("算定方式指定"), parent),
       house_(house),
       sheets_(sheets) {
     makeControls();
-    shell::guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 // ---- The screen's parts
@@ -51,7 +51,7 @@ void frmSJCheck::makeControls() {
     auto* guidance =
         make<QLabel>(QStringLiteral("Label6"),
                      QStringLiteral("使用する基礎額と係数だけを、社員ごとに１行の表にして送ります。"));
-    picker_ = new criteria::CriterionPicker(house_, this);
+    picker_ = new design::CriterionPicker(house_, this);
     auto* first = make<QLabel>(QStringLiteral("Image0"), QStringLiteral("①"));
     marker_ = {make<QLabel>(QStringLiteral("Image1"), QStringLiteral("②")),
                make<QLabel>(QStringLiteral("Image2"), QStringLiteral("③"))};
@@ -74,10 +74,10 @@ void frmSJCheck::makeControls() {
     for (QWidget* part : std::initializer_list<QWidget*>{marker_[0], marker_[1], label3_, frame1_})
         keepPlace(part);
 
-    connect(picker_, &criteria::CriterionPicker::kubunChosen, this,
-            [this] { shell::guarded(this, [this] { DataList1_Click(); }); });
-    connect(picker_, &criteria::CriterionPicker::kijunChosen, this, [this] {
-        if (shell::guarded(this, [this] { DataList2_Click(); })) return;
+    connect(picker_, &design::CriterionPicker::kubunChosen, this,
+            [this] { forms::guarded(this, [this] { DataList1_Click(); }); });
+    connect(picker_, &design::CriterionPicker::kijunChosen, this, [this] {
+        if (forms::guarded(this, [this] { DataList2_Click(); })) return;
         picker_->kijunList()->choose(-1);
         showMethod(false);
     });
@@ -110,7 +110,7 @@ QWidget* frmSJCheck::makeButtons() {
     setOutput(send, Output::Excel);
     setCancelButton(close);
     connect(send, &QPushButton::clicked, this,
-            [this] { shell::guarded(this, [this] { Command1_Click(); }); });
+            [this] { forms::guarded(this, [this] { Command1_Click(); }); });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
@@ -150,18 +150,18 @@ void frmSJCheck::DataList2_Click() {
     if (picker_->refuseEmptyKijun()) return;
     showMethod(false);
     picker_->takeSelection();
-    const shell::GlobalRecord& global = house_.global;
-    const auto kijun = criteria::kijunOf(*global.cn_main, global.haibun_kubun, global.haibun_kijun);
+    const forms::GlobalRecord& global = house_.global;
+    const auto kijun = design::kijunOf(*global.cn_main, global.haibun_kubun, global.haibun_kijun);
     if (!kijun) return;
     showOptions(*kijun);
     tellEmployees(!global.haibun_jikkou_mode ||
-                  criteria::hasEmployees(*global.cn_main, criteria::currentRun(global)));
+                  design::hasEmployees(*global.cn_main, design::currentRun(global)));
     showMethod(true);
 }
 
 /// What the criterion does not use is hidden; the first of what is left is chosen. A criterion without any
 /// kind of payment counts as one with all.
-void frmSJCheck::showOptions(const criteria::Kijun& kijun) {
+void frmSJCheck::showOptions(const design::Kijun& kijun) {
     const bool none = std::none_of(kijun.uses.begin(), kijun.uses.end(), [](bool used) { return used; });
     const std::array<bool, 2> offered{none || kijun.uses[0], none || kijun.uses[1]};
     for (std::size_t i = 0; i < option_.size(); ++i) {
@@ -174,7 +174,7 @@ void frmSJCheck::showOptions(const criteria::Kijun& kijun) {
 
 void frmSJCheck::tellEmployees(bool any) {
     nothingToDo_ = !any;
-    label3_->setText(any ? QStringLiteral("算定方式を指定してください｡") : criteria::kNoEmployees);
+    label3_->setText(any ? QStringLiteral("算定方式を指定してください｡") : design::kNoEmployees);
     widgets::setTone(label3_, any ? widgets::Tone::Normal : widgets::Tone::Warning);
 }
 
@@ -187,8 +187,8 @@ bool frmSJCheck::refused() {
     const bool noMethod = std::none_of(option_.begin(), option_.end(),
                                        [](const QRadioButton* option) { return option->isChecked(); });
     if (!nothingToDo_ && !noMethod) return false;
-    shell::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
-                shell::BoxIcon::Critical);
+    forms::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
+                forms::BoxIcon::Critical);
     picker_->kijunList()->setFocus();
     return true;
 }
@@ -197,9 +197,9 @@ void frmSJCheck::Command1_Click() {
     if (refused()) return;
     const auto method = option_[0]->isChecked() ? Houshiki::Kojinbetsu : Houshiki::Sougaku;
     const QString caption = option_[static_cast<std::size_t>(method)]->text();
-    shell::tell(this, QStringLiteral("『%1』を指定します。").arg(caption),
+    forms::tell(this, QStringLiteral("『%1』を指定します。").arg(caption),
                 QStringLiteral("算定方式指定の確認"));
-    house_.global.santei_houshiki = criteria::houshikiCode(method);
+    house_.global.santei_houshiki = design::houshikiCode(method);
     house_.global.santei_houshiki_mei = caption;
     if (method == Houshiki::Kojinbetsu)
         kojinbetsu();
@@ -209,8 +209,8 @@ void frmSJCheck::Command1_Click() {
 
 void frmSJCheck::send(Houshiki method) {
     setHourglass();
-    const shell::GlobalRecord& global = house_.global;
-    const auto sheet = inputCheckSheet(*global.cn_main, criteria::currentRun(global), method,
+    const forms::GlobalRecord& global = house_.global;
+    const auto sheet = inputCheckSheet(*global.cn_main, design::currentRun(global), method,
                                        global.haibun_kubun_mei, global.haibun_kijun_mei);
     const QString path = sheets_.send(
         sheet, reports::titleOfRun(global,

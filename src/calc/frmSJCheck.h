@@ -2,15 +2,15 @@
 #include <array>
 #include <optional>
 
-#include "criteria/criteria.h"
-#include "shell/ui_screens.h"
+#include "design/criteria.h"
+#include "forms/screens.h"
 #include "widgets/form.h"
 
 class QFrame;
 class QLabel;
 class QRadioButton;
 
-namespace criteria {
+namespace design {
 class CriterionPicker;
 }
 namespace reports {
@@ -25,7 +25,7 @@ namespace calc {
 class frmSJCheck : public widgets::Form {
     Q_OBJECT
   public:
-    frmSJCheck(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent);
+    frmSJCheck(forms::House& house, const reports::SheetFolder& sheets, QWidget* parent);
 
   private:
     void makeControls();
@@ -37,18 +37,18 @@ class frmSJCheck : public widgets::Form {
     void DataList2_Click();
     void Command1_Click();
 
-    void kojinbetsu() { send(criteria::Houshiki::Kojinbetsu); }
-    void sougaku() { send(criteria::Houshiki::Sougaku); }
-    void send(criteria::Houshiki method);
+    void kojinbetsu() { send(design::Houshiki::Kojinbetsu); }
+    void sougaku() { send(design::Houshiki::Sougaku); }
+    void send(design::Houshiki method);
 
-    void showOptions(const criteria::Kijun& kijun);
+    void showOptions(const design::Kijun& kijun);
     void showMethod(bool show);
     void tellEmployees(bool any);
     bool refused();
 
-    shell::House& house_;
+    forms::House& house_;
     const reports::SheetFolder& sheets_;
-    criteria::CriterionPicker* picker_ = nullptr;
+    design::CriterionPicker* picker_ = nullptr;
     std::array<QLabel*, 2> marker_{};  ///< Image1, Image2
     QFrame* frame1_ = nullptr;
     std::array<QRadioButton*, 2> option_{};

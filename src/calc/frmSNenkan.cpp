@@ -13,14 +13,14 @@
 #include "calc/changed_inputs.h"
 #include "calc/pay_charts.h"
 #include "calc/ui_result_output.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "reports/frmChart.h"
 #include "reports/frmReport.h"
 #include "reports/ui_list_title.h"
 #include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -39,10 +39,10 @@ QString paddedDate(QDate date) {
 
 }  // namespace
 
-frmSNenkan::frmSNenkan(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent)
+frmSNenkan::frmSNenkan(forms::House& house, const reports::SheetFolder& sheets, QWidget* parent)
     : Form(QStringLiteral("frmSNenkan"), kTitle, parent), house_(house), sheets_(sheets) {
     makeControls();
-    shell::guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 // ---- The screen's parts
@@ -148,8 +148,8 @@ bool frmSNenkan::kijunbi_check(QComboBox* combo) {
                            return other != combo && boundDate(other) == bound;
                        });
     if (!twice) return true;
-    shell::tell(this, QStringLiteral("基準日が重複しています。"), QStringLiteral("入力エラー"),
-                shell::BoxIcon::Critical);
+    forms::tell(this, QStringLiteral("基準日が重複しています。"), QStringLiteral("入力エラー"),
+                forms::BoxIcon::Critical);
     return false;
 }
 
@@ -187,8 +187,8 @@ void frmSNenkan::Command6_Click() {
 bool frmSNenkan::requireDates() {
     if (std::all_of(combo_.begin(), combo_.end(),
                     [](const QComboBox* combo) { return combo->currentText().isEmpty(); })) {
-        shell::tell(this, QStringLiteral("１つ以上の基準日を指定してください。"), QStringLiteral("未指定"),
-                    shell::BoxIcon::Critical);
+        forms::tell(this, QStringLiteral("１つ以上の基準日を指定してください。"), QStringLiteral("未指定"),
+                    forms::BoxIcon::Critical);
         combo_.front()->setFocus();
         return false;
     }
@@ -231,7 +231,7 @@ reports::ListTitle frmSNenkan::titleOfYear() const {
 
 void frmSNenkan::Command4_Click() {
     if (!requireDates()) return;
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         setHourglass();
         const auto rows = nenkanRows(*house_.global.cn_main, dates());
         auto report = amountReport({QStringLiteral("年間賞与"),
@@ -249,7 +249,7 @@ void frmSNenkan::Command4_Click() {
 
 void frmSNenkan::Command5_Click() {
     if (!requireDates()) return;
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         setHourglass();
         const auto rows = nenkanRows(*house_.global.cn_main, dates());
         const auto sheet = nenkanSheet(heads(store::formatLongDate, QStringLiteral("なし")), rows);
@@ -261,7 +261,7 @@ void frmSNenkan::Command5_Click() {
 
 void frmSNenkan::Command7_Click() {
     if (!requireDates()) return;
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         setHourglass();
         QStringList chosen;
         for (const QString& head : heads(store::formatDate, {}))

@@ -2,7 +2,7 @@
 #include <array>
 
 #include "calc/annual.h"
-#include "shell/ui_screens.h"
+#include "forms/screens.h"
 #include "widgets/form.h"
 
 class QComboBox;
@@ -20,7 +20,7 @@ namespace calc {
 class frmSNenkan : public widgets::Form {
     Q_OBJECT
   public:
-    frmSNenkan(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent);
+    frmSNenkan(forms::House& house, const reports::SheetFolder& sheets, QWidget* parent);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,7 +48,7 @@ class frmSNenkan : public widgets::Form {
     reports::ListTitle titleOfYear() const;
     NenkanHeads heads(QString (*format)(QDate), const QString& unused) const;
 
-    shell::House& house_;
+    forms::House& house_;
     const reports::SheetFolder& sheets_;
     std::vector<QDate> choices_;
     std::array<QComboBox*, kNenkanDates> combo_{};

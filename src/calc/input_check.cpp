@@ -6,21 +6,21 @@
 
 #include "calc/run_rows.h"
 #include "calc/scratch_tables.h"
-#include "criteria/run_filter.h"
-#include "store/catalog.h"
+#include "design/run_filter.h"
+#include "schema/catalog.h"
 
 namespace calc {
 namespace {
 
-using criteria::Houshiki;
-namespace run_t = store::tables::S実行個人別計算;
-namespace pool_t = store::tables::S実行総額配分;
-namespace names_t = store::tables::S係数名称設定;
+using design::Houshiki;
+namespace run_t = schema::tables::S実行個人別計算;
+namespace pool_t = schema::tables::S実行総額配分;
+namespace names_t = schema::tables::S係数名称設定;
 
 static_assert(int{run_t::年齢係数} == int{pool_t::年齢係数} && int{run_t::基礎額Ａ} == int{pool_t::基礎額Ａ});
 
 const QString kCheck = QStringLiteral("SJCheck");
-const QString kHeadings = QString::fromUtf16(store::tables::SJCheck2::kName);
+const QString kHeadings = QString::fromUtf16(schema::tables::SJCheck2::kName);
 constexpr int kBeside = 2;  ///< 社員Code and 氏名 stand before the columns in use
 
 /// What differs between the two methods.
@@ -43,11 +43,11 @@ struct InUse {
     bool b = false;
     QSet<QString> kinds;
 };
-InUse readInUse(store::Connection& cn, const shell::RunKey& run, Houshiki method) {
+InUse readInUse(store::Connection& cn, const domain::RunKey& run, Houshiki method) {
     auto rows = cn.prepare(QStringLiteral(
         "SELECT 設定名称, coalesce(基礎額Ａ, 0) <> 0, coalesce(基礎額Ｂ, 0) <> 0 FROM S係数設定"
         " WHERE 配分区分Code = ? AND 配分基準Code = ? AND 算定方式 = ?"));
-    rows.bindAll({run.haibunKubun, run.haibunKijun, criteria::houshikiCode(method)});
+    rows.bindAll({run.haibunKubun, run.haibunKijun, design::houshikiCode(method)});
     InUse inUse;
     while (rows.step()) {
         inUse.kinds.insert(rows.toText(0));
@@ -98,7 +98,7 @@ void createCheck(store::Connection& cn, const std::vector<CheckColumn>& columns,
     cn.execute(QStringLiteral("CREATE TABLE %1(%2)").arg(kCheck, all.join(u',')));
 }
 
-void fillCheck(store::Connection& cn, const shell::RunKey& run, const Source& source,
+void fillCheck(store::Connection& cn, const domain::RunKey& run, const Source& source,
                const std::vector<CheckColumn>& columns) {
     createCheck(cn, columns, source.factor);
     QStringList into{QStringLiteral("社員Code"), QStringLiteral("氏名")};
@@ -114,8 +114,8 @@ void fillCheck(store::Connection& cn, const shell::RunKey& run, const Source& so
     cn.execute(
         QStringLiteral("INSERT INTO %1(%2) SELECT %3 FROM %4 INNER JOIN 履歴書テーブル ON %4.社員Code = "
                        "履歴書テーブル.社員Code WHERE %5 ORDER BY %4.ID")
-            .arg(kCheck, into.join(u','), from.join(u','), source.table, criteria::kRunFilter),
-        criteria::runBinds(run));
+            .arg(kCheck, into.join(u','), from.join(u','), source.table, design::kRunFilter),
+        design::runBinds(run));
 }
 
 QStringList headingLine(store::Connection& cn, const std::vector<CheckColumn>& columns,
@@ -141,17 +141,17 @@ std::optional<store::Money> amountOf(const store::Statement& row, int column) {
 }
 
 /// 支給係数 as the calculation used it, by employee.
-QHash<QString, std::optional<double>> usedPaymentFactors(store::Connection& cn, const shell::RunKey& run) {
+QHash<QString, std::optional<double>> usedPaymentFactors(store::Connection& cn, const domain::RunKey& run) {
     auto rows = cn.prepare(
         QStringLiteral("SELECT 社員Code, 支給係数 FROM S実行個人別計算決定 WHERE %1 ORDER BY ID DESC")
-            .arg(criteria::kRunFilter));
-    rows.bindAll(criteria::runBinds(run));
+            .arg(design::kRunFilter));
+    rows.bindAll(design::runBinds(run));
     QHash<QString, std::optional<double>> factors;
     while (rows.step()) factors.insert(rows.toText(0), factorOf(rows, 1));
     return factors;
 }
 
-void addEmployees(store::Connection& cn, const shell::RunKey& run, Houshiki method,
+void addEmployees(store::Connection& cn, const domain::RunKey& run, Houshiki method,
                   const std::vector<CheckColumn>& columns, reports::SheetGrid& grid) {
     QHash<QString, std::optional<double>> decided;
     if (method == Houshiki::Kojinbetsu) decided = usedPaymentFactors(cn, run);
@@ -175,8 +175,8 @@ void addEmployees(store::Connection& cn, const shell::RunKey& run, Houshiki meth
 
 }  // namespace
 
-std::vector<CheckColumn> checkColumns(store::Connection& cn, const shell::RunKey& run, Houshiki method) {
-    const auto& columns = store::tableNamed(QString::fromUtf16(run_t::kName)).columns;
+std::vector<CheckColumn> checkColumns(store::Connection& cn, const domain::RunKey& run, Houshiki method) {
+    const auto& columns = schema::tableNamed(QString::fromUtf16(run_t::kName)).columns;
     const InUse inUse = readInUse(cn, run, method);
     const QHash<QString, QString> names = readNames(cn);
     std::vector<CheckColumn> used;
@@ -197,7 +197,7 @@ std::vector<CheckColumn> checkColumns(store::Connection& cn, const shell::RunKey
     return used;
 }
 
-reports::SheetGrid inputCheckSheet(store::Connection& cn, const shell::RunKey& run, Houshiki method,
+reports::SheetGrid inputCheckSheet(store::Connection& cn, const domain::RunKey& run, Houshiki method,
                                    const QString& kubunMei, const QString& kijunMei) {
     const Source source = sourceOf(method);
     const auto columns = checkColumns(cn, run, method);

@@ -3,9 +3,9 @@
 #include <QStringList>
 #include <vector>
 
-#include "criteria/criteria.h"
+#include "design/criteria.h"
+#include "domain/run_key.h"
 #include "reports/workbook.h"
-#include "shell/run_key.h"
 #include "store/connection.h"
 
 /// 基礎額・係数の入力状況チェック: what stands in a run's tables, one line per employee, with exactly those
@@ -24,14 +24,14 @@ struct CheckColumn {
 /// use when any coefficient is set on it, a coefficient when it has a row at all, be it set on neither base.
 /// A coefficient without a name of its own is headed by its column. In SJCheck the twelfth kind alone bears
 /// the company's name followed by 係数, unless another column has that name already.
-std::vector<CheckColumn> checkColumns(store::Connection& cn, const shell::RunKey& run,
-                                      criteria::Houshiki method);
+std::vector<CheckColumn> checkColumns(store::Connection& cn, const domain::RunKey& run,
+                                      design::Houshiki method);
 
 /// The whole check of a run under Houshiki::Kojinbetsu or Houshiki::Sougaku, sent by way of the scratch
 /// tables SJCheck and SJCheck2 in a transaction of its own. Who has no row in 履歴書テーブル is left out;
 /// what is not there (支給係数 before the first calculation, a Null) is an empty cell. Throws store::Error
 /// for a 社員Code that is no number.
-reports::SheetGrid inputCheckSheet(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki method,
+reports::SheetGrid inputCheckSheet(store::Connection& cn, const domain::RunKey& run, design::Houshiki method,
                                    const QString& kubunMei, const QString& kijunMei);
 
 }  // namespace calc

@@ -1,19 +1,19 @@
 #include "calc/kojinbetsu.h"
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace calc {
 namespace {
 
-namespace decision_t = store::tables::S実行個人別計算決定;
+namespace decision_t = schema::tables::S実行個人別計算決定;
 
-const QString kRunTable = QString::fromUtf16(store::tables::S実行個人別計算::kName);
+const QString kRunTable = QString::fromUtf16(schema::tables::S実行個人別計算::kName);
 const QString kDecisionTable = QString::fromUtf16(decision_t::kName);
 const QString kSanteiHoushiki = QStringLiteral("1");
 
 }  // namespace
 
-KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const shell::RunKey& run) {
+KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const domain::RunKey& run) {
     KojinbetsuInputs inputs;
     inputs.active = readActiveCoefficients(connection, run, kSanteiHoushiki);
     inputs.rows = freezeRunRows(connection, kRunTable, run, inputs.active);
@@ -63,7 +63,7 @@ std::vector<std::optional<store::Money>> totalsOf(const std::vector<KojinbetsuAm
     return totals;
 }
 
-Kojinbetsu::Kojinbetsu(store::Connection& connection, const shell::RunKey& run, PaymentSimulation simulation)
+Kojinbetsu::Kojinbetsu(store::Connection& connection, const domain::RunKey& run, PaymentSimulation simulation)
     : connection_(connection), run_(run), simulation_(std::move(simulation)) {}
 
 void Kojinbetsu::keisan1_kojinbetsu() {

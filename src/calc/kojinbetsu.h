@@ -20,7 +20,7 @@ struct KojinbetsuInputs {
     std::vector<FrozenRow> rows;
     RegisteredGrades grades;
 };
-KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const shell::RunKey& run);
+KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const domain::RunKey& run);
 
 /// The arithmetic of 個人別計算, apart from all tables: each row's effective payment coefficient, and what
 /// each row comes to with it. Throws Error(Type) for a row without 支給係数 and what EffectiveCoefficient
@@ -42,7 +42,7 @@ std::vector<std::optional<store::Money>> totalsOf(const std::vector<KojinbetsuAm
 /// employees, the run's row of S実行予算 exists.
 class Kojinbetsu {
   public:
-    Kojinbetsu(store::Connection& connection, const shell::RunKey& run, PaymentSimulation simulation);
+    Kojinbetsu(store::Connection& connection, const domain::RunKey& run, PaymentSimulation simulation);
 
     /// Removes the run's decision rows and freezes its inputs: what does not apply is neutral, position 44 is
     /// the effective payment coefficient.
@@ -55,7 +55,7 @@ class Kojinbetsu {
     void writeRows(const std::vector<KojinbetsuAmount>& results);
 
     store::Connection& connection_;
-    shell::RunKey run_;
+    domain::RunKey run_;
     PaymentSimulation simulation_;
     KojinbetsuInputs inputs_;
     std::vector<double> payment_;  ///< position 44 of each row

@@ -156,7 +156,7 @@ Chart stacked(const std::vector<std::vector<Paid>>& byDate, const QStringList& d
 
 }  // namespace
 
-std::vector<Chart> chartsOfRun(store::Connection& cn, const shell::RunKey& run) {
+std::vector<Chart> chartsOfRun(store::Connection& cn, const domain::RunKey& run) {
     constexpr std::size_t kPayments = 4;  // the fifth amount of a row is their stored sum, which may be older
     const auto people = peopleOn(cn, run.kijunbi);
     std::vector<Paid> all;

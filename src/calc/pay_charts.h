@@ -2,8 +2,8 @@
 #include <vector>
 
 #include "calc/annual.h"
+#include "domain/run_key.h"
 #include "reports/chart.h"
-#include "shell/run_key.h"
 
 /// What was paid, as charts. Ages and positions are those in force at the 基準日. All reads; nothing is
 /// written.
@@ -12,7 +12,7 @@ namespace calc {
 /// The amounts of one run, each employee's four payments together: how they are distributed, against age and
 /// against 等級. Who has no age is left out of the second and counted in its note. Employees with a Null
 /// among the four stand in none.
-std::vector<reports::Chart> chartsOfRun(store::Connection& cn, const shell::RunKey& run);
+std::vector<reports::Chart> chartsOfRun(store::Connection& cn, const domain::RunKey& run);
 
 /// The same three of the amounts of up to four dates together, at the age and 等級 of the last of them, and
 /// what each 所属 and each 役職 was paid, date on date. A payment counts where its employee stood at its

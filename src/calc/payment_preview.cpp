@@ -31,7 +31,7 @@ bool isEntered(const PaymentSimulation& panel) {
 
 }  // namespace
 
-PaymentPreview::PaymentPreview(store::Connection& connection, const shell::RunKey& run) {
+PaymentPreview::PaymentPreview(store::Connection& connection, const domain::RunKey& run) {
     try {
         inputs_ = readKojinbetsuInputs(connection, run);
         if (inputs_.rows.empty()) {

@@ -24,7 +24,7 @@ class PaymentPreview {
   public:
     /// Reads the run. Inputs that are missing are told by effectOf(); a storage that fails throws
     /// store::Error.
-    PaymentPreview(store::Connection& connection, const shell::RunKey& run);
+    PaymentPreview(store::Connection& connection, const domain::RunKey& run);
 
     /// Never throws for what the panel may hold.
     PaymentEffect effectOf(const PaymentSimulation& panel) const;

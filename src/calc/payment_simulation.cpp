@@ -35,7 +35,7 @@ std::optional<int> gradeIndex(const QString& hyougoType, const QString& grade) {
     return std::nullopt;
 }
 
-RegisteredGrades readRegisteredGrades(store::Connection& connection, const shell::RunKey& run) {
+RegisteredGrades readRegisteredGrades(store::Connection& connection, const domain::RunKey& run) {
     auto rows = connection.prepare(QStringLiteral(
         "SELECT 評価 FROM S支給係数評価あり WHERE 配分区分 = ? AND 配分基準 = ? AND 評価 IS NOT NULL"));
     rows.bindAll({run.haibunKubun, run.haibunKijun});

@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "shell/run_key.h"
+#include "domain/run_key.h"
 #include "store/connection.h"
 
 namespace calc {
@@ -46,7 +46,7 @@ std::optional<int> gradeIndex(const QString& hyougoType, const QString& grade);
 
 /// Per grade letter the rows that S支給係数評価あり has of it for the run's criterion.
 using RegisteredGrades = QHash<QString, int>;
-RegisteredGrades readRegisteredGrades(store::Connection& connection, const shell::RunKey& run);
+RegisteredGrades readRegisteredGrades(store::Connection& connection, const domain::RunKey& run);
 
 /// Each employee's effective payment coefficient of one run. A simulation scales the stored coefficient by
 /// corrected ÷ registered and never replaces it.

@@ -1,7 +1,7 @@
 #include "calc/result_list.h"
 
 #include "calc/run_rows.h"
-#include "criteria/run_filter.h"
+#include "design/run_filter.h"
 
 namespace calc {
 namespace {
@@ -24,23 +24,23 @@ QString coefficientLine(const PaymentSimulation& panel, const LineWords& words) 
 }
 
 /// A sum of integers that does not fit becomes a fraction in the engine: such a total must not stand.
-void refuseOverflow(store::Connection& connection, const shell::RunKey& run) {
+void refuseOverflow(store::Connection& connection, const domain::RunKey& run) {
     auto row = connection.prepare(
         QStringLiteral("SELECT Count(*) FROM S配分基準対応社員 WHERE %1 AND typeof(合計) = 'real'")
-            .arg(criteria::kRunFilter));
-    row.bindAll(criteria::runBinds(run));
+            .arg(design::kRunFilter));
+    row.bindAll(design::runBinds(run));
     if (row.step() && row.toInteger(0) > 0) store::throwOverflow();
 }
 
 }  // namespace
 
-void updateGrandTotals(store::Connection& connection, const shell::RunKey& run) {
+void updateGrandTotals(store::Connection& connection, const domain::RunKey& run) {
     store::Transaction transaction(connection);
     connection.execute(
         QStringLiteral(
             "UPDATE S配分基準対応社員 SET 合計 = 個人別計算 + 総額配分 + 金一封 + 特別加算金 WHERE %1")
-            .arg(criteria::kRunFilter),
-        criteria::runBinds(run));
+            .arg(design::kRunFilter),
+        design::runBinds(run));
     refuseOverflow(connection, run);
     transaction.commit();
 }
@@ -53,7 +53,7 @@ const QStringList& resultHeadings() {
     return headings;
 }
 
-std::vector<ResultRow> resultRows(store::Connection& connection, const shell::RunKey& run) {
+std::vector<ResultRow> resultRows(store::Connection& connection, const domain::RunKey& run) {
     auto statement = connection.prepare(
         QStringLiteral("SELECT S配分基準対応社員.社員Code, 履歴書テーブル.氏名, "
                        "S配分基準対応社員.個人別計算, S配分基準対応社員.総額配分,"
@@ -61,8 +61,8 @@ std::vector<ResultRow> resultRows(store::Connection& connection, const shell::Ru
                        " FROM 履歴書テーブル INNER JOIN S配分基準対応社員 ON 履歴書テーブル.社員Code = "
                        "S配分基準対応社員.社員Code"
                        " WHERE %1 ORDER BY Clng(S配分基準対応社員.社員Code), S配分基準対応社員.ID")
-            .arg(criteria::kRunFilter));
-    statement.bindAll(criteria::runBinds(run));
+            .arg(design::kRunFilter));
+    statement.bindAll(design::runBinds(run));
     std::vector<ResultRow> rows;
     while (statement.step()) {
         ResultRow row{statement.toText(0), statement.toText(1), {}};

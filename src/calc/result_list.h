@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "calc/payment_simulation.h"
+#include "domain/run_key.h"
 #include "reports/workbook.h"
-#include "shell/run_key.h"
 #include "store/connection.h"
 
 namespace calc {
@@ -15,7 +15,7 @@ namespace calc {
 /// Brings 合計 of S配分基準対応社員 of the run up to date: the sum of the four stored amounts, Null when one
 /// of them is Null. A transaction of its own, so the totals stay if a later step fails. Throws
 /// Error(Overflow) beyond the money range.
-void updateGrandTotals(store::Connection& connection, const shell::RunKey& run);
+void updateGrandTotals(store::Connection& connection, const domain::RunKey& run);
 
 /// One line of 賞与支給額. Amounts in the order 個人別計算, 総額配分, 金一封, 特別加算金, 合計; a missing one
 /// is Null.
@@ -27,7 +27,7 @@ struct ResultRow {
 /// The heads of the seven columns of the list and the sheet.
 const QStringList& resultHeadings();
 /// The employees of the run who have a row in 履歴書テーブル, in the order of their numbers.
-std::vector<ResultRow> resultRows(store::Connection& connection, const shell::RunKey& run);
+std::vector<ResultRow> resultRows(store::Connection& connection, const domain::RunKey& run);
 
 /// The line that records the simulation panel; empty while it is closed.
 QString coefficientLineForReport(const PaymentSimulation& panel);

@@ -1,7 +1,7 @@
 #include "calc/run_budget.h"
 
 #include "calc/run_rows.h"
-#include "criteria/run_filter.h"
+#include "design/run_filter.h"
 
 namespace calc {
 namespace {
@@ -30,30 +30,30 @@ store::Money orZero(const store::Statement& row, int column) {
 
 }  // namespace
 
-RunBudget readRunBudget(store::Connection& connection, const shell::RunKey& run) {
+RunBudget readRunBudget(store::Connection& connection, const domain::RunKey& run) {
     auto row = connection.prepare(QStringLiteral("SELECT 予算総額, 総額配分予算, 個人別計算合計, "
                                                  "総額配分合計, 金一封合計, 特別加算金合計 FROM S実行予算"
                                                  " WHERE %1 ORDER BY ID LIMIT 1")
-                                      .arg(criteria::kRunFilter));
-    row.bindAll(criteria::runBinds(run));
+                                      .arg(design::kRunFilter));
+    row.bindAll(design::runBinds(run));
     if (!row.step()) return {};
     return {orZero(row, 0), orZero(row, 1), orZero(row, 2), orZero(row, 3), orZero(row, 4), orZero(row, 5)};
 }
 
-RunBudget openRunBudget(store::Connection& connection, const shell::RunKey& run) {
-    if (connection.execute(kRefresh, criteria::runBinds(run)) == 0)
+RunBudget openRunBudget(store::Connection& connection, const domain::RunKey& run) {
+    if (connection.execute(kRefresh, design::runBinds(run)) == 0)
         connection.execute(
             QStringLiteral("INSERT INTO S実行予算(基準日, 配分区分, 配分基準) VALUES(?, ?, ?)"),
-            criteria::runBinds(run));
+            design::runBinds(run));
     return readRunBudget(connection, run);
 }
 
-void storeBudgets(store::Connection& connection, const shell::RunKey& run, store::Money yosanSougaku,
+void storeBudgets(store::Connection& connection, const domain::RunKey& run, store::Money yosanSougaku,
                   store::Money sougakuHaibunYosan) {
     store::Binds binds{yosanSougaku, sougakuHaibunYosan};
-    for (const store::Value& value : criteria::runBinds(run)) binds.push_back(value);
+    for (const store::Value& value : design::runBinds(run)) binds.push_back(value);
     if (connection.execute(QStringLiteral("UPDATE S実行予算 SET 予算総額 = ?, 総額配分予算 = ? WHERE %1")
-                               .arg(criteria::kRunFilter),
+                               .arg(design::kRunFilter),
                            binds) == 0)
         throwNoBudgetRow();
 }

@@ -1,5 +1,5 @@
 #pragma once
-#include "shell/run_key.h"
+#include "domain/run_key.h"
 #include "store/connection.h"
 
 namespace calc {
@@ -16,11 +16,11 @@ struct RunBudget {
 
 /// At the selection of a criterion: brings the four sums of the run's row up to date, each only if its source
 /// has rows, or adds the row when there is none. One statement each; needs no transaction around it.
-RunBudget openRunBudget(store::Connection& connection, const shell::RunKey& run);
+RunBudget openRunBudget(store::Connection& connection, const domain::RunKey& run);
 /// Reads the row without changing it; all 0 when there is none.
-RunBudget readRunBudget(store::Connection& connection, const shell::RunKey& run);
+RunBudget readRunBudget(store::Connection& connection, const domain::RunKey& run);
 /// Stores 予算総額 and 総額配分予算. Throws Error(Type) when the run has no row.
-void storeBudgets(store::Connection& connection, const shell::RunKey& run, store::Money yosanSougaku,
+void storeBudgets(store::Connection& connection, const domain::RunKey& run, store::Money yosanSougaku,
                   store::Money sougakuHaibunYosan);
 
 /// The two computed labels of the calculation screen.

@@ -6,16 +6,16 @@
 #include <tuple>
 
 #include "calc/rounding.h"
-#include "criteria/run_filter.h"
-#include "store/catalog.h"
+#include "design/run_filter.h"
+#include "schema/catalog.h"
 
 namespace calc {
 namespace {
 
-namespace run_t = store::tables::S実行個人別計算;
-namespace pool_t = store::tables::S実行総額配分;
-namespace decision_t = store::tables::S実行個人別計算決定;
-namespace pool_decision_t = store::tables::S実行総額配分決定;
+namespace run_t = schema::tables::S実行個人別計算;
+namespace pool_t = schema::tables::S実行総額配分;
+namespace decision_t = schema::tables::S実行個人別計算決定;
+namespace pool_decision_t = schema::tables::S実行総額配分決定;
 
 // Both calculations read and write these positions of their own tables.
 static_assert(int{run_t::基礎額Ａ} == int{pool_t::基礎額Ａ} &&
@@ -35,10 +35,10 @@ int at(int first, std::size_t k) {
 /// Reads the rows of a run: the coefficients that act nowhere are not even looked at.
 class RunReader {
   public:
-    RunReader(store::Connection& connection, const QString& table, const shell::RunKey& run,
+    RunReader(store::Connection& connection, const QString& table, const domain::RunKey& run,
               const ActiveCoefficients& active)
         : active_(active), rows_(connection.prepare(select(table, active))) {
-        rows_.bindAll(criteria::runBinds(run));
+        rows_.bindAll(design::runBinds(run));
     }
     bool next() { return rows_.step(); }
     FrozenRow freeze() {
@@ -65,13 +65,12 @@ class RunReader {
 
   private:
     static QString select(const QString& table, const ActiveCoefficients& active) {
-        const auto& columns = store::tableNamed(table).columns;
+        const auto& columns = schema::tableNamed(table).columns;
         QStringList names{QStringLiteral("ID, Clng(社員Code), 社員Code, 基礎額Ａ, 基礎額Ｂ, 評価"),
                           columns[run_t::支給係数].name, QStringLiteral("合計")};
         for (std::size_t k = 0; k < kCoefficients; ++k)
             if (active.a[k] || active.b[k]) names << columns[run_t::年齢係数 + k].name;
-        return QStringLiteral("SELECT %1 FROM %2 WHERE %3")
-            .arg(names.join(u','), table, criteria::kRunFilter);
+        return QStringLiteral("SELECT %1 FROM %2 WHERE %3").arg(names.join(u','), table, design::kRunFilter);
     }
 
     const ActiveCoefficients& active_;
@@ -92,7 +91,7 @@ void sortByNumber(std::vector<Row>& rows) {
 QString insertStatement(const QString& table) {
     QStringList names;
     QStringList marks;
-    const auto& columns = store::tableNamed(table).columns;
+    const auto& columns = schema::tableNamed(table).columns;
     for (std::size_t position = 1; position < columns.size(); ++position) {
         names << columns[position].name;
         marks << QStringLiteral("?");
@@ -115,7 +114,7 @@ double checkedFinite(double value) {
     return value;
 }
 
-ActiveCoefficients readActiveCoefficients(store::Connection& connection, const shell::RunKey& run,
+ActiveCoefficients readActiveCoefficients(store::Connection& connection, const domain::RunKey& run,
                                           const QString& santeiHoushiki) {
     auto rows = connection.prepare(QStringLiteral(
         "SELECT 設定名称, coalesce(基礎額Ａ, 0) <> 0, coalesce(基礎額Ｂ, 0) <> 0 FROM S係数設定"
@@ -138,7 +137,7 @@ ActiveCoefficients readActiveCoefficients(store::Connection& connection, const s
 }
 
 std::vector<FrozenRow> freezeRunRows(store::Connection& connection, const QString& runTable,
-                                     const shell::RunKey& run, const ActiveCoefficients& active) {
+                                     const domain::RunKey& run, const ActiveCoefficients& active) {
     RunReader reader(connection, runTable, run, active);
     std::vector<FrozenRow> frozen;
     while (reader.next()) {
@@ -150,13 +149,13 @@ std::vector<FrozenRow> freezeRunRows(store::Connection& connection, const QStrin
     return frozen;
 }
 
-Assignees::Assignees(store::Connection& connection, const shell::RunKey& run, const QString& column,
+Assignees::Assignees(store::Connection& connection, const domain::RunKey& run, const QString& column,
                      std::size_t needed)
     : connection_(connection), column_(column) {
     auto rows =
         connection.prepare(QStringLiteral("SELECT ID, Clng(社員Code), %1 FROM S配分基準対応社員 WHERE %2")
-                               .arg(column, criteria::kRunFilter));
-    rows.bindAll(criteria::runBinds(run));
+                               .arg(column, design::kRunFilter));
+    rows.bindAll(design::runBinds(run));
     while (rows.step())
         rows_.push_back({rows.toInteger(0), rows.toInteger(1),
                          rows.isNull(2) ? std::nullopt : std::optional(rows.toMoney(2))});
@@ -194,7 +193,7 @@ std::optional<double> Rounding::operator()(double amount) const {
     return roundByTable(amount, tanka, hasuu);
 }
 
-Rounding readRounding(store::Connection& connection, const shell::RunKey& run) {
+Rounding readRounding(store::Connection& connection, const domain::RunKey& run) {
     auto row = connection.prepare(
         QStringLiteral("SELECT 単価, 端数処理 FROM Tanka_hasuu WHERE 基準日 = ? ORDER BY ID LIMIT 1"));
     row.bind(1, store::Value(run.kijunbi));
@@ -203,9 +202,9 @@ Rounding readRounding(store::Connection& connection, const shell::RunKey& run) {
     return {row.toText(0), row.toText(1)};
 }
 
-void deleteRunRows(store::Connection& connection, const QString& table, const shell::RunKey& run) {
-    connection.execute(QStringLiteral("DELETE FROM %1 WHERE %2").arg(table, criteria::kRunFilter),
-                       criteria::runBinds(run));
+void deleteRunRows(store::Connection& connection, const QString& table, const domain::RunKey& run) {
+    connection.execute(QStringLiteral("DELETE FROM %1 WHERE %2").arg(table, design::kRunFilter),
+                       design::runBinds(run));
 }
 
 void bindOptional(store::Statement& statement, int parameter, const std::optional<store::Money>& amount) {
@@ -215,7 +214,7 @@ void bindOptional(store::Statement& statement, int parameter, const std::optiona
         statement.bindNull(parameter);
 }
 
-DecisionInsert::DecisionInsert(store::Connection& connection, const QString& table, const shell::RunKey& run,
+DecisionInsert::DecisionInsert(store::Connection& connection, const QString& table, const domain::RunKey& run,
                                const ActiveCoefficients& active)
     : active_(active), insert_(connection.prepare(insertStatement(table))) {
     // A parameter keeps its value from row to row until it is bound anew.
@@ -237,13 +236,13 @@ store::Statement& DecisionInsert::bind(const FrozenRow& row) {
     return row.hyouka ? insert_.bind(decision_t::評価, *row.hyouka) : insert_.bindNull(decision_t::評価);
 }
 
-void writeBudgetTotal(store::Connection& connection, const shell::RunKey& run, const QString& column,
+void writeBudgetTotal(store::Connection& connection, const domain::RunKey& run, const QString& column,
                       const store::Value& total) {
     store::Binds binds{total};
-    for (const store::Value& value : criteria::runBinds(run)) binds.push_back(value);
+    for (const store::Value& value : design::runBinds(run)) binds.push_back(value);
     if (connection.execute(
-            QStringLiteral("UPDATE S実行予算 SET %1 = ? WHERE %2").arg(column, criteria::kRunFilter),
-            binds) == 0)
+            QStringLiteral("UPDATE S実行予算 SET %1 = ? WHERE %2").arg(column, design::kRunFilter), binds) ==
+        0)
         throwNoBudgetRow();
 }
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "shell/run_key.h"
+#include "domain/run_key.h"
 #include "store/connection.h"
 
 namespace calc {
@@ -24,7 +24,7 @@ struct ActiveCoefficients {
     std::array<bool, kCoefficients> a{};
     std::array<bool, kCoefficients> b{};
 };
-ActiveCoefficients readActiveCoefficients(store::Connection& connection, const shell::RunKey& run,
+ActiveCoefficients readActiveCoefficients(store::Connection& connection, const domain::RunKey& run,
                                           const QString& santeiHoushiki);
 
 /// One employee's row of a run as the arithmetic sees it: what does not apply is neutral (a base 0, a factor
@@ -55,7 +55,7 @@ struct FrozenRow {
 /// 32,767 rows, Error(Type) for a Null in a base or coefficient that acts, and what Clng throws for a
 /// 社員Code that is no number.
 std::vector<FrozenRow> freezeRunRows(store::Connection& connection, const QString& runTable,
-                                     const shell::RunKey& run, const ActiveCoefficients& active);
+                                     const domain::RunKey& run, const ActiveCoefficients& active);
 
 /// The value itself; Error(Overflow) for an infinity or NaN. Both survive every further product, so that the
 /// end of a chain tells about all of it.
@@ -66,7 +66,7 @@ double checkedFinite(double value);
 class Assignees {
   public:
     /// Throws Error(Type) "現在のレコードがありません。" when there are fewer than `needed` rows.
-    Assignees(store::Connection& connection, const shell::RunKey& run, const QString& column,
+    Assignees(store::Connection& connection, const domain::RunKey& run, const QString& column,
               std::size_t needed);
     /// Writes amount i to row i. Rows beyond the amounts keep their value. Returns the sum over all rows,
     /// Nulls left out; Null when no row holds an amount.
@@ -94,17 +94,17 @@ struct Rounding {
     QString hasuu;
     std::optional<double> operator()(double amount) const;
 };
-Rounding readRounding(store::Connection& connection, const shell::RunKey& run);
+Rounding readRounding(store::Connection& connection, const domain::RunKey& run);
 
 /// Removes a run's rows of a table.
-void deleteRunRows(store::Connection& connection, const QString& table, const shell::RunKey& run);
+void deleteRunRows(store::Connection& connection, const QString& table, const domain::RunKey& run);
 
 void bindOptional(store::Statement& statement, int parameter, const std::optional<store::Money>& amount);
 
 /// Inserts decision rows. What is the same for the whole run is bound once.
 class DecisionInsert {
   public:
-    DecisionInsert(store::Connection& connection, const QString& table, const shell::RunKey& run,
+    DecisionInsert(store::Connection& connection, const QString& table, const domain::RunKey& run,
                    const ActiveCoefficients& active);
     /// Binds positions 1 to 43 of a row. The caller binds the rest, parameter p being position p, and runs
     /// it.
@@ -116,7 +116,7 @@ class DecisionInsert {
 };
 
 /// Writes a total into the run's row of S実行予算. Throws Error(Type) when the run has none.
-void writeBudgetTotal(store::Connection& connection, const shell::RunKey& run, const QString& column,
+void writeBudgetTotal(store::Connection& connection, const domain::RunKey& run, const QString& column,
                       const store::Value& total);
 
 }  // namespace calc

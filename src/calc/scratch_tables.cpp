@@ -1,6 +1,6 @@
 #include "calc/scratch_tables.h"
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace calc {
 
@@ -10,7 +10,8 @@ void dropScratch(store::Connection& cn, const QString& table) {
 
 void createScratch(store::Connection& cn, const QString& table) {
     dropScratch(cn, table);
-    for (const QString& statement : store::createStatements(store::tableNamed(table))) cn.execute(statement);
+    for (const QString& statement : schema::createStatements(schema::tableNamed(table)))
+        cn.execute(statement);
 }
 
 }  // namespace calc

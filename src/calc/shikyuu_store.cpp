@@ -1,13 +1,13 @@
 #include "calc/shikyuu_store.h"
 
 #include "calc/run_rows.h"
-#include "criteria/run_filter.h"
-#include "store/catalog.h"
+#include "design/run_filter.h"
+#include "schema/catalog.h"
 
 namespace calc {
 namespace {
 
-store::Binds criterionBinds(const shell::RunKey& run) {
+store::Binds criterionBinds(const domain::RunKey& run) {
     return {run.haibunKubun, run.haibunKijun};
 }
 
@@ -21,7 +21,7 @@ struct Setup {
     store::Value method, hyougoType;
     QString uniform;
 };
-std::optional<Setup> readSetup(store::Connection& connection, const shell::RunKey& run) {
+std::optional<Setup> readSetup(store::Connection& connection, const domain::RunKey& run) {
     auto row =
         connection.prepare(QStringLiteral("SELECT 設定方法, 評語タイプ, 一律係数 FROM S支給係数設定"
                                           " WHERE 配分区分 = ? AND 配分基準 = ? ORDER BY ID LIMIT 1"));
@@ -32,27 +32,27 @@ std::optional<Setup> readSetup(store::Connection& connection, const shell::RunKe
 
 /// A row over all columns behind the counter; the set-up that they come from is written by a companion.
 void insert(store::Connection& connection, const QString& name, const store::Binds& values) {
-    const store::Table& table = store::tableNamed(name);
+    const schema::Table& table = schema::tableNamed(name);
     QStringList columns;
     for (std::size_t i = 1; i < table.columns.size(); ++i) columns << table.columns[i].name;
     const QStringList marks(columns.size(), QStringLiteral("?"));
     connection
         .prepare(
             QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(name, columns.join(u','), marks.join(u',')))
-        .into(table, columns)
+        .into(schema::typesOf(table, columns))
         .bindAll(values)
         .run();
 }
 
-void storeUniform(store::Connection& connection, const shell::RunKey& run, const QString& text4) {
+void storeUniform(store::Connection& connection, const domain::RunKey& run, const QString& text4) {
     const auto setup = readSetup(connection, run);
     if (!setup) throwNoCurrentRow(QStringLiteral("支給係数が設定されていません。"));
-    insert(connection, QString::fromUtf16(store::tables::Sshikyuukeisuu::kName),
+    insert(connection, QString::fromUtf16(schema::tables::Sshikyuukeisuu::kName),
            {run.haibunKubun, run.haibunKijun, setup->method, setup->hyougoType,
             text4.isEmpty() ? 1.0 : coefficientOfText(text4), run.kijunbi});
 }
 
-void storeGrade(store::Connection& connection, const shell::RunKey& run, const PanelGrade& grade) {
+void storeGrade(store::Connection& connection, const domain::RunKey& run, const PanelGrade& grade) {
     auto row =
         connection.prepare(QStringLiteral("SELECT 評価 FROM S支給係数評価あり WHERE 配分区分 = ? AND "
                                           "配分基準 = ? AND 評価Code = ? ORDER BY ID LIMIT 1"));
@@ -60,13 +60,13 @@ void storeGrade(store::Connection& connection, const shell::RunKey& run, const P
     if (!row.step())
         throwNoCurrentRow(
             QStringLiteral("評価「%1」の支給係数が登録からなくなっています。").arg(grade.hyouka));
-    insert(connection, QString::fromUtf16(store::tables::SshikyuukeisuuHA::kName),
+    insert(connection, QString::fromUtf16(schema::tables::SshikyuukeisuuHA::kName),
            {run.haibunKubun, run.haibunKijun, row.value(0), coefficientOfText(grade.corrected),
             grade.hyoukaCode, run.kijunbi});
 }
 
 /// The names of 評価係数 in the individual calculation's set-up: one row means that it acts.
-QStringList evaluationCoefficients(store::Connection& connection, const shell::RunKey& run) {
+QStringList evaluationCoefficients(store::Connection& connection, const domain::RunKey& run) {
     auto rows = connection.prepare(
         QStringLiteral("SELECT 係数 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ?"
                        " AND 設定名称 = '04' AND 算定方式 = '1'"));
@@ -76,22 +76,22 @@ QStringList evaluationCoefficients(store::Connection& connection, const shell::R
     return names;
 }
 
-bool hasGradeTable(store::Connection& connection, const shell::RunKey& run) {
+bool hasGradeTable(store::Connection& connection, const domain::RunKey& run) {
     auto row = connection.prepare(
         QStringLiteral("SELECT Count(*) FROM S係数評価 WHERE 配分区分 = ? AND 配分基準 = ?"));
     row.bindAll(criterionBinds(run));
     return row.step() && row.toInteger(0) >= 2;
 }
 
-UniformPanel uniformPanel(store::Connection& connection, const shell::RunKey& run, const Setup& setup) {
+UniformPanel uniformPanel(store::Connection& connection, const domain::RunKey& run, const Setup& setup) {
     auto row =
         connection.prepare(QStringLiteral("SELECT 一律係数 FROM Sshikyuukeisuu WHERE %1 ORDER BY ID LIMIT 1")
-                               .arg(criteria::kRunFilter));
-    row.bindAll(criteria::runBinds(run));
+                               .arg(design::kRunFilter));
+    row.bindAll(design::runBinds(run));
     return {setup.uniform, row.step() ? coefficientText(row, 0) : setup.uniform};
 }
 
-std::vector<PanelGrade> registeredGrades(store::Connection& connection, const shell::RunKey& run) {
+std::vector<PanelGrade> registeredGrades(store::Connection& connection, const domain::RunKey& run) {
     auto rows =
         connection.prepare(QStringLiteral("SELECT 評価, 支給係数, 評価Code FROM S支給係数評価あり WHERE "
                                           "配分区分 = ? AND 配分基準 = ? ORDER BY Cint(評価Code), ID"));
@@ -104,17 +104,17 @@ std::vector<PanelGrade> registeredGrades(store::Connection& connection, const sh
     return grades;
 }
 
-QStringList correctedGrades(store::Connection& connection, const shell::RunKey& run) {
+QStringList correctedGrades(store::Connection& connection, const domain::RunKey& run) {
     auto rows = connection.prepare(
         QStringLiteral("SELECT 支給係数 FROM SshikyuukeisuuHA WHERE %1 ORDER BY Cint(評価Code), ID")
-            .arg(criteria::kRunFilter));
-    rows.bindAll(criteria::runBinds(run));
+            .arg(design::kRunFilter));
+    rows.bindAll(design::runBinds(run));
     QStringList corrected;
     while (rows.step()) corrected << coefficientText(rows, 0);
     return corrected;
 }
 
-GradePanel gradePanel(store::Connection& connection, const shell::RunKey& run) {
+GradePanel gradePanel(store::Connection& connection, const domain::RunKey& run) {
     GradePanel panel{registeredGrades(connection, run)};
     if (panel.rows.size() < 2) return {};
     const QStringList corrected = correctedGrades(connection, run);
@@ -130,7 +130,7 @@ GradePanel gradePanel(store::Connection& connection, const shell::RunKey& run) {
     return panel;
 }
 
-PaymentOutcome outcomeOf(store::Connection& connection, const shell::RunKey& run, const Setup& setup,
+PaymentOutcome outcomeOf(store::Connection& connection, const domain::RunKey& run, const Setup& setup,
                          const QStringList& evaluation) {
     const QString method = setup.method.toText();
     if (method == QStringLiteral("1")) return RunTimeInput{};
@@ -142,7 +142,7 @@ PaymentOutcome outcomeOf(store::Connection& connection, const shell::RunKey& run
 
 }  // namespace
 
-void storePaymentCoefficients(store::Connection& connection, const shell::RunKey& run,
+void storePaymentCoefficients(store::Connection& connection, const domain::RunKey& run,
                               const PaymentSimulation& panel) {
     deleteRunRows(connection, QStringLiteral("Sshikyuukeisuu"), run);
     storeUniform(connection, run, panel.uniformCorrected);
@@ -152,7 +152,7 @@ void storePaymentCoefficients(store::Connection& connection, const shell::RunKey
         if (!grade.registered.isEmpty()) storeGrade(connection, run, grade);
 }
 
-PaymentDecision decidePaymentPanel(store::Connection& connection, const shell::RunKey& run) {
+PaymentDecision decidePaymentPanel(store::Connection& connection, const domain::RunKey& run) {
     const QStringList evaluation = evaluationCoefficients(connection, run);
     if (evaluation.size() > 1) return {};
     if (!evaluation.isEmpty() && !hasGradeTable(connection, run))

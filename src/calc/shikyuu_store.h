@@ -10,7 +10,7 @@ namespace calc {
 /// caller's transaction and before the individual calculation. 一律係数 is Text4, or 1 when it is empty;
 /// grade rows are stored when Text3(0) is not empty. Throws Error(Type) when the criterion has no
 /// S支給係数設定, when a grade's registered row is gone or a text is no number.
-void storePaymentCoefficients(store::Connection& connection, const shell::RunKey& run,
+void storePaymentCoefficients(store::Connection& connection, const domain::RunKey& run,
                               const PaymentSimulation& panel);
 
 /// What 支給係数修正 leads to. Texts are as the panel shows them ("##,##0.000", empty for Null).
@@ -39,6 +39,6 @@ struct PaymentDecision {
 };
 /// The decision of Command6; reads only. Throws Error(Type) when more than nine grades would have to be
 /// shown.
-PaymentDecision decidePaymentPanel(store::Connection& connection, const shell::RunKey& run);
+PaymentDecision decidePaymentPanel(store::Connection& connection, const domain::RunKey& run);
 
 }  // namespace calc

@@ -1,13 +1,13 @@
 #include "calc/sougaku.h"
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace calc {
 namespace {
 
-namespace decision_t = store::tables::S実行総額配分決定;
+namespace decision_t = schema::tables::S実行総額配分決定;
 
-const QString kRunTable = QString::fromUtf16(store::tables::S実行総額配分::kName);
+const QString kRunTable = QString::fromUtf16(schema::tables::S実行総額配分::kName);
 const QString kDecisionTable = QString::fromUtf16(decision_t::kName);
 const QString kSanteiHoushiki = QStringLiteral("2");
 
@@ -46,7 +46,7 @@ PoolShares poolShares(const std::vector<FrozenRow>& rows, const std::vector<Pool
     return spread;
 }
 
-Sougaku::Sougaku(store::Connection& connection, const shell::RunKey& run)
+Sougaku::Sougaku(store::Connection& connection, const domain::RunKey& run)
     : connection_(connection), run_(run) {}
 
 void Sougaku::keisan1_sougaku() {

@@ -29,7 +29,7 @@ PoolShares poolShares(const std::vector<FrozenRow>& rows, const std::vector<Pool
 /// store::Error the caller rolls back.
 class Sougaku {
   public:
-    Sougaku(store::Connection& connection, const shell::RunKey& run);
+    Sougaku(store::Connection& connection, const domain::RunKey& run);
 
     /// Removes the run's decision rows and freezes its inputs.
     void keisan1_sougaku();
@@ -45,7 +45,7 @@ class Sougaku {
     void writeRows(const PoolShares& spread);
 
     store::Connection& connection_;
-    shell::RunKey run_;
+    domain::RunKey run_;
     ActiveCoefficients active_;
     std::vector<FrozenRow> rows_;
     std::vector<PoolPoints> points_;

@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "shell/ui_box.h"
+#include "forms/box.h"
 #include "store/error.h"
 #include "store/money.h"
 #include "widgets/key_filter.h"
@@ -207,10 +207,10 @@ bool PaymentPanel::check(QLineEdit* box) {
         box->setText(store::formatCoefficient(*number));
         return true;
     }
-    shell::tell(window(),
+    forms::tell(window(),
                 number ? QStringLiteral("0.000～999.999を入力してください。")
                        : QStringLiteral("数字以外は許されません。 "),
-                QStringLiteral("入力エラー"), shell::BoxIcon::Critical);
+                QStringLiteral("入力エラー"), forms::BoxIcon::Critical);
     return false;
 }
 

@@ -35,7 +35,7 @@ QString resultTitle(const QString& kubunMei, const QString& kijunMei) {
     return QStringLiteral("◆%1／%2").arg(kubunMei, kijunMei);
 }
 
-std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKey& run) {
+std::vector<ResultRow> freshResultRows(store::Connection& cn, const domain::RunKey& run) {
     updateGrandTotals(cn, run);
     return resultRows(cn, run);
 }

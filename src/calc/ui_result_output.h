@@ -30,7 +30,7 @@ struct AmountList {
 reports::Report amountReport(const AmountList& list, const std::vector<ResultRow>& rows);
 
 /// Brings the grand totals up to date and reads the list.
-std::vector<ResultRow> freshResultRows(store::Connection& cn, const shell::RunKey& run);
+std::vector<ResultRow> freshResultRows(store::Connection& cn, const domain::RunKey& run);
 
 /// The preview of 賞与支給額. `coefficientLine` is printed when the simulation panel is open.
 reports::frmReport* resultPreview(const std::vector<ResultRow>& rows, const reports::ListTitle& whose,

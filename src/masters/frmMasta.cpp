@@ -4,11 +4,11 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "domain/field_rules.h"
+#include "forms/box.h"
+#include "forms/field_check.h"
+#include "forms/global_record.h"
 #include "personnel/ui_code_change.h"
-#include "shell/field_rules.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_field_rules.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -45,7 +45,7 @@ QString otherMaster(const MasterKind& kind) {
 
 }  // namespace
 
-frmMasta::frmMasta(const MasterKind& kind, shell::House& house, QWidget* parent)
+frmMasta::frmMasta(const MasterKind& kind, forms::House& house, QWidget* parent)
     : RecordForm(kind.screen, titleOf(kind, *house.global.cn_main), house, parent),
       kind_(kind),
       caption_(captionOf(kind, attributeNames(*house.global.cn_main))) {
@@ -83,7 +83,7 @@ void frmMasta::bindFields(QGridLayout* fields) {
     bind(code_, kind_.column(kind_.code), [this] { return checkCode(); });
     name_ = addText(fields, 1, caption_);
     bind(name_, kind_.nameColumn(), [this] {
-        return shell::check_field(this, name_->text(), kNameBytes, false, QStringLiteral("･･･") + caption_);
+        return forms::check_field(this, name_->text(), kNameBytes, false, QStringLiteral("･･･") + caption_);
     });
     if (kind_.date >= 0) {
         date_ = addText(fields, 2, kind_.column(kind_.date), QStringLiteral("入力例： 2000/4/1"));

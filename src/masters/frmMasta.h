@@ -1,8 +1,8 @@
 #pragma once
 #include <QHash>
 
+#include "forms/record_form.h"
 #include "masters/master_kinds.h"
-#include "shell/ui_record_form.h"
 
 class QGridLayout;
 
@@ -11,10 +11,10 @@ namespace masters {
 /// The editor of a code master: one class for all nineteen. A code that people use cannot be removed; a
 /// changed code is carried through every table of the company's files, and a removed one takes with it what
 /// refers to it.
-class frmMasta : public shell::RecordForm {
+class frmMasta : public forms::RecordForm {
     Q_OBJECT
   public:
-    frmMasta(const MasterKind& kind, shell::House& house, QWidget* parent);
+    frmMasta(const MasterKind& kind, forms::House& house, QWidget* parent);
 
   protected:
     store::TableQuery query() const override;

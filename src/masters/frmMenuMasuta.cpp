@@ -5,10 +5,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "forms/guard.h"
 #include "masters/master_report.h"
 #include "reports/frmReport.h"
 #include "reports/ui_list_title.h"
-#include "shell/ui_guard.h"
 #include "widgets/theme.h"
 
 namespace masters {
@@ -18,7 +18,7 @@ constexpr int kPerColumn = 7;
 constexpr int kReports = 21;  ///< Command21 prints what Command1 edits
 const QString kName = QStringLiteral("frmMenuMasuta");
 
-std::vector<shell::MenuEntry> frameEntries(shell::House& house) {
+std::vector<forms::MenuEntry> frameEntries(forms::House& house) {
     return {{.control = QStringLiteral("Command40"),
              .caption = QStringLiteral("ヘルプ(&H)"),
              .action =
@@ -43,7 +43,7 @@ void hideInPlace(QWidget* control) {
 
 }  // namespace
 
-frmMenuMasuta::frmMenuMasuta(shell::House& house, QWidget* parent)
+frmMenuMasuta::frmMenuMasuta(forms::House& house, QWidget* parent)
     : MenuForm(kName, QStringLiteral("マスタメニュー"), house, parent, frameEntries(house)) {
     auto* note = make<QLabel>(QStringLiteral("Label1"), QStringLiteral("★は必須登録項目"));
     widgets::setTone(note, widgets::Tone::Muted);
@@ -52,7 +52,7 @@ frmMenuMasuta::frmMenuMasuta(shell::House& house, QWidget* parent)
     grid->setHorizontalSpacing(widgets::kGrid / 2);
     grid->setVerticalSpacing(widgets::kGrid);
     static_cast<QVBoxLayout*>(layout())->insertLayout(1, grid);
-    shell::guarded(this, [&] {
+    forms::guarded(this, [&] {
         const std::vector<QString> attributes = attributeNames(*house_.global.cn_main);
         for (std::size_t i = 0; i < masterKinds().size(); ++i) {
             const MasterKind& kind = masterKinds()[i];

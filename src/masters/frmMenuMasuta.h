@@ -1,6 +1,6 @@
 #pragma once
+#include "forms/menu_form.h"
 #include "masters/master_kinds.h"
-#include "shell/ui_menu_form.h"
 
 class QGridLayout;
 
@@ -8,10 +8,10 @@ namespace masters {
 
 /// The door to the masters: a button for each editor and beside it one that prints its list. Attributes that
 /// are switched off leave their place empty.
-class frmMenuMasuta : public shell::MenuForm {
+class frmMenuMasuta : public forms::MenuForm {
     Q_OBJECT
   public:
-    frmMenuMasuta(shell::House& house, QWidget* parent);
+    frmMenuMasuta(forms::House& house, QWidget* parent);
 
   private:
     void addMaster(QGridLayout* grid, int index, const QString& caption, bool hidden);

@@ -1,8 +1,8 @@
 #include "masters/master_kinds.h"
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
-namespace t = store::tables;
+namespace t = schema::tables;
 using R = personnel::Referent;
 
 namespace masters {
@@ -11,7 +11,7 @@ namespace {
 MasterKind plain(const char* screen, R referent, const char16_t* table) {
     return {.screen = QString::fromLatin1(screen),
             .referent = referent,
-            .table = &store::tableNamed(QString::fromUtf16(table))};
+            .table = &schema::tableNamed(QString::fromUtf16(table))};
 }
 
 MasterKind dated(const char* screen, R referent, const char16_t* table, bool required) {

@@ -12,7 +12,7 @@ namespace masters {
 struct MasterKind {
     QString screen;  ///< frmMastaSyain
     personnel::Referent referent;
-    const store::Table* table;
+    const schema::Table* table;
     int code = 0;  ///< positions in the table
     int name = 1;
     int date = -1;  ///< 設定年月日: the first date on which the entry may be chosen

@@ -1,7 +1,7 @@
 #include "masters/master_report.h"
 
 #include "reports/designs.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace masters {
 namespace {
@@ -44,7 +44,7 @@ Report sectionReport(store::Connection& cn, const QString& title, const QString&
     const QString drop = QStringLiteral("DROP TABLE IF EXISTS main.") + scratch;
     store::Transaction transaction(cn);
     cn.execute(drop);
-    for (const QString& statement : store::createStatements(store::tableNamed(scratch)))
+    for (const QString& statement : schema::createStatements(schema::tableNamed(scratch)))
         cn.execute(statement);
     cn.execute(QStringLiteral(
         "INSERT INTO jsyozoku select 所属大マスタ.所属大,所属小マスタ.Code,所属小マスタ.所属小,"

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
+#include "schema/files.h"
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 namespace personnel {
 namespace {
@@ -18,10 +18,10 @@ bool same(const CutOffChange& one, const CutOffChange& other) {
 }
 
 constexpr struct {
-    store::File file;
+    schema::File file;
     int column;
-} kHolders[] = {{store::File::Chingin, t::Sコード変更予定::賃金},
-                {store::File::Hyouka, t::Sコード変更予定::評価}};
+} kHolders[] = {{schema::File::Chingin, t::Sコード変更予定::賃金},
+                {schema::File::Hyouka, t::Sコード変更予定::評価}};
 
 /// The kind is noted as the table of the code itself: that outlives any order of the program's own lists.
 std::optional<CutOffChange> noted(store::Connection& cn_main) {
@@ -46,20 +46,20 @@ QString nameOf(const CompanyDatabases& company, const CutOffChange& change) {
 
 /// Which files the change has reached: each changes as a whole.
 void look(const CompanyDatabases& company, CutOffChange& change) {
-    const std::vector<store::File> standing = secondaryFiles(company, change.referent);
-    for (const store::File file : change.holders) {
+    const std::vector<schema::File> standing = secondaryFiles(company, change.referent);
+    for (const schema::File file : change.holders) {
         if (std::find(standing.begin(), standing.end(), file) == standing.end()) continue;
         const bool old = holdsCode(company, file, change.referent, change.from);
-        (old ? change.unchanged : change.changed) << store::fileName(company.company, file);
+        (old ? change.unchanged : change.changed) << schema::fileName(company.company, file);
     }
-    for (const store::File file : {store::File::Kihon, store::File::Syouyo})
-        change.unchanged << store::fileName(company.company, file);
+    for (const schema::File file : {schema::File::Kihon, schema::File::Syouyo})
+        change.unchanged << schema::fileName(company.company, file);
     change.shimei = nameOf(company, change);
     change.clear = change.removal || !entryStands(company.cn_main, change.referent, change.to);
 }
 
 void write(const CompanyDatabases& company, const CutOffChange& change) {
-    const store::Table& table = store::tableNamed(kNote);
+    const schema::Table& table = schema::tableNamed(kNote);
     QStringList columns;
     for (std::size_t i = 1; i < table.columns.size(); ++i) columns << table.columns[i].name;
     const QStringList marks(columns.size(), QStringLiteral("?"));
@@ -70,7 +70,7 @@ void write(const CompanyDatabases& company, const CutOffChange& change) {
                          change.holders.end());
     const QString text = QStringLiteral("insert into %1(%2) values(%3)");
     company.cn_main.prepare(text.arg(kNote, columns.join(u','), marks.join(u',')))
-        .into(table, columns)
+        .into(schema::typesOf(table, columns))
         .bindAll(values)
         .run();
 }
@@ -80,7 +80,7 @@ void announce(const CompanyDatabases& company, CutOffChange change) {
     const auto before = noted(company.cn_main);
     if (before && same(*before, change)) return;  // tried again
     settleChange(company);
-    for (const store::File file : secondaryFiles(company, change.referent))
+    for (const schema::File file : secondaryFiles(company, change.referent))
         if (holdsCode(company, file, change.referent, change.from)) change.holders.push_back(file);
     if (!change.holders.empty()) write(company, change);
 }

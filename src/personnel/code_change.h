@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "personnel/code_references.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 /// A renamed or removed code reaches the files of the companions one by one, each in a transaction of its
 /// own. So that no end of the program leaves them in two minds without a word, the company notes what is
@@ -21,7 +21,7 @@ struct CutOffChange {
     CodeKey to = {};      ///< empty when the code is being removed
     QString shimei = {};  ///< of an employee, as 履歴書テーブル has it
     bool removal = false;
-    std::vector<store::File> holders = {};  ///< the companions' files that held the old code before
+    std::vector<schema::File> holders = {};  ///< the companions' files that held the old code before
     QStringList changed = {};  ///< the files (names without folder) in which the change stands; never empty
     QStringList unchanged = {};
     /// False when somebody else bears the new code by now, so that nobody can tell whose rows those are: both

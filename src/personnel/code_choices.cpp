@@ -1,6 +1,6 @@
 #include "personnel/code_choices.h"
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace personnel {
 namespace {
@@ -11,7 +11,7 @@ const QString kSince = u"設定年月日"_s;
 const QString kSyozokuSyou = u"所属小"_s;
 
 bool isDated(const QString& item) {
-    for (const store::Column& column : store::tableNamed(masterOf(item)).columns)
+    for (const schema::Column& column : schema::tableNamed(masterOf(item)).columns)
         if (column.name == kSince) return true;
     return false;
 }

@@ -7,11 +7,11 @@
 #include <functional>
 
 #include "personnel/code_change.h"
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
+#include "schema/files.h"
 
-namespace t = store::tables;
-using store::File;
+namespace t = schema::tables;
+using schema::File;
 
 namespace personnel {
 namespace {
@@ -179,7 +179,7 @@ class Builder {
     static Reference of(Referent refersTo, const char16_t* table, int column,
                         OnRemoval onRemoval = OnRemoval::RowGoes) {
         return {.refersTo = refersTo,
-                .table = &store::tableNamed(QString::fromUtf16(table)),
+                .table = &schema::tableNamed(QString::fromUtf16(table)),
                 .column = column,
                 .onRemoval = onRemoval};
     }
@@ -263,8 +263,8 @@ Where rowsOf(const Reference& reference, const CodeKey& key) {
 
 /// A scratch table stands only between two uses. Only the main schema is read: a look into another file
 /// would reserve it for the rest of the caller's transaction.
-bool stands(store::Connection& cn, const store::Table& table) {
-    if (table.lifetime != store::Lifetime::Scratch) return true;
+bool stands(store::Connection& cn, const schema::Table& table) {
+    if (table.lifetime != schema::Lifetime::Scratch) return true;
     return !cn.query(QStringLiteral("select 1 from main.sqlite_schema where name = ?"), {table.name}).eof();
 }
 
@@ -285,7 +285,7 @@ void rename(store::Connection& cn, const Reference& reference, const CodeKey& fr
     binds.insert(binds.end(), where.binds.begin(), where.binds.end());
     const QString sets = columns.join(QStringLiteral(" = ?, ")) + QStringLiteral(" = ?");
     cn.prepare(QStringLiteral("update %1 set %2%3").arg(reference.table->name, sets, where.text))
-        .into(*reference.table, columns)
+        .into(schema::typesOf(*reference.table, columns))
         .bindAll(binds)
         .run();
 }
@@ -344,10 +344,10 @@ class Walk {
     }
 
   private:
-    QString pathOf(File file) const { return store::filePath(company_.dataDir, company_.company, file); }
+    QString pathOf(File file) const { return schema::filePath(company_.dataDir, company_.company, file); }
     bool isMain(File file) const {
         const QString main = QFileInfo(company_.cn_main.path()).fileName();
-        return main == store::fileName(company_.company, file);
+        return main == schema::fileName(company_.company, file);
     }
 
     std::array<Stop, 3> order() const {
@@ -361,7 +361,7 @@ class Walk {
 
     void visitSecondary(const QString& path, Part part) const {
         if (visited(part).empty()) return;
-        store::Connection secondary(path, store::databasePassword());
+        store::Connection secondary(path, company_.cn_main.key());
         store::Transaction transaction(secondary);
         visit(secondary, part);
         transaction.commit();
@@ -425,7 +425,7 @@ Step renaming(const CodeKey& from, const CodeKey& to, const QString& shimei) {
 
 /// The row of the code itself as a place that holds it.
 Reference entryOf(Referent referent) {
-    Reference entry{.refersTo = referent, .table = &store::tableNamed(entryTable(referent)), .column = 0};
+    Reference entry{.refersTo = referent, .table = &schema::tableNamed(entryTable(referent)), .column = 0};
     if (referent == R::SyozokuSyo) {
         entry.column = t::所属小マスタ::Code;
         entry.parentColumn = t::所属小マスタ::所属大;
@@ -507,8 +507,8 @@ std::vector<File> secondaryFiles(const CompanyDatabases& company, Referent refer
 }
 
 bool holdsCode(const CompanyDatabases& company, File secondary, Referent referent, const CodeKey& key) {
-    store::Connection cn(store::filePath(company.dataDir, company.company, secondary),
-                         store::databasePassword());
+    store::Connection cn(schema::filePath(company.dataDir, company.company, secondary),
+                         company.cn_main.key());
     std::vector<CodeUse> uses;
     for (const Reference& reference : codeReferences())
         if (reference.refersTo == referent && reference.table->file == secondary)

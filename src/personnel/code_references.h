@@ -4,10 +4,10 @@
 
 #include "store/connection.h"
 
-namespace store {
+namespace schema {
 struct Table;
 enum class File;
-}  // namespace store
+}  // namespace schema
 
 /// Who refers to whom by code. No table declares a foreign key: this map is what keeps the codes in step. A
 /// column that holds a code of a master or of an employee and is missing here is a fault (a test walks the
@@ -54,7 +54,7 @@ struct Reference {
         Refused,        ///< the code is in use: the caller asks codeUsage() and does not remove
     };
     Referent refersTo;
-    const store::Table* table;
+    const schema::Table* table;
     int column;
     int parentColumn = -1;  ///< of a 所属小: the column with its 所属大
     int nameColumn = -1;    ///< carries a copy of 氏名, kept in step by a rename
@@ -101,9 +101,10 @@ void renameCode(const CompanyDatabases& company, Referent referent, const CodeKe
 void removeCode(const CompanyDatabases& company, Referent referent, const CodeKey& key);
 
 /// The companions' files that a change of such a code reaches: those that stand and can hold it.
-std::vector<store::File> secondaryFiles(const CompanyDatabases& company, Referent referent);
+std::vector<schema::File> secondaryFiles(const CompanyDatabases& company, Referent referent);
 /// Whether a secondary file holds the code anywhere; read by a connection of its own.
-bool holdsCode(const CompanyDatabases& company, store::File secondary, Referent referent, const CodeKey& key);
+bool holdsCode(const CompanyDatabases& company, schema::File secondary, Referent referent,
+               const CodeKey& key);
 /// renameCode() for the secondary files alone.
 void renameInSecondaries(const CompanyDatabases& company, Referent referent, const CodeKey& from,
                          const CodeKey& to, const QString& shimei);

@@ -1,6 +1,6 @@
 #include "personnel/dependent_rules.h"
 
-#include "shell/field_rules.h"
+#include "domain/field_rules.h"
 #include "store/date_text.h"
 
 namespace personnel {
@@ -26,7 +26,7 @@ QSet<QString> itemsNotEntered(store::Connection& cn, const QStringList& items) {
 }
 
 Finding checkKazokuText(const QString& column, const QString& text) {
-    const auto fault = shell::fieldFault(text, kNameBytes, false, u"･･･"_s + column);
+    const auto fault = domain::fieldFault(text, kNameBytes, false, u"･･･"_s + column);
     if (!fault) return {};
     return Fault{*fault, u"入力のエラー"_s};
 }

@@ -4,9 +4,9 @@
 #include <QGridLayout>
 #include <QGroupBox>
 
+#include "forms/guard.h"
 #include "personnel/person_rules.h"
-#include "shell/ui_guard.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 #include "widgets/theme.h"
 
 namespace personnel {
@@ -14,10 +14,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-namespace t = store::tables::入力可不可テーブル;
+namespace t = schema::tables::入力可不可テーブル;
 
 const QString& columnAt(int index) {
-    return store::tableNamed(QString::fromUtf16(t::kName)).columns[std::size_t(index)].name;
+    return schema::tableNamed(QString::fromUtf16(t::kName)).columns[std::size_t(index)].name;
 }
 
 QString captionAt(int index) {
@@ -26,12 +26,12 @@ QString captionAt(int index) {
 
 }  // namespace
 
-frmJinjiCheck::frmJinjiCheck(shell::House& house, QWidget* parent)
+frmJinjiCheck::frmJinjiCheck(forms::House& house, QWidget* parent)
     : SingleRowForm(u"frmJinjiCheck"_s, u"入力項目の設定"_s, QString::fromUtf16(t::kName), house, parent) {
     static_assert(kChecks == t::kColumns);
     for (int i = 0; i < kChecks; ++i)
         check1_[std::size_t(i)] = make<QCheckBox>(u"Check1_%1"_s.arg(i), captionAt(i));
-    shell::guarded(this, [this] { nameAttributes(); });
+    forms::guarded(this, [this] { nameAttributes(); });
     for (int i = 0; i < kChecks; ++i) {
         const store::Value flag = stored(columnAt(i));
         check1_[std::size_t(i)]->setChecked(flag.isNull() || flag.toBool());

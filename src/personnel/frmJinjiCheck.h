@@ -1,7 +1,7 @@
 #pragma once
 #include <array>
 
-#include "shell/ui_single_row.h"
+#include "forms/single_row_form.h"
 
 class QCheckBox;
 
@@ -9,10 +9,10 @@ namespace personnel {
 
 /// 入力項目の設定: which optional items the company keeps. An item without a check mark is grey on its screen
 /// and not asked for. A free attribute that the company has not named cannot be kept.
-class frmJinjiCheck : public shell::SingleRowForm {
+class frmJinjiCheck : public forms::SingleRowForm {
     Q_OBJECT
   public:
-    frmJinjiCheck(shell::House& house, QWidget* parent);
+    frmJinjiCheck(forms::House& house, QWidget* parent);
 
   protected:
     void fill(store::Recordset& row) override;

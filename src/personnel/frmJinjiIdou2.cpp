@@ -6,8 +6,8 @@
 #include <QLineEdit>
 #include <algorithm>
 
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -28,12 +28,12 @@ const QString kReminder =
 
 }  // namespace
 
-frmJinjiIdou2::frmJinjiIdou2(shell::House& house, QWidget* parent)
+frmJinjiIdou2::frmJinjiIdou2(forms::House& house, QWidget* parent)
     : PersonRecordForm(u"frmJinjiIdou2"_s, u"異動履歴"_s, u"異動テーブル"_s, u"異動日 DESC"_s, house,
                        parent) {
-    shell::guarded(this, [this] { items_ = EntryItems::read(cn()); });
+    forms::guarded(this, [this] { items_ = EntryItems::read(cn()); });
     for (std::size_t i = 0; i < masters_.size(); ++i)
-        shell::guarded(this, [&] { masters_[i] = codeChoices(cn(), kItems[i]); });
+        forms::guarded(this, [&] { masters_[i] = codeChoices(cn(), kItems[i]); });
     makeControls();
     bindFields();
     setGrid({{u"異動日"_s, {}, 1200},
@@ -59,10 +59,10 @@ void frmJinjiIdou2::makeControls() {
     for (int i = 0; i < kCombos; ++i) {
         auto* combo = combo_[i] = make<widgets::CodeCombo>(u"DataCombo1_%1"_s.arg(i));
         connect(combo, &widgets::CodeCombo::entered, this,
-                [this, i] { shell::guarded(this, [this, i] { enterCombo(i); }); });
+                [this, i] { forms::guarded(this, [this, i] { enterCombo(i); }); });
     }
     connect(combo_[SyozokuDai], &widgets::CodeCombo::chosen, this,
-            [this] { shell::guarded(this, [this] { dropSyozokuSyou(); }); });
+            [this] { forms::guarded(this, [this] { dropSyozokuSyou(); }); });
     for (std::size_t i = 0; i < kept_.size(); ++i) kept_[i] = make<QLabel>(u"Label3_%1"_s.arg(i));
 }
 
@@ -210,13 +210,13 @@ void frmJinjiIdou2::enterCombo(int index) {
     if (index == SyozokuSyou) {
         house_.global.syozoku_dai_code = combo_[SyozokuDai]->code();
         if (house_.global.syozoku_dai_code.isEmpty()) {
-            shell::tell(this, u"先に所属大を選択してください。"_s, u"所属小選択エラー"_s);
+            forms::tell(this, u"先に所属大を選択してください。"_s, u"所属小選択エラー"_s);
             combo_[SyozokuDai]->setFocus(Qt::OtherFocusReason);
             return;
         }
     }
     if (index == Course && masters_[Course].empty()) {
-        shell::tell(this, u"コースマスタが未設定です。"_s, kInputError);
+        forms::tell(this, u"コースマスタが未設定です。"_s, kInputError);
         done(Rejected);
         return;
     }
@@ -231,7 +231,7 @@ bool frmJinjiIdou2::offer(int index) {
 }
 
 void frmJinjiIdou2::sendBackToDate(const QString& text) {
-    shell::tell(this, text, kInputError);
+    forms::tell(this, text, kInputError);
     txtFields_[Idoubi]->setFocus(Qt::OtherFocusReason);
 }
 

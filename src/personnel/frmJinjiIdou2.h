@@ -13,7 +13,7 @@ namespace personnel {
 class frmJinjiIdou2 : public PersonRecordForm {
     Q_OBJECT
   public:
-    frmJinjiIdou2(shell::House& house, QWidget* parent);
+    frmJinjiIdou2(forms::House& house, QWidget* parent);
 
   protected:
     QStringList keyColumns() const override { return {QStringLiteral("異動日")}; }

@@ -5,10 +5,10 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "forms/global_record.h"
 #include "personnel/dependent_rules.h"
-#include "shell/global_record.h"
-#include "shell/ui_reading_capture.h"
 #include "widgets/layout.h"
+#include "widgets/reading_capture.h"
 #include "widgets/theme.h"
 
 namespace personnel {
@@ -27,7 +27,7 @@ const std::array<Options, 4> kOptions = {{{u"性別"_s, {u"－"_s, u"男"_s, u"�
 
 }  // namespace
 
-frmJinjiKazoku::frmJinjiKazoku(shell::House& house, QWidget* parent)
+frmJinjiKazoku::frmJinjiKazoku(forms::House& house, QWidget* parent)
     : PersonRecordForm(u"frmJinjiKazoku"_s, u"家族情報"_s, u"家族テーブル"_s, u"続柄"_s, house, parent) {
     makeControls();
     bindFields();
@@ -49,8 +49,8 @@ frmJinjiKazoku::frmJinjiKazoku(shell::House& house, QWidget* parent)
 void frmJinjiKazoku::makeControls() {
     shimei_ = make<QLineEdit>(u"txtFields_2"_s);
     furigana_ = make<QLineEdit>(u"txtFields_3"_s);
-    auto* capture = new shell::ReadingCapture(shimei_, furigana_);
-    readingForms_ = shell::makeReadingForms(capture, this);
+    auto* capture = new widgets::ReadingCapture(shimei_, furigana_);
+    readingForms_ = widgets::makeReadingForms(capture, this);
     zokugara_ = make<widgets::CodeCombo>(u"DataCombo1"_s);
     options_[0] = make<widgets::OptionRow>(u"Frame1_0"_s, 0, kOptions[0].captions);
     seinengappi_ = make<QLineEdit>(u"txtFields_4"_s);
@@ -58,7 +58,7 @@ void frmJinjiKazoku::makeControls() {
     for (int i = 1; i < 4; ++i)
         options_[std::size_t(i)] =
             make<widgets::OptionRow>(u"Frame1_%1"_s.arg(i), i, kOptions[std::size_t(i)].captions);
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         nameCodes({u"続柄"_s, u"性別"_s, u"扶養"_s, u"同居"_s, u"障害"_s});
         zokugara_->setItems(comboItems(codeChoices(cn(), u"続柄"_s)));
     });
@@ -77,7 +77,7 @@ void frmJinjiKazoku::bindFields() {
         return passes(this, checkKazokuSeinengappi(seinengappi_->text(), house_.global.clock()));
     });
     for (std::size_t i = 1; i < options_.size(); ++i) bind(options_[i], kOptions[i].column);
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         const auto without =
             itemsNotEntered(cn(), {u"氏名"_s, u"フリガナ"_s, u"性別"_s, u"生年月日"_s, u"同居"_s, u"障害"_s});
         setEntered(shimei_, !without.contains(u"氏名"_s));

@@ -3,7 +3,7 @@
 
 #include "personnel/ui_person_record.h"
 
-namespace shell {
+namespace widgets {
 class ReadingCapture;
 }
 
@@ -13,7 +13,7 @@ namespace personnel {
 class frmJinjiKazoku : public PersonRecordForm {
     Q_OBJECT
   public:
-    frmJinjiKazoku(shell::House& house, QWidget* parent);
+    frmJinjiKazoku(forms::House& house, QWidget* parent);
 
   protected:
     QList<QWidget*> fieldOrder() const override;

@@ -7,10 +7,10 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "forms/box.h"
 #include "personnel/code_choices.h"
 #include "personnel/person_rules.h"
 #include "personnel/ui_person_output.h"
-#include "shell/ui_box.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -25,7 +25,7 @@ const QString kDigits = u"0123456789"_s;
 
 const std::vector<SelectionMode>& modes() {
     using enum SelectionMode::Deed;
-    using G = shell::GlobalRecord;
+    using G = forms::GlobalRecord;
     static const std::vector<SelectionMode> all = {
         {.flag = &G::jinji_mode_joukenn,
          .deed = OpenScreen,
@@ -79,7 +79,7 @@ QString itemOf(std::size_t index) {
 
 }  // namespace
 
-frmJinjiSiborikomi::frmJinjiSiborikomi(shell::House& house, const reports::SheetFolder& sheets,
+frmJinjiSiborikomi::frmJinjiSiborikomi(forms::House& house, const reports::SheetFolder& sheets,
                                        QWidget* parent)
     : SelectionForm({u"frmJinjiSiborikomi"_s, u"検索条件"_s, u"Label18"_s}, modes(), house, sheets, parent) {
     makeTexts();
@@ -202,15 +202,15 @@ bool frmJinjiSiborikomi::txtFields_LostFocus() {
 bool frmJinjiSiborikomi::years_LostFocus(QLineEdit* edit) {
     if (edit->text().isEmpty()) return true;
     if (!store::parseNumber(edit->text())) {
-        shell::tell(this, u"数字以外は許されません。 "_s, u"入力エラー"_s, shell::BoxIcon::Critical);
+        forms::tell(this, u"数字以外は許されません。 "_s, u"入力エラー"_s, forms::BoxIcon::Critical);
         return false;
     }
-    return shell::guarded(
+    return forms::guarded(
         this, [edit] { edit->setText(store::formatGrouped(store::Money::fromText(edit->text()))); });
 }
 
 void frmJinjiSiborikomi::DataCombo1_GotFocus(std::size_t index) {
-    shell::guarded(this, [&] {
+    forms::guarded(this, [&] {
         const QDate date = store::parseDate(text1_->text()).value_or(QDate());
         const QString syozokuDai = combo_[1]->code();
         const std::vector<CodeChoice> choices = codeChoicesAt(cn(), itemOf(index), date, syozokuDai);
@@ -222,8 +222,8 @@ void frmJinjiSiborikomi::DataCombo1_GotFocus(std::size_t index) {
         if (combo_[1]->code().isEmpty()) combo_[2]->setCode({});
         const bool underNothing = itemOf(index) == u"所属小"_s && syozokuDai.isEmpty();
         if (choices.empty() && !underNothing)
-            shell::tell(this, u"条件に合致するデータはありません。"_s, u"入力エラー"_s,
-                        shell::BoxIcon::Information);
+            forms::tell(this, u"条件に合致するデータはありません。"_s, u"入力エラー"_s,
+                        forms::BoxIcon::Information);
     });
 }
 

@@ -16,7 +16,7 @@ namespace personnel {
 class frmJinjiSiborikomi : public SelectionForm {
     Q_OBJECT
   public:
-    frmJinjiSiborikomi(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent);
+    frmJinjiSiborikomi(forms::House& house, const reports::SheetFolder& sheets, QWidget* parent);
 
   protected:
     Query query() override;

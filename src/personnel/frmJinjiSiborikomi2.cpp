@@ -4,7 +4,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "shell/ui_box.h"
+#include "forms/box.h"
 #include "store/date_text.h"
 #include "widgets/layout.h"
 
@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 const std::vector<SelectionMode>& modes() {
     using enum SelectionMode::Deed;
-    using G = shell::GlobalRecord;
+    using G = forms::GlobalRecord;
     static const std::vector<SelectionMode> all = {{.flag = &G::jinji_mode_taisyokusya,
                                                     .deed = Print,
                                                     .purpose = u"退職者一覧に載せる人を選びます。"_s,
@@ -30,7 +30,7 @@ const std::vector<SelectionMode>& modes() {
 
 }  // namespace
 
-frmJinjiSiborikomi2::frmJinjiSiborikomi2(shell::House& house, const reports::SheetFolder& sheets,
+frmJinjiSiborikomi2::frmJinjiSiborikomi2(forms::House& house, const reports::SheetFolder& sheets,
                                          QWidget* parent)
     : SelectionForm({u"frmJinjiSiborikomi2"_s, u"退職者検索"_s, u"Label1"_s}, modes(), house, sheets, parent),
       text1_(make<QLineEdit>(u"Text1"_s)),
@@ -90,12 +90,12 @@ void frmJinjiSiborikomi2::restore(const QString& code) {
     auto person = cn().prepare(u"SELECT 氏名,退職フラグ FROM 履歴書テーブル WHERE 社員Code = ?"_s);
     person.bind(1, code);
     if (!person.step() || !person.toBool(1))
-        return shell::tell(this, u"復活処理済です。"_s, title, shell::BoxIcon::Information);
+        return forms::tell(this, u"復活処理済です。"_s, title, forms::BoxIcon::Information);
     const QString name = person.toText(0);
     person.reset();
-    if (!shell::askLoss(this, u" %1 %2 を復活させますか？"_s.arg(code, name), title)) return;
+    if (!forms::askLoss(this, u" %1 %2 を復活させますか？"_s.arg(code, name), title)) return;
     cn().execute(u"UPDATE 履歴書テーブル SET 退職日 = NULL, 退職フラグ = 0 WHERE 社員Code = ?"_s, {code});
-    shell::tell(this, u"処理が終了しました。"_s, u"処理終了確認"_s, shell::BoxIcon::Information);
+    forms::tell(this, u"処理が終了しました。"_s, u"処理終了確認"_s, forms::BoxIcon::Information);
     refresh();
 }
 

@@ -10,7 +10,7 @@ namespace personnel {
 class frmJinjiSiborikomi2 : public SelectionForm {
     Q_OBJECT
   public:
-    frmJinjiSiborikomi2(shell::House& house, const reports::SheetFolder& sheets, QWidget* parent);
+    frmJinjiSiborikomi2(forms::House& house, const reports::SheetFolder& sheets, QWidget* parent);
 
   protected:
     Query query() override;

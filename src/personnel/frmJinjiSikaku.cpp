@@ -4,8 +4,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "forms/global_record.h"
 #include "personnel/dependent_rules.h"
-#include "shell/global_record.h"
 #include "widgets/layout.h"
 
 namespace personnel {
@@ -19,7 +19,7 @@ const QString kSyutokubi = u"取得年月日"_s;
 
 }  // namespace
 
-frmJinjiSikaku::frmJinjiSikaku(shell::House& house, QWidget* parent)
+frmJinjiSikaku::frmJinjiSikaku(forms::House& house, QWidget* parent)
     : PersonRecordForm(u"frmJinjiSikaku"_s, u"資格・免許保有状況"_s, u"資格・免許テーブル"_s, kShikaku, house,
                        parent) {
     makeControls();
@@ -37,7 +37,7 @@ void frmJinjiSikaku::makeControls() {
     hitsuyousei_ = make<widgets::OptionRow>(u"Frame1"_s, 0, std::array{u"－"_s, u"有"_s, u"無"_s});
     text1_ = make<QLineEdit>(u"Text1"_s);
     text1_->setPlaceholderText(u"入力例： 2000/4/1"_s);
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         nameCodes({kShikaku, kHitsuyousei});
         shikaku_->setItems(comboItems(codeChoices(cn(), kShikaku)));
     });
@@ -48,7 +48,7 @@ void frmJinjiSikaku::bindFields() {
     bind(hitsuyousei_, kHitsuyousei);
     bind(text1_, kSyutokubi,
          [this] { return passes(this, checkSyutokubi(text1_->text(), house_.global.syain_seinengappi)); });
-    shell::guarded(this, [this] { setEntered(text1_, itemsNotEntered(cn(), {kSyutokubi}).isEmpty()); });
+    forms::guarded(this, [this] { setEntered(text1_, itemsNotEntered(cn(), {kSyutokubi}).isEmpty()); });
 }
 
 QLayout* frmJinjiSikaku::arrangeFields() {

@@ -7,7 +7,7 @@ namespace personnel {
 class frmJinjiSikaku : public PersonRecordForm {
     Q_OBJECT
   public:
-    frmJinjiSikaku(shell::House& house, QWidget* parent);
+    frmJinjiSikaku(forms::House& house, QWidget* parent);
 
   protected:
     QStringList keyColumns() const override { return {QStringLiteral("資格・免許")}; }

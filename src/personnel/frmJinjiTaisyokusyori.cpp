@@ -5,9 +5,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -22,12 +22,12 @@ const QString kTaisyokubi = u"退職日"_s;
 
 }  // namespace
 
-frmJinjiTaisyokusyori::frmJinjiTaisyokusyori(shell::House& house, QWidget* parent)
+frmJinjiTaisyokusyori::frmJinjiTaisyokusyori(forms::House& house, QWidget* parent)
     : Form(u"frmJinjiTaisyokusyori"_s, u"退職処理"_s, parent),
       house_(house),
       text1_(make<QLineEdit>(u"Text1"_s)) {
     makeButtons();
-    command1_->setEnabled(shell::guarded(this, [this] { Form_Load(); }) && person_ && !person_->eof());
+    command1_->setEnabled(forms::guarded(this, [this] { Form_Load(); }) && person_ && !person_->eof());
     layOut();
     text1_->setText(stored(kTaisyokubi));
     text1_->setPlaceholderText(u"入力例： 2000/3/31"_s);
@@ -43,7 +43,7 @@ void frmJinjiTaisyokusyori::makeButtons() {
     widgets::setPrimary(command1_);
     setCancelButton(command2_);
     connect(command1_, &QPushButton::clicked, this,
-            [this] { shell::guarded(this, [this] { Command1_Click(); }); });
+            [this] { forms::guarded(this, [this] { Command1_Click(); }); });
     connect(command2_, &QPushButton::clicked, this, [this] { reject(); });
     connect(command3_, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
@@ -74,8 +74,8 @@ void frmJinjiTaisyokusyori::Form_Load() {
     person_.emplace(house_.global.cn_main->open(
         {u"履歴書テーブル"_s, u"社員Code = ?"_s, {house_.global.syain_code}, u"CodeKey(社員Code)"_s}));
     if (person_->eof() || !person_->value(u"退職フラグ"_s).toBool()) return;
-    shell::tell(parentWidget(), stored(u"氏名"_s) + u" は退職処理済です。"_s, u"退職処理済データ"_s,
-                shell::BoxIcon::Information);
+    forms::tell(parentWidget(), stored(u"氏名"_s) + u" は退職処理済です。"_s, u"退職処理済データ"_s,
+                forms::BoxIcon::Information);
 }
 
 QString frmJinjiTaisyokusyori::stored(const QString& column) const {
@@ -90,7 +90,7 @@ bool frmJinjiTaisyokusyori::checkDate() {
         text1_->setText(store::formatDate(*date));
         return true;
     }
-    shell::tell(
+    forms::tell(
         this, early ? u"入社日より古い日付はありえません。･･･退職日"_s : u"日付の入力が正しくありません。"_s,
         u"入力エラー"_s);
     text1_->setFocus();
@@ -100,11 +100,11 @@ bool frmJinjiTaisyokusyori::checkDate() {
 void frmJinjiTaisyokusyori::Command1_Click() {
     if (!checkDate()) return;
     const QString question = u"%1 の退職日を%2で登録します。\nよろしいですか。"_s;
-    if (!shell::ask(this, question.arg(stored(u"氏名"_s), text1_->text()), u"更新の確認"_s)) return;
+    if (!forms::ask(this, question.arg(stored(u"氏名"_s), text1_->text()), u"更新の確認"_s)) return;
     person_->setValue(u"退職フラグ"_s, true);
     person_->setValue(kTaisyokubi, text1_->text());
     person_->update();
-    shell::tell(this, u"処理が終了しました。"_s, u"処理終了確認"_s, shell::BoxIcon::Information);
+    forms::tell(this, u"処理が終了しました。"_s, u"処理終了確認"_s, forms::BoxIcon::Information);
     accept();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 #include <optional>
 
-#include "shell/ui_screens.h"
+#include "forms/screens.h"
 #include "store/recordset.h"
 #include "widgets/form.h"
 
@@ -15,7 +15,7 @@ namespace personnel {
 class frmJinjiTaisyokusyori : public widgets::Form {
     Q_OBJECT
   public:
-    frmJinjiTaisyokusyori(shell::House& house, QWidget* parent);
+    frmJinjiTaisyokusyori(forms::House& house, QWidget* parent);
 
   private:
     void makeButtons();
@@ -25,7 +25,7 @@ class frmJinjiTaisyokusyori : public widgets::Form {
     bool checkDate();
     QString stored(const QString& column) const;
 
-    shell::House& house_;
+    forms::House& house_;
     std::optional<store::Recordset> person_;
     QLineEdit* text1_;
     QPushButton *command1_, *command2_, *command3_;

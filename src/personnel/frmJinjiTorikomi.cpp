@@ -11,9 +11,9 @@
 #include <QStandardPaths>
 #include <algorithm>
 
+#include "forms/box.h"
 #include "personnel/code_change.h"
 #include "reports/ui_save_dialog.h"
-#include "shell/ui_box.h"
 #include "widgets/layout.h"
 #include "widgets/table.h"
 #include "widgets/theme.h"
@@ -40,7 +40,7 @@ QString outcomeText(Outcome outcome) {
 
 }  // namespace
 
-frmJinjiTorikomi::frmJinjiTorikomi(shell::House& house, QWidget* parent)
+frmJinjiTorikomi::frmJinjiTorikomi(forms::House& house, QWidget* parent)
     : Form(u"frmJinjiTorikomi"_s, kTitle, parent), house_(house), transaction_(*house.global.cn_main) {
     setMinimumSize(112 * widgets::kGrid, 70 * widgets::kGrid);
     auto* title = make<QLabel>(u"lblTitle"_s, kTitle);
@@ -147,7 +147,7 @@ void frmJinjiTorikomi::kindChosen() {
 
 void frmJinjiTorikomi::load(const QString& path) {
     dropSheet();
-    shell::guarded(this, [&] {
+    forms::guarded(this, [&] {
         setHourglass();
         sheet_ = readImportFile(path);
         path_ = path;
@@ -157,7 +157,7 @@ void frmJinjiTorikomi::load(const QString& path) {
 
 void frmJinjiTorikomi::judge() {
     plan_.reset();
-    if (!sheet_.empty() && !shell::guarded(this, [this] {
+    if (!sheet_.empty() && !forms::guarded(this, [this] {
             setHourglass();
             plan_ = planImport(cn(), kind(), sheet_, {update_->isChecked(), house_.global.clock()});
             const QSignalBlocker quiet(refusedOnly_);
@@ -216,7 +216,7 @@ QString frmJinjiTorikomi::cellText(int row, int column) const {
 // ---- The commands
 
 void frmJinjiTorikomi::saveTemplate(const QString& path) {
-    shell::guarded(this, [&] {
+    forms::guarded(this, [&] {
         QSaveFile file(path);
         const QByteArray content = importTemplate(cn(), kind());
         if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
@@ -250,11 +250,11 @@ void frmJinjiTorikomi::Command3_Click() {
         question += u"氏名の変わる社員が %1 人います。社員Codeを確かめてください。\n"_s.arg(renamed);
     question += u"よろしいですか。"_s;
     const QString title = u"取込の確認"_s;
-    const bool meant = updated > 0 ? shell::confirmLoss(this, question, title, u"更新して取り込む(&D)"_s,
+    const bool meant = updated > 0 ? forms::confirmLoss(this, question, title, u"更新して取り込む(&D)"_s,
                                                         u"取り込まない(&B)"_s)
-                                   : shell::ask(this, question, title);
+                                   : forms::ask(this, question, title);
     if (!meant) return;
-    const bool done = shell::guarded(this, transaction_, [&] {
+    const bool done = forms::guarded(this, transaction_, [&] {
         setHourglass();
         // Rows that a change cut off left under a code must not fall to somebody new.
         if (kind() == ImportKind::Employees && added > 0)
@@ -267,7 +267,7 @@ void frmJinjiTorikomi::Command3_Click() {
     QString told = u"取込が終了しました。"_s;
     if (kind() == ImportKind::Employees && added > 0)
         told += u"\n\n追加した社員は、異動履歴を登録すると基準日ごとの一覧に出るようになります。"_s;
-    shell::tell(this, told, u"処理終了確認"_s, shell::BoxIcon::Information);
+    forms::tell(this, told, u"処理終了確認"_s, forms::BoxIcon::Information);
     dropSheet();
     command2_->setFocus();
 }

@@ -2,10 +2,10 @@
 #include <array>
 #include <optional>
 
+#include "forms/global_record.h"
+#include "forms/guard.h"
+#include "forms/screens.h"
 #include "personnel/person_import.h"
-#include "shell/global_record.h"
-#include "shell/ui_guard.h"
-#include "shell/ui_screens.h"
 #include "widgets/form.h"
 
 class QCheckBox;
@@ -26,7 +26,7 @@ namespace personnel {
 class frmJinjiTorikomi : public widgets::Form {
     Q_OBJECT
   public:
-    frmJinjiTorikomi(shell::House& house, QWidget* parent);
+    frmJinjiTorikomi(forms::House& house, QWidget* parent);
 
     /// Reads a file and shows what would become of its rows; what is wrong with it is told.
     void load(const QString& path);
@@ -52,9 +52,9 @@ class frmJinjiTorikomi : public widgets::Form {
     QString cellText(int row, int column) const;
     store::Connection& cn() const { return *house_.global.cn_main; }
 
-    shell::House& house_;
-    shell::FormTransaction transaction_;
-    std::vector<CsvRow> sheet_;
+    forms::House& house_;
+    forms::FormTransaction transaction_;
+    std::vector<domain::CsvRow> sheet_;
     QString path_;
     std::optional<ImportPlan> plan_;
     std::vector<std::size_t> shown_;  ///< rows of the plan that the table shows

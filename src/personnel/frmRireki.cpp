@@ -6,15 +6,15 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "domain/years.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
 #include "personnel/ui_code_change.h"
 #include "personnel/ui_person_record.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_reading_capture.h"
-#include "shell/years.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
+#include "widgets/reading_capture.h"
 #include "widgets/theme.h"
 
 namespace personnel {
@@ -66,9 +66,9 @@ QString wholeYearsTo(QDate today, const QLineEdit* from, QString (*years)(QDate,
 
 }  // namespace
 
-frmRireki::frmRireki(shell::House& house, QWidget* parent)
+frmRireki::frmRireki(forms::House& house, QWidget* parent)
     : RecordForm(u"frmRireki"_s, u"履歴書"_s, house, parent) {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         chooseWhom();
         items_ = EntryItems::read(cn());
     });
@@ -121,8 +121,8 @@ void frmRireki::makeControls() {
     txtFields_[Nyuusyabi]->setPlaceholderText(u"入力例： 1990/4/1"_s);
     for (Text name : {Shimei, Furigana}) widen(txtFields_[name], 11);
     for (Text address : {Jyusyo1, Jyusyo2}) widen(txtFields_[address], 20);
-    auto* capture = new shell::ReadingCapture(txtFields_[Shimei], txtFields_[Furigana]);
-    readingForms_ = shell::makeReadingForms(capture, this);
+    auto* capture = new widgets::ReadingCapture(txtFields_[Shimei], txtFields_[Furigana]);
+    readingForms_ = widgets::makeReadingForms(capture, this);
     for (int i = 0; i < kOptions; ++i)
         options_[std::size_t(i)] =
             make<widgets::OptionRow>(u"Frame1_%1"_s.arg(i), i, kOptionItems[std::size_t(i)].captions);
@@ -132,7 +132,7 @@ void frmRireki::makeControls() {
         connect(date, &QLineEdit::textChanged, this, [this] { showYears(); });
     for (std::size_t i = 0; i < combo_.size(); ++i) {
         combo_[i] = make<widgets::CodeCombo>(u"DataCombo1_%1"_s.arg(i));
-        shell::guarded(this, [&] { combo_[i]->setItems(comboItems(codeChoices(cn(), kItems[i]))); });
+        forms::guarded(this, [&] { combo_[i]->setItems(comboItems(codeChoices(cn(), kItems[i]))); });
     }
 }
 
@@ -141,7 +141,7 @@ void frmRireki::makeSubtables() {
         const Subtable& item = kSubtableItems[std::size_t(i)];
         auto* button = subtables_[std::size_t(i)] = make<QPushButton>(item.control, item.caption);
         connect(button, &QPushButton::clicked, this,
-                [this, i] { shell::guarded(this, [this, i] { openSubtable(i, shownPerson()); }); });
+                [this, i] { forms::guarded(this, [this, i] { openSubtable(i, shownPerson()); }); });
     }
 }
 
@@ -302,8 +302,8 @@ bool frmRireki::keepsKey(const QWidget* focused, int key) const {
 
 void frmRireki::showYears() {
     const QDate today = house_.global.clock();
-    nenrei_->setText(wholeYearsTo(today, txtFields_[Seinengappi], shell::nenrei_nensuu));
-    kinzoku_->setText(wholeYearsTo(today, txtFields_[Nyuusyabi], shell::kinzoku_nensuu));
+    nenrei_->setText(wholeYearsTo(today, txtFields_[Seinengappi], domain::nenrei_nensuu));
+    kinzoku_->setText(wholeYearsTo(today, txtFields_[Nyuusyabi], domain::kinzoku_nensuu));
 }
 
 // ---- what may be entered
@@ -345,7 +345,7 @@ bool frmRireki::checkUpdate() {
     const QString question =
         u"入社日（%1）より前の異動が %2 件あります。最も古い異動日は %3 です。\n"
         "このまま更新しても、異動履歴は変わりません。"_s;
-    const bool meant = shell::confirmLoss(this,
+    const bool meant = forms::confirmLoss(this,
                                           question.arg(store::formatDate(*joined))
                                               .arg(earlier.value(1).toInteger())
                                               .arg(store::formatDate(earlier.value(0).toDate())),
@@ -405,7 +405,7 @@ bool frmRireki::confirmRemoval() {
     const QString question =
         u"%1 %2 には次の記録があり、一緒に削除されます。元には戻せません。\n\n%3\n\n"
         "退職した人は、削除せずに退職処理をしてください。\n本当に削除しますか？"_s;
-    return shell::askLoss(this, question.arg(oldText(kSyainCode), oldText(u"氏名"_s), lines.join(u'\n')),
+    return forms::askLoss(this, question.arg(oldText(kSyainCode), oldText(u"氏名"_s), lines.join(u'\n')),
                           u"削除の確認"_s);
 }
 
@@ -434,8 +434,8 @@ void frmRireki::offerFirstTransfer() {
     const QString question =
         u"%1 %2 を追加しました。\n異動履歴がないと、基準日の一覧や賞与の計算に出てきません。\n\n"
         "続けて最初の異動を入力しますか？"_s;
-    if (shell::ask(this, question.arg(added_.code, added_.name), u"異動履歴の入力"_s))
-        shell::guarded(this, [this] { openSubtable(Idou, added_); });
+    if (forms::ask(this, question.arg(added_.code, added_.name), u"異動履歴の入力"_s))
+        forms::guarded(this, [this] { openSubtable(Idou, added_); });
 }
 
 }  // namespace personnel

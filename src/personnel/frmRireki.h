@@ -1,10 +1,10 @@
 #pragma once
 #include <array>
 
+#include "forms/record_form.h"
 #include "personnel/code_references.h"
 #include "personnel/person_rules.h"
 #include "personnel/ui_people_list.h"
-#include "shell/ui_record_form.h"
 
 class QGroupBox;
 
@@ -18,10 +18,10 @@ namespace personnel {
 /// A change of 社員Code reaches every table of the company's files, a removal takes the person's rows out of
 /// them; a person with rows is asked about once more. After adding a person the first 異動 can be entered at
 /// once: without one the person appears in no list of a date.
-class frmRireki : public shell::RecordForm {
+class frmRireki : public forms::RecordForm {
     Q_OBJECT
   public:
-    frmRireki(shell::House& house, QWidget* parent);
+    frmRireki(forms::House& house, QWidget* parent);
 
   protected:
     store::TableQuery query() const override;

@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "personnel/code_book.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 #include "store/date_text.h"
 
 namespace personnel {
@@ -313,7 +313,7 @@ std::unique_ptr<RowJudge> makeRowJudge(store::Connection& cn, ImportKind kind, c
 ImportWriter::ImportWriter(store::Connection& cn, ImportKind kind)
     : insert_(cn.prepare(insertStatement(kind))), update_(cn.prepare(updateStatement(kind))) {
     for (store::Statement* statement : {&insert_, &update_})
-        statement->into(store::tableNamed(tableOf(kind)), columnsOf(kind));
+        statement->into(schema::typesOf(schema::tableNamed(tableOf(kind)), columnsOf(kind)));
 }
 
 void ImportWriter::write(const ImportRow& row) {

@@ -1,6 +1,6 @@
 #include "personnel/people_at_date.h"
 
-#include "shell/years.h"
+#include "domain/years.h"
 
 namespace personnel {
 namespace {
@@ -18,7 +18,7 @@ QHash<QString, PersonAt> agesAt(store::Connection& cn, QDate ageDate) {
     QHash<QString, PersonAt> people;
     while (row.step()) {
         PersonAt& person = people[row.toText(0)];
-        if (!row.isNull(1)) person.age = shell::wholeYears(row.toDate(1), ageDate);
+        if (!row.isNull(1)) person.age = domain::wholeYears(row.toDate(1), ageDate);
     }
     return people;
 }

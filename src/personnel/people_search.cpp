@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <numeric>
 
-#include "shell/kana.h"
+#include "domain/kana.h"
 
 namespace personnel {
 namespace {
@@ -14,7 +14,7 @@ constexpr QChar kEndOfPerson = u'\n';
 constexpr QChar kEndOfText = u'\t';
 
 QString folded(const QString& text) {
-    return shell::convertKana(text, shell::KanaForm::Katakana).toCaseFolded();
+    return domain::convertKana(text, domain::KanaForm::Katakana).toCaseFolded();
 }
 
 QStringList wordsOf(const QString& typed) {

@@ -4,8 +4,8 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "domain/code_page.h"
 #include "personnel/import_rows.h"
-#include "shell/code_page.h"
 
 namespace personnel {
 namespace {
@@ -39,14 +39,14 @@ class Headings {
     }
     QStringList ignored() const { return ignored_; }
     /// A cell without a heading: a comma inside a cell without quotes moves all cells behind it.
-    bool overrun(const CsvRow& row) const {
+    bool overrun(const domain::CsvRow& row) const {
         for (qsizetype i = 0; i < row.cells.size(); ++i)
             if (!row.cells[i].isEmpty() && headings_.value(i).isEmpty()) return true;
         return false;
     }
 
     /// The cells of a row, one for each item.
-    QStringList given(const CsvRow& row) const {
+    QStringList given(const domain::CsvRow& row) const {
         QStringList cells;
         for (const int column : columns_) cells << row.cells.value(column);
         return cells;
@@ -78,10 +78,10 @@ QByteArray importTemplate(store::Connection& cn, ImportKind kind) {
     QStringList headings;
     for (const ImportItem& item : importItems(entered, kind))
         if (entered.entered(item.column)) headings << item.heading;
-    return "\xEF\xBB\xBF" + csvLine(headings).toUtf8();
+    return "\xEF\xBB\xBF" + domain::csvLine(headings).toUtf8();
 }
 
-std::vector<CsvRow> readImportFile(const QString& path) {
+std::vector<domain::CsvRow> readImportFile(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) refuseFile(u"ファイルを開けません。"_s);
     constexpr qint64 kMega = 1024 * 1024;
@@ -94,9 +94,9 @@ std::vector<CsvRow> readImportFile(const QString& path) {
         refuseFile(
             u"Excelのブックはそのままでは読み込めません。Excelの［名前を付けて保存］で"
             "「CSV UTF-8（コンマ区切り）」を選んで保存し、そのファイルを選んでください。"_s);
-    const auto text = shell::decodeText(bytes);
+    const auto text = domain::decodeText(bytes);
     if (!text) refuseFile(u"文字を読み取れません。UTF-8かシフトJISのCSVファイルを選んでください。"_s);
-    std::vector<CsvRow> rows = parseCsv(*text);
+    std::vector<domain::CsvRow> rows = domain::parseCsv(*text);
     if (rows.size() < 2)
         refuseFile(u"取り込む行がありません。1行目に見出し、2行目からデータを入れてください。"_s);
     return rows;
@@ -107,7 +107,7 @@ int ImportPlan::count(ImportRow::Outcome outcome) const {
                                           [&](const ImportRow& row) { return row.outcome == outcome; }));
 }
 
-ImportPlan planImport(store::Connection& cn, ImportKind kind, const std::vector<CsvRow>& sheet,
+ImportPlan planImport(store::Connection& cn, ImportKind kind, const std::vector<domain::CsvRow>& sheet,
                       const ImportWish& wish) {
     if (sheet.empty()) refuseFile(u"取り込む行がありません。"_s);
     const auto judge = makeRowJudge(cn, kind, wish);

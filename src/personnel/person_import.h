@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <vector>
 
-#include "personnel/csv.h"
+#include "domain/csv.h"
 #include "store/connection.h"
 
 /// Taking employees or transfers over from a sheet: every row is judged by the rules of the screens before
@@ -25,7 +25,7 @@ QByteArray importTemplate(store::Connection& cn, ImportKind kind);
 
 /// The rows of a file, headings first. Throws Error(Type) with what to do for a file that is too large, a
 /// workbook, a text in another code or without rows.
-std::vector<CsvRow> readImportFile(const QString& path);
+std::vector<domain::CsvRow> readImportFile(const QString& path);
 
 /// What becomes of one row of the sheet.
 struct ImportRow {
@@ -55,7 +55,7 @@ struct ImportWish {
 /// Judges the sheet; reads only. A cell names an entry of a master by code or by name. In a row that updates,
 /// an empty cell or a missing column keeps what stands. Throws Error(Type) for headings that are missing or
 /// double.
-ImportPlan planImport(store::Connection& cn, ImportKind kind, const std::vector<CsvRow>& sheet,
+ImportPlan planImport(store::Connection& cn, ImportKind kind, const std::vector<domain::CsvRow>& sheet,
                       const ImportWish& wish);
 
 /// Writes all rows of a plan that may run. Runs in the caller's transaction.

@@ -3,8 +3,8 @@
 #include <QSet>
 #include <algorithm>
 
+#include "domain/field_rules.h"
 #include "personnel/code_choices.h"
-#include "shell/field_rules.h"
 
 namespace personnel {
 namespace {
@@ -182,11 +182,11 @@ reports::SheetGrid personSheet(store::Connection& cn, PersonList list, const sto
     grid.setHeadingRow(1);
     for (int column = 0; column < headings.size(); ++column) {
         constexpr int kMargin = 2;
-        int widest = shell::byteCount(headings[column]);
+        int widest = domain::byteCount(headings[column]);
         grid.setText(1, column + 1, headings[column]);
         for (int row = 0; row < rows.recordCount(); ++row) {
             const store::Value& value = rows.valueAt(row, column);
-            widest = std::max(widest, shell::byteCount(value.toText()));
+            widest = std::max(widest, domain::byteCount(value.toText()));
             grid.setValue(row + 2, column + 1, value);
         }
         grid.setColumnWidth(column + 1, widest + kMargin);

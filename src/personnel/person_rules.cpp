@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "shell/field_rules.h"
-#include "store/catalog.h"
+#include "domain/field_rules.h"
+#include "schema/catalog.h"
 #include "store/date_text.h"
 #include "store/half_width.h"
 #include "store/value.h"
@@ -134,7 +134,7 @@ Finding checkEmployeeText(const QString& column, const QString& text) {
     const auto* rule = std::find_if(std::begin(rules), std::end(rules),
                                     [&](const Rule& each) { return each.column == column; });
     Q_ASSERT(rule != std::end(rules));
-    const auto fault = shell::fieldFault(text, rule->bytes, rule->optional, rule->label);
+    const auto fault = domain::fieldFault(text, rule->bytes, rule->optional, rule->label);
     if (!fault) return {};
     return Fault{*fault, u"入力のエラー"_s};
 }
@@ -192,7 +192,7 @@ QString tokyuText(const QString& text) {
 }
 
 Finding checkComment(const QString& text) {
-    const auto fault = shell::fieldFault(text, 100, true, u"･･･コメント"_s);
+    const auto fault = domain::fieldFault(text, 100, true, u"･･･コメント"_s);
     if (!fault) return {};
     return Fault{*fault, u"入力のエラー"_s};
 }

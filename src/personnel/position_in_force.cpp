@@ -4,7 +4,7 @@
 #include <QJsonDocument>
 #include <optional>
 
-#include "shell/years.h"
+#include "domain/years.h"
 
 namespace personnel {
 namespace {
@@ -45,8 +45,8 @@ void fillNen(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
         const QDate born = people.toDate(1);
         const QDate joined = people.toDate(2);
         insert.bind(1, people.value(0)).bind(2, store::Value(born)).bind(3, store::Value(joined));
-        insert.bind(6, qint64{shell::wholeYears(born, dates.nenrei_kijunbi)});
-        insert.bind(7, qint64{shell::wholeYears(joined, dates.kinzoku_kijunbi)});
+        insert.bind(6, qint64{domain::wholeYears(born, dates.nenrei_kijunbi)});
+        insert.bind(7, qint64{domain::wholeYears(joined, dates.kinzoku_kijunbi)});
         insert.run();
     }
 }

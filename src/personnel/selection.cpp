@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "domain/kana.h"
 #include "personnel/position_in_force.h"
-#include "shell/kana.h"
 
 namespace personnel {
 namespace {
@@ -56,8 +56,8 @@ void Where::addReading(const QString& beginning) {
     if (beginning.isEmpty()) return;
     QStringList likes;
     for (const auto form :
-         {shell::KanaForm::Hiragana, shell::KanaForm::Katakana, shell::KanaForm::HalfKatakana}) {
-        QString pattern = shell::convertKana(beginning, form);
+         {domain::KanaForm::Hiragana, domain::KanaForm::Katakana, domain::KanaForm::HalfKatakana}) {
+        QString pattern = domain::convertKana(beginning, form);
         for (const QChar special : {u'\\', u'%', u'_'}) pattern.replace(special, QString(u'\\') + special);
         likes << u"R.フリガナ LIKE ? ESCAPE '\\'"_s;
         binds_.push_back(QString(pattern + u'%'));

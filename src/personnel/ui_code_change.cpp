@@ -1,9 +1,9 @@
 #include "personnel/ui_code_change.h"
 
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
-#include "shell/ui_screens.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
+#include "forms/screens.h"
 
 namespace personnel {
 namespace {
@@ -40,21 +40,21 @@ QString questionOf(const CutOffChange& change) {
 void settle(const CompanyDatabases& company, const CutOffChange& change, QWidget* parent) {
     const QString title = u"コード変更の確認"_s;
     if (!change.clear) {
-        shell::tell(
+        forms::tell(
             parent,
             u"%1を「%2」に変更する処理が、以前、途中で終了しました。そのあと「%2」は別の記録に使われている"
             "ため、自動ではそろえられません。次のファイルの内容を確認してください。\n\n%3"_s.arg(
                 named(change), change.to.code, files(change.changed)),
-            title, shell::BoxIcon::Warning);
+            title, forms::BoxIcon::Warning);
         return takeBackChange(company, change);
     }
     const bool finish =
-        change.removal ? shell::confirmLoss(parent, questionOf(change), title, u"残りも削除する(&D)"_s,
+        change.removal ? forms::confirmLoss(parent, questionOf(change), title, u"残りも削除する(&D)"_s,
                                             u"残りは削除しない(&B)"_s)
                        // Neither loses anything: to the end is what was wished.
-                       : shell::showBox(parent, {questionOf(change), title, shell::BoxIcon::Warning,
-                                                 shell::BoxButtons::YesNo, u"新しいコードにそろえる(&N)"_s,
-                                                 u"元のコードに戻す(&B)"_s}) == shell::BoxAnswer::Yes;
+                       : forms::showBox(parent, {questionOf(change), title, forms::BoxIcon::Warning,
+                                                 forms::BoxButtons::YesNo, u"新しいコードにそろえる(&N)"_s,
+                                                 u"元のコードに戻す(&B)"_s}) == forms::BoxAnswer::Yes;
     if (finish)
         finishChange(company, change);
     else
@@ -63,16 +63,16 @@ void settle(const CompanyDatabases& company, const CutOffChange& change, QWidget
 
 }  // namespace
 
-void askCutOffChange(shell::House& house, QWidget* parent) {
+void askCutOffChange(forms::House& house, QWidget* parent) {
     auto& global = house.global;
-    shell::guarded(nullptr, [&] {
+    forms::guarded(nullptr, [&] {
         const CompanyDatabases company{*global.cn_main, global.dataDir(), global.panels.folder};
         if (const auto change = cutOffChange(company)) settle(company, *change, parent);
     });
 }
 
 void tellCutOffChange(const CompanyDatabases& company, QWidget* parent) {
-    shell::guarded(nullptr, [&] {
+    forms::guarded(nullptr, [&] {
         const auto change = cutOffChange(company);
         if (!change) return;
         const QString what =
@@ -85,7 +85,7 @@ void tellCutOffChange(const CompanyDatabases& company, QWidget* parent) {
                                              : u"\n\nもう一度更新すると、すべてのファイルが新しいコードになり"
                                                u"ます。更新しないときは、次に会社を"
                                                "指定したときに元のコードへ戻せます。"_s;
-        shell::tell(parent, what + next, u"取消"_s, shell::BoxIcon::Warning);
+        forms::tell(parent, what + next, u"取消"_s, forms::BoxIcon::Warning);
     });
 }
 

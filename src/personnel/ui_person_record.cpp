@@ -3,8 +3,8 @@
 #include <QGridLayout>
 #include <QLabel>
 
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 bool passes(QWidget* form, const Finding& finding) {
     if (!finding) return true;
     const bool shared = finding->title == u"入力のエラー"_s;
-    shell::tell(form, finding->text, finding->title,
-                shared ? shell::BoxIcon::Critical : shell::BoxIcon::None);
+    forms::tell(form, finding->text, finding->title,
+                shared ? forms::BoxIcon::Critical : forms::BoxIcon::None);
     return false;
 }
 
@@ -27,7 +27,7 @@ std::vector<widgets::CodeList::Item> comboItems(const std::vector<CodeChoice>& c
 }
 
 PersonRecordForm::PersonRecordForm(const QString& name, const QString& caption, const QString& table,
-                                   const QString& orderBy, shell::House& house, QWidget* parent)
+                                   const QString& orderBy, forms::House& house, QWidget* parent)
     : RecordForm(name, caption, house, parent), table_(table), orderBy_(orderBy) {}
 
 store::TableQuery PersonRecordForm::query() const {

@@ -2,9 +2,9 @@
 #include <QHash>
 #include <QString>
 
+#include "forms/record_form.h"
 #include "personnel/code_choices.h"
 #include "personnel/person_rules.h"
-#include "shell/ui_record_form.h"
 
 class QLabel;
 class QGridLayout;
@@ -19,11 +19,11 @@ std::vector<widgets::CodeList::Item> comboItems(const std::vector<CodeChoice>& c
 
 /// A record form over one employee's rows of a table behind the employee record: the person is the one of
 /// syain_code, shown in Label1 and Label2; a new row belongs to the person.
-class PersonRecordForm : public shell::RecordForm {
+class PersonRecordForm : public forms::RecordForm {
     Q_OBJECT
   protected:
     PersonRecordForm(const QString& name, const QString& caption, const QString& table,
-                     const QString& orderBy, shell::House& house, QWidget* parent);
+                     const QString& orderBy, forms::House& house, QWidget* parent);
 
     store::TableQuery query() const override;
     void rowWritten(store::Recordset& row) override;

@@ -7,13 +7,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "forms/box.h"
 #include "personnel/position_in_force.h"
 #include "personnel/ui_person_output.h"
 #include "reports/frmReport.h"
 #include "reports/ui_list_title.h"
 #include "reports/ui_sent_sheet.h"
 #include "reports/workbook.h"
-#include "shell/ui_box.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -28,7 +28,7 @@ using Deed = SelectionMode::Deed;
 const QString kNobody = u"該当する社員データはありません。"_s;
 
 /// Exactly one flag is set when a menu entry opens the screen.
-const SelectionMode* modeOf(const shell::GlobalRecord& global, const std::vector<SelectionMode>& modes) {
+const SelectionMode* modeOf(const forms::GlobalRecord& global, const std::vector<SelectionMode>& modes) {
     const auto found = std::find_if(modes.begin(), modes.end(),
                                     [&](const SelectionMode& mode) { return global.*mode.flag; });
     return found == modes.end() ? &modes.front() : &*found;
@@ -53,7 +53,7 @@ QString leftOutText(PersonList list) {
 
 }  // namespace
 
-SelectionForm::SelectionForm(const Names& names, const std::vector<SelectionMode>& modes, shell::House& house,
+SelectionForm::SelectionForm(const Names& names, const std::vector<SelectionMode>& modes, forms::House& house,
                              const reports::SheetFolder& sheets, QWidget* parent)
     : Form(names.screen, names.caption, parent),
       house_(house),
@@ -161,9 +161,9 @@ bool SelectionForm::checkDate(QLineEdit* edit, bool mayBeEmpty) {
         edit->setText(store::formatDate(*date));
         return true;
     }
-    shell::tell(this,
+    forms::tell(this,
                 edit->text().isEmpty() ? u"未入力は許されません。"_s : u"日付の入力が正しくありません。"_s,
-                u"入力エラー"_s, shell::BoxIcon::Critical);
+                u"入力エラー"_s, forms::BoxIcon::Critical);
     edit->setFocus();
     widgets::select_all(edit);
     return false;
@@ -172,7 +172,7 @@ bool SelectionForm::checkDate(QLineEdit* edit, bool mayBeEmpty) {
 // ---- Finding people
 
 void SelectionForm::search() {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         setHourglass();
         const Query asked = query();
         if (!asked) return;
@@ -181,14 +181,14 @@ void SelectionForm::search() {
         showPeople(query_());
         setDefaultPointer();
         if (people_.empty())
-            shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
+            forms::tell(this, kNobody, u"検索結果"_s, forms::BoxIcon::Information);
         else
             list_->setFocus();
     });
 }
 
 void SelectionForm::offer(Query query, PersonList list, const QString& nobody) {
-    shell::guarded(this, [&] {
+    forms::guarded(this, [&] {
         query_ = std::move(query);
         listed_ = list;
         list_->setPlaceholder(nobody);
@@ -227,12 +227,12 @@ void SelectionForm::send(bool all) {
     else if (!list_->boundText().isEmpty())
         codes << list_->boundText();
     if (codes.isEmpty()) {
-        shell::tell(this, u"処理する人を選択してください。"_s, u"選択エラー"_s, shell::BoxIcon::Critical);
+        forms::tell(this, u"処理する人を選択してください。"_s, u"選択エラー"_s, forms::BoxIcon::Critical);
         return;
     }
     told_->hide();
     sent_->hide();
-    shell::guarded(this, transaction_, [&] {
+    forms::guarded(this, transaction_, [&] {
         if (mode_->deed == Deed::Restore) return restore(codes.first());
         handOver(codes, all);
         switch (mode_->deed) {
@@ -274,7 +274,7 @@ void SelectionForm::print() {
     const store::Recordset rows = personRows(cn(), listed_);
     setDefaultPointer();
     if (rows.recordCount() == 0)
-        return shell::tell(this, kNobody, u"検索結果"_s, shell::BoxIcon::Information);
+        return forms::tell(this, kNobody, u"検索結果"_s, forms::BoxIcon::Information);
     showChild(personPreview(listed_, rows, {listTitle(), printedDate()}, this));
     const int left = leftOut(cn(), listed_, rows);
     told_->setText(left > 0 ? leftOutText(listed_).arg(left) : QString());

@@ -2,11 +2,11 @@
 #include <QString>
 #include <functional>
 
+#include "forms/global_record.h"
+#include "forms/guard.h"
+#include "forms/screens.h"
 #include "personnel/person_lists.h"
 #include "personnel/selection.h"
-#include "shell/global_record.h"
-#include "shell/ui_guard.h"
-#include "shell/ui_screens.h"
 #include "widgets/code_list.h"
 #include "widgets/form.h"
 
@@ -27,7 +27,7 @@ namespace personnel {
 struct SelectionMode {
     enum class Deed { OpenScreen, Print, Sheet, Restore };
 
-    bool shell::GlobalRecord::*flag;
+    bool forms::GlobalRecord::*flag;
     Deed deed;
     QString purpose;                      ///< the line under the title
     QString screen = {};                  ///< of OpenScreen
@@ -48,7 +48,7 @@ class SelectionForm : public widgets::Form {
         QString caption;
         QString count;  ///< the label with the number of people found
     };
-    SelectionForm(const Names& names, const std::vector<SelectionMode>& modes, shell::House& house,
+    SelectionForm(const Names& names, const std::vector<SelectionMode>& modes, forms::House& house,
                   const reports::SheetFolder& sheets, QWidget* parent);
 
     // ---- what a subclass says
@@ -83,7 +83,7 @@ class SelectionForm : public widgets::Form {
     const SelectionMode& mode() const { return *mode_; }
     store::Connection& cn() const { return *house_.global.cn_main; }
 
-    shell::House& house_;
+    forms::House& house_;
 
   private:
     void makeButtons();
@@ -99,7 +99,7 @@ class SelectionForm : public widgets::Form {
 
     const reports::SheetFolder& sheets_;
     const SelectionMode* mode_;
-    shell::FormTransaction transaction_;
+    forms::FormTransaction transaction_;
     Query query_;        ///< of the people found
     PersonList listed_;  ///< what Print and Sheet make of them
     FoundPeople people_;

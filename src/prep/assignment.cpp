@@ -5,12 +5,12 @@
 
 #include "personnel/position_in_force.h"
 #include "prep/snapshot.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 /// Of several rows of a person (two transfers on one day) the first one shows.
 const QString kAssigneeSql = QStringLiteral(
@@ -40,7 +40,7 @@ QString differs(const QStringList& columns, int parameter) {
 
 QStringList columnNames(const QString& table, int first, int last) {
     QStringList names;
-    for (int i = first; i <= last; ++i) names << store::tableNamed(table).columns[std::size_t(i)].name;
+    for (int i = first; i <= last; ++i) names << schema::tableNamed(table).columns[std::size_t(i)].name;
     return names;
 }
 

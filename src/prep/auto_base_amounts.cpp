@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <array>
 
-#include "criteria/run_filter.h"
-#include "store/catalog.h"
+#include "design/run_filter.h"
+#include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
-namespace t = store::tables;
+namespace t = schema::tables;
 using store::Money;
 
 // Both run tables hold the base amounts at the same positions.
@@ -63,7 +63,7 @@ class WageSums {
         if (std::all_of(names.begin(), names.end(), [](const QString& name) { return name.isEmpty(); }))
             return;
         store::Statement rows = run.cn.prepare(select(run, kind));
-        store::Binds binds = criteria::runBinds(run.key);
+        store::Binds binds = design::runBinds(run.key);
         binds.push_back(run.key.kijunbi);
         for (const QString& name : names) binds.push_back(name.isEmpty() ? store::Value() : name);
         rows.bindAll(binds);
@@ -99,7 +99,7 @@ class WageSums {
                    "WHERE 社員Code IN (SELECT 社員Code FROM %2 WHERE %3) AND 基準日 <= ? GROUP BY 社員Code) "
                    "JOIN %4 AS 賃金 ON 賃金.社員Code = 社員 AND 賃金.基準日 = 支給日 "
                    "WHERE 賃金.%1 IN (?, ?, ?, ?, ?)")
-            .arg(QString::fromUtf16(kind.itemColumn), run.table, criteria::kRunFilter,
+            .arg(QString::fromUtf16(kind.itemColumn), run.table, design::kRunFilter,
                  QString::fromUtf16(kind.wageTable));
     }
 

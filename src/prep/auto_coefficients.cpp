@@ -5,17 +5,17 @@
 #include <algorithm>
 #include <limits>
 
-#include "criteria/run_filter.h"
-#include "store/catalog.h"
+#include "design/run_filter.h"
+#include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
-namespace t = store::tables;
-namespace run_t = store::tables::S実行個人別計算;
-namespace judged = store::tables::S実行自動入力判定;
-namespace snapshot = store::tables::IdoChuusyutsuMax3;
-namespace person = store::tables::履歴書テーブル;
+namespace t = schema::tables;
+namespace run_t = schema::tables::S実行個人別計算;
+namespace judged = schema::tables::S実行自動入力判定;
+namespace snapshot = schema::tables::IdoChuusyutsuMax3;
+namespace person = schema::tables::履歴書テーブル;
 
 // Both run tables hold the coefficients at the same positions.
 static_assert(int{run_t::年齢係数} == int{t::S実行総額配分::年齢係数} &&
@@ -109,11 +109,11 @@ class Keys {
         : positions_(std::move(positions)) {
         if (positions_.empty()) return;
         QStringList names;
-        for (int position : positions_) names << criteria::columnName(table, position);
+        for (int position : positions_) names << design::columnName(table, position);
         auto rows = run.cn.prepare(QStringLiteral("SELECT 社員Code, %1 FROM %2 WHERE 社員Code IN "
                                                   "(SELECT 社員Code FROM %3 WHERE %4)")
-                                       .arg(names.join(u','), table, run.table, criteria::kRunFilter));
-        rows.bindAll(criteria::runBinds(run.key));
+                                       .arg(names.join(u','), table, run.table, design::kRunFilter));
+        rows.bindAll(design::runBinds(run.key));
         QHash<QString, std::size_t> firstKey;
         while (rows.step()) {
             const QString code = rows.toText(0);
@@ -150,7 +150,7 @@ class Keys {
 class LookUp {
   public:
     LookUp(const AutoRun& run, const QString& table) {
-        const QString key = criteria::columnName(table, kKey);
+        const QString key = design::columnName(table, kKey);
         const auto rows = run.cn.query(
             QStringLiteral(
                 "SELECT %1, 係数 FROM %2 WHERE 配分区分 = ? AND 配分基準 = ? ORDER BY Cint(%1), ID")
@@ -181,7 +181,7 @@ class LookUp {
 
 /// "000012　年齢係数"
 QString placeOf(const AutoRun& run, const AutoRun::Row& row, int target) {
-    return row.syainCode + u'　' + criteria::columnName(run.table, target);
+    return row.syainCode + u'　' + design::columnName(run.table, target);
 }
 
 AutoItem lookUpAll(const AutoRun& run, const Kind& kind, const Keys& keys) {
@@ -206,7 +206,7 @@ AutoItem walkGrades(const AutoRun& run, const QString& table, int target, int ju
     const auto rows = run.cn.query(
         QStringLiteral("SELECT %1, %2 FROM %3 WHERE 配分区分 = ? AND 配分基準 = ? "
                        "ORDER BY Cint(評価Code), ID")
-            .arg(criteria::columnName(table, kKey), criteria::columnName(table, kCoefficient), table),
+            .arg(design::columnName(table, kKey), design::columnName(table, kCoefficient), table),
         {run.key.haibunKubun, run.key.haibunKijun});
     QHash<QString, store::Value> grades;
     for (int i = 0; i < rows.recordCount(); ++i)

@@ -2,25 +2,25 @@
 
 #include <QStringList>
 
-#include "criteria/run_filter.h"
+#include "design/run_filter.h"
 #include "prep/auto_base_amounts.h"
 #include "prep/auto_coefficients.h"
 #include "prep/auto_plan.h"
 #include "prep/criterion_snapshot.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
-namespace judged = store::tables::S実行自動入力判定;
+namespace judged = schema::tables::S実行自動入力判定;
 
 const QString kJudgments = QString::fromUtf16(judged::kName);
 
-std::vector<AutoRun::Row> readRows(store::Connection& cn, const QString& table, const shell::RunKey& run) {
+std::vector<AutoRun::Row> readRows(store::Connection& cn, const QString& table, const domain::RunKey& run) {
     auto rows =
         cn.prepare(QStringLiteral("SELECT ID, 社員Code, 評価 FROM %1 WHERE %2 ORDER BY Clng(社員Code), ID")
-                       .arg(table, criteria::kRunFilter));
-    rows.bindAll(criteria::runBinds(run));
+                       .arg(table, design::kRunFilter));
+    rows.bindAll(design::runBinds(run));
     std::vector<AutoRun::Row> read;
     while (rows.step()) read.push_back({rows.toInteger(0), rows.toText(1), rows.toText(2)});
     return read;
@@ -40,7 +40,7 @@ void writeRun(const AutoRun& run, const std::vector<AutoItem>& items) {
     if (items.empty()) return;
     QStringList sets;
     for (const AutoItem& item : items)
-        sets << QStringLiteral("%1 = coalesce(?, %1)").arg(criteria::columnName(run.table, item.target));
+        sets << QStringLiteral("%1 = coalesce(?, %1)").arg(design::columnName(run.table, item.target));
     auto update =
         run.cn.prepare(QStringLiteral("UPDATE %1 SET %2 WHERE ID = ?").arg(run.table, sets.join(u',')));
     for (std::size_t i = 0; i < run.rows.size(); ++i) {
@@ -51,8 +51,8 @@ void writeRun(const AutoRun& run, const std::vector<AutoItem>& items) {
 }
 
 void writeJudgments(const AutoRun& run, const std::vector<AutoItem>& items) {
-    QStringList names{criteria::columnName(kJudgments, judged::社員Code)};
-    for (const AutoItem& item : items) names << criteria::columnName(kJudgments, item.judgment);
+    QStringList names{design::columnName(kJudgments, judged::社員Code)};
+    for (const AutoItem& item : items) names << design::columnName(kJudgments, item.judgment);
     run.cn.execute(QStringLiteral("DELETE FROM ") + kJudgments);
     auto insert = run.cn.prepare(
         QStringLiteral("INSERT INTO %1(%2) VALUES(?%3)")
@@ -78,17 +78,17 @@ std::vector<AutoItem> fillItems(const AutoRun& run, bool payment) {
 
 }  // namespace
 
-AutoPlan planAutoInput(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki houshiki) {
-    const bool individual = houshiki == criteria::Houshiki::Kojinbetsu;
+AutoPlan planAutoInput(store::Connection& cn, const domain::RunKey& run, design::Houshiki houshiki) {
+    const bool individual = houshiki == design::Houshiki::Kojinbetsu;
     const RunTable table = individual ? RunTable::KojinBetsu : RunTable::SougakuHaibun;
     SelectIntoX3(cn, run, table);
     const QString name = runTableName(table);
-    AutoRun filled{cn, run, criteria::houshikiCode(houshiki), name, readRows(cn, name, run)};
+    AutoRun filled{cn, run, design::houshikiCode(houshiki), name, readRows(cn, name, run)};
     std::vector<AutoItem> items = fillItems(filled, individual);
     return {std::move(filled), std::move(items)};
 }
 
-AutoItems autoInput(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki houshiki) {
+AutoItems autoInput(store::Connection& cn, const domain::RunKey& run, design::Houshiki houshiki) {
     const auto [filled, items] = planAutoInput(cn, run, houshiki);
     writeRun(filled, items);
     writeJudgments(filled, items);
@@ -100,7 +100,7 @@ AutoItems autoInput(store::Connection& cn, const shell::RunKey& run, criteria::H
 store::Recordset judgmentRows(store::Connection& cn) {
     QStringList names;
     for (int position = judged::基礎額Ａ; position <= judged::支給係数; ++position)
-        names << QStringLiteral("判定.") + criteria::columnName(kJudgments, position);
+        names << QStringLiteral("判定.") + design::columnName(kJudgments, position);
     return cn.query(QStringLiteral("SELECT 判定.社員Code, 履歴書テーブル.氏名, %1 FROM %2 AS 判定 INNER JOIN "
                                    "履歴書テーブル ON 判定.社員Code = 履歴書テーブル.社員Code "
                                    "ORDER BY Clng(判定.社員Code), 判定.ID")
@@ -114,7 +114,7 @@ std::vector<JudgmentColumn> judgmentColumns(store::Connection& cn, const AutoIte
         if (position == judged::出勤係数) continue;  // always typed in
         JudgmentColumn& column = columns.emplace_back();
         if (!items.contains(position)) continue;
-        column.column = column.heading = criteria::columnName(kJudgments, position);
+        column.column = column.heading = design::columnName(kJudgments, position);
         const int row = position - judged::年齢係数;
         if (row < 0 || position == judged::支給係数 || row >= own.recordCount()) continue;
         if (const QString name = own.valueAt(row, 0).toText(); !name.isEmpty()) column.heading = name;

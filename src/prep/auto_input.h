@@ -1,8 +1,8 @@
 #pragma once
 #include <set>
 
-#include "criteria/criteria.h"
-#include "shell/run_key.h"
+#include "design/criteria.h"
+#include "domain/run_key.h"
 #include "store/connection.h"
 
 /// Automatic input: fills what the design set-up of a criterion declares automatic, for all employees of a
@@ -17,7 +17,7 @@ using AutoItems = std::set<int>;
 /// is typed in stays untouched, and its judgment empty. Rebuilds IdoChuusyutsuMax3 first.
 /// `houshiki` is Kojinbetsu or Sougaku. Runs in the caller's transaction: after store::Error the caller rolls
 /// back.
-AutoItems autoInput(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki houshiki);
+AutoItems autoInput(store::Connection& cn, const domain::RunKey& run, design::Houshiki houshiki);
 
 /// The list of judgments of the last run: 社員Code, 氏名, then the items in the order of S実行自動入力判定
 /// (出勤係数 among them, always empty), for the employees who have a record, in the order of their numbers.

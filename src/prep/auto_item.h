@@ -3,7 +3,7 @@
 #include <variant>
 #include <vector>
 
-#include "criteria/run_filter.h"
+#include "design/run_filter.h"
 
 namespace prep {
 
@@ -15,7 +15,7 @@ struct AutoRun {
         QString hyouka;  ///< the grade; empty for none
     };
     store::Connection& cn;
-    shell::RunKey key;
+    domain::RunKey key;
     QString santeiHoushiki;  ///< "1" 個人別計算, "2" 総額配分
     QString table;           ///< S実行個人別計算 or S実行総額配分
     std::vector<Row> rows;

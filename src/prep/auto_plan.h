@@ -1,7 +1,7 @@
 #pragma once
 #include <vector>
 
-#include "criteria/criteria.h"
+#include "design/criteria.h"
 #include "prep/auto_item.h"
 
 namespace prep {
@@ -11,6 +11,6 @@ struct AutoPlan {
     AutoRun run;
     std::vector<AutoItem> items;
 };
-AutoPlan planAutoInput(store::Connection& cn, const shell::RunKey& run, criteria::Houshiki houshiki);
+AutoPlan planAutoInput(store::Connection& cn, const domain::RunKey& run, design::Houshiki houshiki);
 
 }  // namespace prep

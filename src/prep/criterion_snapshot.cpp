@@ -25,7 +25,7 @@ const QString kFillSql = QStringLiteral(
 
 }  // namespace
 
-void SelectIntoX3(store::Connection& cn, const shell::RunKey& run, RunTable table) {
+void SelectIntoX3(store::Connection& cn, const domain::RunKey& run, RunTable table) {
     std::optional<store::Transaction> own;
     if (!cn.inTransaction()) own.emplace(cn);
     cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax3"));

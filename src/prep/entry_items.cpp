@@ -15,7 +15,7 @@ QString baseCode(Base base) {
 
 }  // namespace
 
-std::array<bool, kEntryItemCount> offeredItems(store::Connection& cn, const shell::RunKey& run,
+std::array<bool, kEntryItemCount> offeredItems(store::Connection& cn, const domain::RunKey& run,
                                                const QString& santeiHoushiki, EntryPurpose purpose) {
     const bool entry = purpose == EntryPurpose::RunTimeInput;
     const Binds criterion{run.haibunKubun, run.haibunKijun};
@@ -45,7 +45,7 @@ std::array<bool, kEntryItemCount> offeredItems(store::Connection& cn, const shel
     return {baseOffered(Base::A), baseOffered(Base::B), keisuu, shikyuu};
 }
 
-bool baseIsOrphaned(store::Connection& cn, const shell::RunKey& run, const QString& santeiHoushiki,
+bool baseIsOrphaned(store::Connection& cn, const domain::RunKey& run, const QString& santeiHoushiki,
                     Base base) {
     const QString acts =
         QStringLiteral(
@@ -60,7 +60,7 @@ bool baseIsOrphaned(store::Connection& cn, const shell::RunKey& run, const QStri
                   {run.haibunKubun, run.haibunKijun, santeiHoushiki, baseCode(base)});
 }
 
-void removeBaseSetup(store::Connection& cn, const shell::RunKey& run, const QString& santeiHoushiki,
+void removeBaseSetup(store::Connection& cn, const domain::RunKey& run, const QString& santeiHoushiki,
                      Base base) {
     store::Transaction transaction(cn);
     for (const char16_t* table : {u"S基礎額設定", u"S基礎額基本給", u"S基礎額手当"})

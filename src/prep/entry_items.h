@@ -2,7 +2,7 @@
 #include <QString>
 #include <array>
 
-#include "shell/run_key.h"
+#include "domain/run_key.h"
 #include "store/connection.h"
 
 /// What is to be typed in under one 算定方式 of a criterion: the four items 基礎額Ａ, 基礎額Ｂ, 係数,
@@ -18,17 +18,17 @@ inline constexpr int kEntryItemCount = 4;
 
 /// Which items are offered, in the order 基礎額Ａ, 基礎額Ｂ, 係数, 支給係数. 支給係数 exists for 個人別計算
 /// only; a criterion without any row in S係数設定 offers nothing.
-std::array<bool, kEntryItemCount> offeredItems(store::Connection& cn, const shell::RunKey& run,
+std::array<bool, kEntryItemCount> offeredItems(store::Connection& cn, const domain::RunKey& run,
                                                const QString& santeiHoushiki, EntryPurpose purpose);
 
 /// The two base amounts: 処理区分 "1" is 基礎額Ａ, "2" is 基礎額Ｂ.
 enum class Base { A = 1, B = 2 };
 
 /// True when no coefficient acts on the base any more although the base is set up: its set-up is of no use.
-bool baseIsOrphaned(store::Connection& cn, const shell::RunKey& run, const QString& santeiHoushiki,
+bool baseIsOrphaned(store::Connection& cn, const domain::RunKey& run, const QString& santeiHoushiki,
                     Base base);
 /// Removes the set-up of the base (S基礎額設定, S基礎額基本給, S基礎額手当), all or nothing.
-void removeBaseSetup(store::Connection& cn, const shell::RunKey& run, const QString& santeiHoushiki,
+void removeBaseSetup(store::Connection& cn, const domain::RunKey& run, const QString& santeiHoushiki,
                      Base base);
 
 }  // namespace prep

@@ -4,15 +4,15 @@
 #include <algorithm>
 #include <optional>
 
-#include "criteria/run_filter.h"
+#include "design/run_filter.h"
 #include "prep/auto_item.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
 /// The 評語タイプ of the criterion's first such row; none without a row.
-std::optional<QString> hyougoType(store::Connection& cn, const shell::RunKey& run, const QString& table,
+std::optional<QString> hyougoType(store::Connection& cn, const domain::RunKey& run, const QString& table,
                                   const QString& condition = {}) {
     auto row = cn.prepare(QStringLiteral("SELECT 評語タイプ FROM %1 WHERE 配分区分 = ? AND 配分基準 = ? %2 "
                                          "ORDER BY ID LIMIT 1")
@@ -22,11 +22,11 @@ std::optional<QString> hyougoType(store::Connection& cn, const shell::RunKey& ru
     return row.toText(0);
 }
 
-std::optional<QString> paymentScale(store::Connection& cn, const shell::RunKey& run) {
+std::optional<QString> paymentScale(store::Connection& cn, const domain::RunKey& run) {
     return hyougoType(cn, run, QStringLiteral("S支給係数設定"), QStringLiteral("AND 設定方法 = '3'"));
 }
 
-bool automaticGrade(store::Connection& cn, const shell::RunKey& run, const QString& houshiki) {
+bool automaticGrade(store::Connection& cn, const domain::RunKey& run, const QString& houshiki) {
     return cn.query(QStringLiteral("SELECT 1 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
                                    "算定方式 = ? AND 設定名称 = '04' AND 入力区分Code = '2' LIMIT 1"),
                     {run.haibunKubun, run.haibunKijun, houshiki})
@@ -47,12 +47,12 @@ bool GradeUses::holds(RunTable table) const {
     return std::find(used.begin(), used.end(), table) != used.end();
 }
 
-GradeUses gradeUses(store::Connection& cn, const shell::RunKey& run) {
+GradeUses gradeUses(store::Connection& cn, const domain::RunKey& run) {
     return {paymentScale(cn, run).has_value(), automaticGrade(cn, run, QStringLiteral("1")),
             automaticGrade(cn, run, QStringLiteral("2"))};
 }
 
-QStringList gradeWords(store::Connection& cn, const shell::RunKey& run, const GradeUses& uses) {
+QStringList gradeWords(store::Connection& cn, const domain::RunKey& run, const GradeUses& uses) {
     std::optional<QString> type;
     if (uses.kojinbetsu || uses.sougaku) type = hyougoType(cn, run, QStringLiteral("S係数評価段階設定"));
     if (!type && uses.shikyuu) type = paymentScale(cn, run);
@@ -76,14 +76,14 @@ std::vector<QDate> evaluationDates(store::Connection& cn, QDate kijunbi) {
     return dates;
 }
 
-std::vector<EvaluationResult> evaluationResults(store::Connection& cn, const shell::RunKey& run,
+std::vector<EvaluationResult> evaluationResults(store::Connection& cn, const domain::RunKey& run,
                                                 RunTable table, QDate date) {
     auto row = cn.prepare(QStringLiteral("SELECT 行.ID, 行.社員Code, 実績.評価 FROM "
                                          "(SELECT ID, 社員Code FROM %1 WHERE %2) AS 行 INNER JOIN Ｈ評価実績 "
                                          "AS 実績 ON 実績.社員Code = 行.社員Code WHERE 実績.基準日 = ? "
                                          "ORDER BY Clng(行.社員Code), 実績.rowid, 行.ID")
-                              .arg(runTableName(table), criteria::kRunFilter));
-    store::Binds binds = criteria::runBinds(run);
+                              .arg(runTableName(table), design::kRunFilter));
+    store::Binds binds = design::runBinds(run);
     binds.push_back(date);
     row.bindAll(binds);
     std::vector<EvaluationResult> results;
@@ -110,7 +110,7 @@ void storeResults(store::Connection& cn, RunTable table, const std::vector<Evalu
     // The companion that recorded the results keeps widths of its own.
     const QString name = runTableName(table);
     auto update = cn.prepare(QStringLiteral("UPDATE %1 SET 評価 = ? WHERE ID = ?").arg(name));
-    update.into(store::tableNamed(name), {QStringLiteral("評価")});
+    update.into(schema::typesOf(schema::tableNamed(name), {QStringLiteral("評価")}));
     for (const Last& last : people)
         if (last.single) update.bind(1, *last.hyouka).bind(2, last.id).run();
 }

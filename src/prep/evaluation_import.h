@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <vector>
 
+#include "domain/run_key.h"
 #include "prep/snapshot.h"
-#include "shell/run_key.h"
 #include "store/connection.h"
 
 /// Grades (評価) as an input of a run: where a criterion needs them, which words they may be, and taking
@@ -22,11 +22,11 @@ struct GradeUses {
     std::vector<RunTable> tables() const;
     bool holds(RunTable table) const;
 };
-GradeUses gradeUses(store::Connection& cn, const shell::RunKey& run);
+GradeUses gradeUses(store::Connection& cn, const domain::RunKey& run);
 
 /// The words of the criterion's grade vocabulary, best first as the company lists them. The vocabulary of
 /// 評価係数 goes before that of 支給係数. Throws Error(Type) when the set-up names none.
-QStringList gradeWords(store::Connection& cn, const shell::RunKey& run, const GradeUses& uses);
+QStringList gradeWords(store::Connection& cn, const domain::RunKey& run, const GradeUses& uses);
 
 /// The dates of evaluation results before `kijunbi`, ascending. A date with nothing but raises (分類Code 03)
 /// is none.
@@ -40,7 +40,7 @@ struct EvaluationResult {
 };
 /// All results of one date for the employees of the run, in the order of Clng(社員Code), then as they were
 /// recorded; results of a raise on that date are among them.
-std::vector<EvaluationResult> evaluationResults(store::Connection& cn, const shell::RunKey& run,
+std::vector<EvaluationResult> evaluationResults(store::Connection& cn, const domain::RunKey& run,
                                                 RunTable table, QDate date);
 /// Writes the grades into the rows of the run. Of several results of an employee the last one counts; who
 /// stands in the run more than once keeps his grade. Runs in the caller's transaction.

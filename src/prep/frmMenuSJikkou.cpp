@@ -9,9 +9,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "prep/snapshot.h"
-#include "shell/global_record.h"
-#include "shell/ui_guard.h"
 #include "store/date_text.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
@@ -23,15 +23,15 @@ using namespace Qt::StringLiterals;
 
 const QString kCalculation = u"frmSHaibunjikkouK2"_s;
 
-void setRunMode(shell::GlobalRecord& global) {
+void setRunMode(forms::GlobalRecord& global) {
     global.haibun_sekkei_mode = false;
     global.haibun_jikkou_mode = true;
 }
-void setCorrectionMode(shell::GlobalRecord& global) {
+void setCorrectionMode(forms::GlobalRecord& global) {
     setRunMode(global);
     global.jikkou_syuusei_mode = true;
 }
-void setInputMode(shell::GlobalRecord& global) {
+void setInputMode(forms::GlobalRecord& global) {
     setRunMode(global);
     global.jikkou_syuusei_mode = false;
 }
@@ -48,7 +48,7 @@ void checkIndex(const std::vector<QRadioButton*>& options, int index) {
 
 }  // namespace
 
-std::vector<shell::MenuEntry> frmMenuSJikkou::entries(frmMenuSJikkou* menu) {
+std::vector<forms::MenuEntry> frmMenuSJikkou::entries(frmMenuSJikkou* menu) {
     return {
         {u"Command1"_s, u"対象者⇔配分基準の対応(&X)"_s, {}, u"frmSTaisyousya"_s, {}},
         {u"Command2"_s, u"評価結果の取込(&Z)"_s, setRunMode, u"frmSSanteishikiSub"_s, {}},
@@ -71,10 +71,10 @@ std::vector<shell::MenuEntry> frmMenuSJikkou::entries(frmMenuSJikkou* menu) {
     };
 }
 
-frmMenuSJikkou::frmMenuSJikkou(shell::House& house, QWidget* parent)
+frmMenuSJikkou::frmMenuSJikkou(forms::House& house, QWidget* parent)
     : MenuForm(u"frmMenuSJikkou"_s, u"配分実行メニュー"_s, house, parent, entries(this)) {
     build();
-    shell::guarded(this, [this] { loadSetting(); });
+    forms::guarded(this, [this] { loadSetting(); });
 }
 
 void frmMenuSJikkou::build() {

@@ -2,8 +2,8 @@
 #include <array>
 #include <optional>
 
+#include "forms/menu_form.h"
 #include "prep/run_setting.h"
-#include "shell/ui_menu_form.h"
 
 class QAbstractButton;
 class QGroupBox;
@@ -13,17 +13,17 @@ namespace prep {
 
 /// 配分実行メニュー: the hub of one run, beneath every run screen. Its steps may be done in any order and
 /// repeated. Holds the run's unit and rounding mode, which only 配分計算 stores.
-class frmMenuSJikkou : public shell::MenuForm {
+class frmMenuSJikkou : public forms::MenuForm {
     Q_OBJECT
   public:
-    frmMenuSJikkou(shell::House& house, QWidget* parent);
+    frmMenuSJikkou(forms::House& house, QWidget* parent);
     /// Leaving the run clears its date from the status bar.
     void reject() override;
 
   private:
     using Options = std::vector<QRadioButton*>;
 
-    static std::vector<shell::MenuEntry> entries(frmMenuSJikkou* menu);
+    static std::vector<forms::MenuEntry> entries(frmMenuSJikkou* menu);
     void build();
     QGroupBox* buildOptions(const QString& frame, const QString& title, const QString& option,
                             const QStringList& captions, Options& options);

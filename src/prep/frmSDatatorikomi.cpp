@@ -10,9 +10,9 @@
 #include <memory>
 #include <optional>
 
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_field_rules.h"
+#include "forms/box.h"
+#include "forms/field_check.h"
+#include "forms/global_record.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -61,13 +61,13 @@ class BusyLine {
 const QString kImporting = u"人事データを取り込んでいます。しばらくお待ちください。"_s;
 const QString kDeleting = u"取込データを削除しています。しばらくお待ちください。"_s;
 
-Side sideOf(const shell::GlobalRecord& global) {
+Side sideOf(const forms::GlobalRecord& global) {
     return global.haibun_sekkei_mode ? Side::Sekkei : Side::Jikkou;
 }
 
 }  // namespace
 
-frmSDatatorikomi::frmSDatatorikomi(shell::House& house, QWidget* parent)
+frmSDatatorikomi::frmSDatatorikomi(forms::House& house, QWidget* parent)
     : Form(u"frmSDatatorikomi"_s, u"人事データ取込"_s, parent),
       house_(house),
       side_(sideOf(house.global)),
@@ -232,7 +232,7 @@ void frmSDatatorikomi::startNewDate() {
 }
 
 void frmSDatatorikomi::startExistingDate() {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         fillList();
         setState(State::ExistingDate);
         DataList1_->setFocus();
@@ -257,21 +257,21 @@ void frmSDatatorikomi::showChosenText() {
     if (!Text2_[1]) return;
     const QString date = DataList1_->boundText();
     Text2_[1]->setEnabled(!date.isEmpty());
-    shell::guarded(this, [&] {
+    forms::guarded(this, [&] {
         Text2_[1]->setText(date.isEmpty() ? QString()
                                           : bonusTextOf(*house_.global.cn_main, store::requireDate(date)));
     });
 }
 
 bool frmSDatatorikomi::checkBonusText(int index) {
-    return shell::check_field(this, Text2_[std::size_t(index)]->text(), kBonusTextBytes, true,
+    return forms::check_field(this, Text2_[std::size_t(index)]->text(), kBonusTextBytes, true,
                               u"･･･賞与の内容"_s);
 }
 
 bool frmSDatatorikomi::storeChosenText() {
     if (DataList1_->boundText().isEmpty()) return true;
     if (!checkBonusText(1)) return false;
-    return shell::guarded(this, [this] {
+    return forms::guarded(this, [this] {
         store::Connection& cn = *house_.global.cn_main;
         const QDate kijunbi = store::requireDate(DataList1_->boundText());
         const QString text = Text2_[1]->text();
@@ -299,10 +299,10 @@ bool frmSDatatorikomi::checkDate(int index) {
         problem = u"未入力は許されません。"_s + label;
     else if (!date)
         problem = u"日付の入力が正しくありません。"_s + label;
-    else if (index == 0 && !shell::guarded(this, [&] { problem = duplicateProblem(*date); }))
+    else if (index == 0 && !forms::guarded(this, [&] { problem = duplicateProblem(*date); }))
         return false;
     if (!problem.isEmpty()) {
-        shell::tell(this, problem, u"入力エラー"_s, shell::BoxIcon::Critical);
+        forms::tell(this, problem, u"入力エラー"_s, forms::BoxIcon::Critical);
         edit->setFocus();
         widgets::select_all(edit);
         return false;
@@ -319,7 +319,7 @@ bool frmSDatatorikomi::checkAllDates() {
 
 QDate frmSDatatorikomi::requireChosenDate() {
     if (DataList1_->boundText().isEmpty()) {
-        shell::tell(this, u"基準日を指定してください。"_s, u"基準日指定の確認"_s);
+        forms::tell(this, u"基準日を指定してください。"_s, u"基準日指定の確認"_s);
         DataList1_->setFocus();
         return {};
     }
@@ -343,7 +343,7 @@ void frmSDatatorikomi::rebuildSnapshot(const personnel::PositionDates& dates) {
 void frmSDatatorikomi::importNewDate() {
     if (!checkAllDates()) return;
     store::Connection& cn = *house_.global.cn_main;
-    shell::guarded(this, torikomi_trans_, [&] {
+    forms::guarded(this, torikomi_trans_, [&] {
         const personnel::PositionDates dates{store::requireDate(Text1_[0]->text()),
                                              store::requireDate(Text1_[1]->text()),
                                              store::requireDate(Text1_[2]->text())};
@@ -352,7 +352,7 @@ void frmSDatatorikomi::importNewDate() {
         if (snapshotIsEmpty(cn)) {
             busy.reset();
             setDefaultPointer();
-            shell::tell(this, kNobodyToImport, u"基準日指定の確認"_s, shell::BoxIcon::Warning);
+            forms::tell(this, kNobodyToImport, u"基準日指定の確認"_s, forms::BoxIcon::Warning);
             cancel();
             return;
         }
@@ -365,10 +365,10 @@ void frmSDatatorikomi::importNewDate() {
 }
 
 void frmSDatatorikomi::loadExistingDate() {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         const QDate kijunbi = requireChosenDate();
         if (!kijunbi.isValid()) return;
-        if (!shell::ask(this, u"『%1』でデータを取り込みます。"_s.arg(store::formatDate(kijunbi)),
+        if (!forms::ask(this, u"『%1』でデータを取り込みます。"_s.arg(store::formatDate(kijunbi)),
                         u"データ取込日の確認"_s))
             return;
         const auto dates = readDates(*house_.global.cn_main, side_, kijunbi);
@@ -390,7 +390,7 @@ bool frmSDatatorikomi::confirmContents(QDate kijunbi) {
         "削除すると、この基準日の基礎額・係数・評価の入力、予算、計算の結果もすべて消え、\n"
         "賞与支給額の一覧表、入力状況のチェック、年間支給額の一覧表に出なくなります。\n"
         "元には戻せません。"_s;
-    return shell::confirmLoss(
+    return forms::confirmLoss(
         this,
         question.arg(store::formatDate(kijunbi), text.isEmpty() ? text : u'（' + text + u'）',
                      store::formatGrouped(store::Money::fromYen(contents.people)),
@@ -400,11 +400,11 @@ bool frmSDatatorikomi::confirmContents(QDate kijunbi) {
 
 void frmSDatatorikomi::deleteDate() {
     store::Connection& cn = *house_.global.cn_main;
-    shell::guarded(this, torikomi_trans_, [&] {
+    forms::guarded(this, torikomi_trans_, [&] {
         const QDate kijunbi = requireChosenDate();
         if (!kijunbi.isValid()) return;
         house_.global.kijunbi = store::formatDate(kijunbi);
-        if (!shell::askLoss(this, u" %1 を削除しますか？"_s.arg(house_.global.kijunbi), u"削除の確認"_s))
+        if (!forms::askLoss(this, u" %1 を削除しますか？"_s.arg(house_.global.kijunbi), u"削除の確認"_s))
             return;
         if (!confirmContents(kijunbi)) return;
         setHourglass();

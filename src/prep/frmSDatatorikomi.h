@@ -2,10 +2,10 @@
 #include <array>
 #include <functional>
 
+#include "forms/guard.h"
+#include "forms/screens.h"
 #include "personnel/position_in_force.h"
 #include "prep/snapshot.h"
-#include "shell/ui_guard.h"
-#include "shell/ui_screens.h"
 #include "widgets/code_list.h"
 #include "widgets/form.h"
 
@@ -24,7 +24,7 @@ namespace prep {
 class frmSDatatorikomi : public widgets::Form {
     Q_OBJECT
   public:
-    frmSDatatorikomi(shell::House& house, QWidget* parent);
+    frmSDatatorikomi(forms::House& house, QWidget* parent);
     /// On the run side the run menu follows over the opener, once this screen has closed on a date.
     int exec() override;
 
@@ -64,11 +64,11 @@ class frmSDatatorikomi : public widgets::Form {
     void leave(const personnel::PositionDates& dates);
     void showRunMenu();
 
-    shell::House& house_;
+    forms::House& house_;
     const Side side_;
     bool shinki_mode_ = false;  ///< a new date is being entered
     bool dateOpened_ = false;   ///< closed on a date: the run may go on
-    shell::FormTransaction torikomi_trans_;
+    forms::FormTransaction torikomi_trans_;
 
     QPushButton* Command1_ = nullptr;
     QPushButton* Command2_ = nullptr;

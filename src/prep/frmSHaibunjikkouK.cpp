@@ -6,17 +6,17 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include "criteria/ui_criterion_picker.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "prep/ui_judgment_report.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
 namespace prep {
 
-using criteria::Houshiki;
+using design::Houshiki;
 
 namespace {
 
@@ -28,13 +28,13 @@ void keepsItsPlace(QWidget* widget) {
 
 }  // namespace
 
-frmSHaibunjikkouK::frmSHaibunjikkouK(shell::House& house, QWidget* parent)
+frmSHaibunjikkouK::frmSHaibunjikkouK(forms::House& house, QWidget* parent)
     : Form(QStringLiteral("frmSHaibunjikkouK"), QStringLiteral("自動入力"), parent),
       house_(house),
-      picker_(new criteria::CriterionPicker(house, this)) {
+      picker_(new design::CriterionPicker(house, this)) {
     makeControls();
     connectEvents();
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         dropCriterion();
         picker_->load();
     });
@@ -81,7 +81,7 @@ void frmSHaibunjikkouK::makeControls() {
 /// All four kinds of payment stand on the form; only the two that are computed are ever shown.
 QWidget* frmSHaibunjikkouK::makeOptions() {
     frame1_ = make<QWidget>(QStringLiteral("Frame1"));
-    option_ = makeArray<QRadioButton, criteria::kHoushikiCount>(
+    option_ = makeArray<QRadioButton, design::kHoushikiCount>(
         QStringLiteral("Option1"), {QStringLiteral("個人別計算"), QStringLiteral("総額配分"),
                                     QStringLiteral("金一封(実行時)"), QStringLiteral("特別加算金(実行時)")});
     auto* row = new QHBoxLayout(frame1_);
@@ -114,17 +114,17 @@ QHBoxLayout* frmSHaibunjikkouK::makeButtons() {
 }
 
 void frmSHaibunjikkouK::connectEvents() {
-    connect(picker_, &criteria::CriterionPicker::kubunChosen, this,
-            [this] { shell::guarded(this, [this] { DataList1_Click(); }); });
-    connect(picker_, &criteria::CriterionPicker::kijunChosen, this, [this] {
-        if (shell::guarded(this, [this] { DataList2_Click(); })) return;
+    connect(picker_, &design::CriterionPicker::kubunChosen, this,
+            [this] { forms::guarded(this, [this] { DataList1_Click(); }); });
+    connect(picker_, &design::CriterionPicker::kijunChosen, this, [this] {
+        if (forms::guarded(this, [this] { DataList2_Click(); })) return;
         picker_->kijunList()->choose(-1);
         dropCriterion();
     });
     connect(command1_, &QPushButton::clicked, this, &frmSHaibunjikkouK::Command1_Click);
     connect(command2_, &QPushButton::clicked, this, &QDialog::reject);
     connect(command4_, &QPushButton::clicked, this,
-            [this] { shell::guarded(this, [this] { Command4_Click(); }); });
+            [this] { forms::guarded(this, [this] { Command4_Click(); }); });
 }
 
 // ---- Choosing
@@ -154,21 +154,21 @@ void frmSHaibunjikkouK::DataList2_Click() {
     allowList(false);
     if (picker_->refuseEmptyKijun()) return;
     picker_->takeSelection();
-    const auto kijun = criteria::kijunOf(cn(), house_.global.haibun_kubun, house_.global.haibun_kijun);
+    const auto kijun = design::kijunOf(cn(), house_.global.haibun_kubun, house_.global.haibun_kijun);
     if (!kijun) return;
     showOptions(*kijun);
-    tellState(criteria::hasEmployees(cn(), criteria::currentRun(house_.global)),
+    tellState(design::hasEmployees(cn(), design::currentRun(house_.global)),
               kijun->uses[0] || kijun->uses[1]);
 }
 
-void frmSHaibunjikkouK::showOptions(const criteria::Kijun& kijun) {
+void frmSHaibunjikkouK::showOptions(const design::Kijun& kijun) {
     frame1_->show();
     for (std::size_t i : {0u, 1u}) option_[i]->setVisible(kijun.uses[i]);
     chooseOption(kijun.uses[0] ? 0 : kijun.uses[1] ? 1 : -1);
 }
 
 void frmSHaibunjikkouK::chooseOption(int index) {
-    for (int i = 0; i < criteria::kHoushikiCount; ++i) {
+    for (int i = 0; i < design::kHoushikiCount; ++i) {
         QRadioButton* option = option_[static_cast<std::size_t>(i)];
         option->setAutoExclusive(false);
         option->setChecked(i == index);
@@ -178,7 +178,7 @@ void frmSHaibunjikkouK::chooseOption(int index) {
 
 void frmSHaibunjikkouK::tellState(bool employees, bool automatic) {
     state_ = !employees ? State::NoEmployees : automatic ? State::Ready : State::NothingAutomatic;
-    label3_->setText(state_ == State::NoEmployees ? criteria::kNoEmployees
+    label3_->setText(state_ == State::NoEmployees ? design::kNoEmployees
                      : state_ == State::Ready ? QStringLiteral("算定方式を指定してください｡")
                                               : QStringLiteral("自動入力はありません。"));
     widgets::setTone(label3_, state_ == State::Ready ? widgets::Tone::Normal : widgets::Tone::Warning);
@@ -197,8 +197,8 @@ std::optional<Houshiki> frmSHaibunjikkouK::chosenHoushiki() const {
 bool frmSHaibunjikkouK::refused() {
     if (!picker_->requireSelection()) return true;
     if (state_ != State::NoEmployees && state_ != State::NothingAutomatic) return false;
-    shell::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
-                shell::BoxIcon::Critical);
+    forms::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
+                forms::BoxIcon::Critical);
     picker_->kijunList()->setFocus();
     return true;
 }
@@ -208,31 +208,31 @@ QString frmSHaibunjikkouK::captionOf(Houshiki houshiki) const {
 }
 
 bool frmSHaibunjikkouK::confirmed(Houshiki houshiki) {
-    return shell::ask(this, QStringLiteral("『%1』を指定します。").arg(captionOf(houshiki)),
+    return forms::ask(this, QStringLiteral("『%1』を指定します。").arg(captionOf(houshiki)),
                       QStringLiteral("算定方式指定の確認"));
 }
 
 /// The run of the chosen 算定方式 inside the open transaction.
 void frmSHaibunjikkouK::fill(Houshiki houshiki) {
     const QString caption = captionOf(houshiki);
-    house_.global.santei_houshiki = criteria::houshikiCode(houshiki);
+    house_.global.santei_houshiki = design::houshikiCode(houshiki);
     house_.global.santei_houshiki_mei = caption;
     setHourglass();
-    items_ = autoInput(cn(), criteria::currentRun(house_.global), houshiki);
+    items_ = autoInput(cn(), design::currentRun(house_.global), houshiki);
     setDefaultPointer();
-    shell::tell(this, QStringLiteral("『%1』の処理を終了しました。").arg(caption),
+    forms::tell(this, QStringLiteral("『%1』の処理を終了しました。").arg(caption),
                 QStringLiteral("処理終了の確認"));
 }
 
 void frmSHaibunjikkouK::Command1_Click() {
-    shell::FormTransaction jidou_trans(cn());
+    forms::FormTransaction jidou_trans(cn());
     const AutoItems before = items_;
-    const bool done = shell::guarded(this, jidou_trans, [&] {
+    const bool done = forms::guarded(this, jidou_trans, [&] {
         if (refused()) return;
         const auto houshiki = chosenHoushiki();
         if (houshiki &&
             !frmSKakunin::mayGoOn(
-                this, house_, suspicionsBeforeAutoInput(cn(), criteria::currentRun(house_.global), *houshiki),
+                this, house_, suspicionsBeforeAutoInput(cn(), design::currentRun(house_.global), *houshiki),
                 QStringLiteral("このまま自動入力する(&K)")))
             return;
         if (houshiki && !confirmed(*houshiki)) return;
@@ -250,8 +250,8 @@ void frmSHaibunjikkouK::Command4_Click() {
     setHourglass();
     const auto rows = judgmentRows(cn());
     if (rows.recordCount() == 0) {
-        shell::tell(this, QStringLiteral("データがありません。"), QStringLiteral("データなし"),
-                    shell::BoxIcon::Information);
+        forms::tell(this, QStringLiteral("データがありません。"), QStringLiteral("データなし"),
+                    forms::BoxIcon::Information);
         return;
     }
     auto* preview = judgmentPreview(rows, judgmentColumns(cn(), items_), house_.global, this);

@@ -2,15 +2,15 @@
 #include <array>
 #include <optional>
 
-#include "criteria/criteria.h"
+#include "design/criteria.h"
+#include "forms/screens.h"
 #include "prep/auto_input.h"
-#include "shell/ui_screens.h"
 #include "widgets/form.h"
 
 class QHBoxLayout;
 class QRadioButton;
 
-namespace criteria {
+namespace design {
 class CriterionPicker;
 }
 
@@ -21,7 +21,7 @@ namespace prep {
 class frmSHaibunjikkouK : public widgets::Form {
     Q_OBJECT
   public:
-    frmSHaibunjikkouK(shell::House& house, QWidget* parent);
+    frmSHaibunjikkouK(forms::House& house, QWidget* parent);
 
   private:
     void makeControls();
@@ -35,21 +35,21 @@ class frmSHaibunjikkouK : public widgets::Form {
     void Command4_Click();
 
     void dropCriterion();
-    void showOptions(const criteria::Kijun& kijun);
+    void showOptions(const design::Kijun& kijun);
     void chooseOption(int index);
     void tellState(bool employees, bool automatic);
     bool refused();
-    bool confirmed(criteria::Houshiki houshiki);
-    void fill(criteria::Houshiki houshiki);
+    bool confirmed(design::Houshiki houshiki);
+    void fill(design::Houshiki houshiki);
     void allowList(bool allowed);
-    std::optional<criteria::Houshiki> chosenHoushiki() const;
-    QString captionOf(criteria::Houshiki houshiki) const;
+    std::optional<design::Houshiki> chosenHoushiki() const;
+    QString captionOf(design::Houshiki houshiki) const;
     store::Connection& cn() const;
 
-    shell::House& house_;
-    criteria::CriterionPicker* picker_;
+    forms::House& house_;
+    design::CriterionPicker* picker_;
     QWidget* frame1_ = nullptr;
-    std::array<QRadioButton*, criteria::kHoushikiCount> option_{};
+    std::array<QRadioButton*, design::kHoushikiCount> option_{};
     QLabel* label3_ = nullptr;
     QLabel* image1_ = nullptr;
     QLabel* image2_ = nullptr;

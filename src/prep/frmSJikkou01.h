@@ -7,7 +7,7 @@ namespace prep {
 class frmSJikkou01 : public InputGridForm {
     Q_OBJECT
   public:
-    frmSJikkou01(shell::House& house, QWidget* parent);
+    frmSJikkou01(forms::House& house, QWidget* parent);
 
   private:
     std::optional<QString> store() override;

@@ -1,15 +1,15 @@
 #include "prep/frmSJikkou02.h"
 
-#include "criteria/ui_criterion_picker.h"
-#include "shell/global_record.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/global_record.h"
 
 namespace prep {
 
-frmSJikkou02::frmSJikkou02(shell::House& house, QWidget* parent)
+frmSJikkou02::frmSJikkou02(forms::House& house, QWidget* parent)
     : InputGridForm(QStringLiteral("frmSJikkou02"), house, parent) {
     setWindowTitle(methodName(house.global) + u'／' + target().column);
-    shell::guarded(this, [this] {
-        load(baseAmountRules(), loadInputRows(cn(), criteria::currentRun(house_.global), target()));
+    forms::guarded(this, [this] {
+        load(baseAmountRules(), loadInputRows(cn(), design::currentRun(house_.global), target()));
     });
 }
 
@@ -19,7 +19,7 @@ InputTarget frmSJikkou02::target() const {
 }
 
 std::optional<QString> frmSJikkou02::store() {
-    return writeInputRows(cn(), criteria::currentRun(house_.global), target(), rows());
+    return writeInputRows(cn(), design::currentRun(house_.global), target(), rows());
 }
 
 }  // namespace prep

@@ -7,7 +7,7 @@ namespace prep {
 class frmSJikkou02 : public InputGridForm {
     Q_OBJECT
   public:
-    frmSJikkou02(shell::House& house, QWidget* parent);
+    frmSJikkou02(forms::House& house, QWidget* parent);
 
   private:
     std::optional<QString> store() override;

@@ -6,9 +6,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "criteria/ui_criterion_picker.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
 
@@ -19,13 +19,13 @@ const QString kZero = QStringLiteral("0");
 
 }  // namespace
 
-frmSJikkou03::frmSJikkou03(shell::House& house, QWidget* parent)
+frmSJikkou03::frmSJikkou03(forms::House& house, QWidget* parent)
     : InputGridForm(QStringLiteral("frmSJikkou03"), house, parent) {
     setWindowTitle(methodName(house.global) + u'／' +
                    (isPayment() ? QStringLiteral("支給係数") : house.global.settei_meisyou_mei));
     addPanel(makeCalculator());
-    shell::guarded(this, [this] {
-        load(coefficientRules(), loadInputRows(cn(), criteria::currentRun(house_.global), target()));
+    forms::guarded(this, [this] {
+        load(coefficientRules(), loadInputRows(cn(), design::currentRun(house_.global), target()));
     });
 }
 
@@ -39,21 +39,21 @@ InputTarget frmSJikkou03::target() const {
 }
 
 std::optional<QString> frmSJikkou03::store() {
-    if (auto difference = writeInputRows(cn(), criteria::currentRun(house_.global), target(), rows()))
+    if (auto difference = writeInputRows(cn(), design::currentRun(house_.global), target(), rows()))
         return difference;
     return isPayment() ? std::nullopt : copy();
 }
 
 std::optional<QString> frmSJikkou03::copy() {
-    const shell::GlobalRecord& global = house_.global;
-    const shell::RunKey run = criteria::currentRun(global);
+    const forms::GlobalRecord& global = house_.global;
+    const domain::RunKey run = design::currentRun(global);
     const bool toPool = methodTable(global) == RunTable::KojinBetsu;
     const QString other =
-        criteria::houshikiCode(toPool ? criteria::Houshiki::Sougaku : criteria::Houshiki::Kojinbetsu);
+        design::houshikiCode(toPool ? design::Houshiki::Sougaku : design::Houshiki::Kojinbetsu);
     if (!sisterTypesIn(cn(), run, other, global.settei_meisyou)) return {};
     const QString question = toPool ? QStringLiteral("総額配分の係数にも同じ値をコピーしますか？")
                                     : QStringLiteral("個人別計算の係数にも同じ値をコピーしますか？");
-    if (!shell::askLoss(this, question, QStringLiteral("係数コピーの確認"))) return {};
+    if (!forms::askLoss(this, question, QStringLiteral("係数コピーの確認"))) return {};
     const InputTarget sister{toPool ? RunTable::SougakuHaibun : RunTable::KojinBetsu, target().column};
     return writeInputRows(cn(), run, sister, rows());
 }
@@ -97,14 +97,14 @@ QLineEdit* frmSJikkou03::makeOperand(const QString& name, const QString& meaning
 /// message says 0.
 void frmSJikkou03::operandChanged(QLineEdit* edit) {
     if (edit->text().isEmpty()) {
-        shell::tell(this, QStringLiteral("空欄なので0にします。"), QStringLiteral("空欄0表示"));
+        forms::tell(this, QStringLiteral("空欄なので0にします。"), QStringLiteral("空欄0表示"));
         edit->setText(kZero);
     } else if (!store::parseNumber(edit->text())) {
-        shell::tell(this, QStringLiteral("不正な入力がありました。0にします。"),
+        forms::tell(this, QStringLiteral("不正な入力がありました。0にします。"),
                     QStringLiteral("入力エラー"));
         edit->setText(QStringLiteral("1"));
     } else {
-        shell::guarded(this, [this] { keisan(); });
+        forms::guarded(this, [this] { keisan(); });
     }
 }
 

@@ -11,7 +11,7 @@ namespace prep {
 class frmSJikkou03 : public InputGridForm {
     Q_OBJECT
   public:
-    frmSJikkou03(shell::House& house, QWidget* parent);
+    frmSJikkou03(forms::House& house, QWidget* parent);
 
   private:
     std::optional<QString> store() override;

@@ -4,11 +4,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "criteria/ui_criterion_picker.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "prep/ui_input_grid.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -21,15 +21,15 @@ const QString kPrompt = QStringLiteral("係数を指定してください。");
 
 }  // namespace
 
-frmSJikkou03Sub::frmSJikkou03Sub(shell::House& house, QWidget* parent)
+frmSJikkou03Sub::frmSJikkou03Sub(forms::House& house, QWidget* parent)
     : Form(QStringLiteral("frmSJikkou03Sub"), methodName(house.global) + QStringLiteral("／係数"), parent),
       house_(house) {
     makeControls();
-    shell::guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 void frmSJikkou03Sub::makeControls() {
-    const shell::GlobalRecord& global = house_.global;
+    const forms::GlobalRecord& global = house_.global;
     auto* label1 =
         make<QLabel>(QStringLiteral("Label1"), global.haibun_kubun_mei + u'／' + global.haibun_kijun_mei);
     list_ = make<widgets::CodeList>(QStringLiteral("DataList1"));
@@ -42,7 +42,7 @@ void frmSJikkou03Sub::makeControls() {
     setCancelButton(back);
     next->setEnabled(house_.screens.has(kNextScreen));
     connect(next, &QPushButton::clicked, this,
-            [this] { shell::guarded(this, [this] { Command1_Click(); }); });
+            [this] { forms::guarded(this, [this] { Command1_Click(); }); });
     connect(list_, &widgets::CodeList::opened, next, &QPushButton::click);
     connect(back, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] {
@@ -57,9 +57,9 @@ void frmSJikkou03Sub::makeControls() {
 }
 
 void frmSJikkou03Sub::Form_Load() {
-    const shell::GlobalRecord& global = house_.global;
+    const forms::GlobalRecord& global = house_.global;
     std::vector<widgets::CodeList::Item> items;
-    for (const Coefficient& c : listCoefficients(*global.cn_main, criteria::currentRun(global),
+    for (const Coefficient& c : listCoefficients(*global.cn_main, design::currentRun(global),
                                                  global.santei_houshiki, global.jikkou_syuusei_mode))
         items.push_back({c.setteiMeisyou, c.name});
     list_->setItems(items);
@@ -67,15 +67,15 @@ void frmSJikkou03Sub::Form_Load() {
 }
 
 void frmSJikkou03Sub::Command1_Click() {
-    shell::GlobalRecord& global = house_.global;
+    forms::GlobalRecord& global = house_.global;
     global.settei_meisyou = list_->boundText();
     global.settei_meisyou_mei = list_->text();
     if (global.settei_meisyou.isEmpty()) {
-        shell::tell(this, kPrompt, kTitle);
+        forms::tell(this, kPrompt, kTitle);
         list_->setFocus();
         return;
     }
-    if (!shell::ask(this, QStringLiteral("『%1』を指定します。").arg(global.settei_meisyou_mei), kTitle))
+    if (!forms::ask(this, QStringLiteral("『%1』を指定します。").arg(global.settei_meisyou_mei), kTitle))
         return;
     showChild(house_.screens.create(kNextScreen, house_, this));
 }

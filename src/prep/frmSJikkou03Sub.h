@@ -1,5 +1,5 @@
 #pragma once
-#include "shell/ui_screens.h"
+#include "forms/screens.h"
 #include "widgets/code_list.h"
 #include "widgets/form.h"
 
@@ -9,14 +9,14 @@ namespace prep {
 class frmSJikkou03Sub : public widgets::Form {
     Q_OBJECT
   public:
-    frmSJikkou03Sub(shell::House& house, QWidget* parent);
+    frmSJikkou03Sub(forms::House& house, QWidget* parent);
 
   private:
     void makeControls();
     void Form_Load();
     void Command1_Click();
 
-    shell::House& house_;
+    forms::House& house_;
     widgets::CodeList* list_ = nullptr;
 };
 

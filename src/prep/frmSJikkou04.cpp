@@ -2,8 +2,8 @@
 
 #include <tuple>
 
-#include "criteria/ui_criterion_picker.h"
-#include "shell/global_record.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/global_record.h"
 
 namespace prep {
 namespace {
@@ -12,15 +12,15 @@ const QString kGrade = QStringLiteral("評価");
 
 }  // namespace
 
-frmSJikkou04::frmSJikkou04(shell::House& house, QWidget* parent)
+frmSJikkou04::frmSJikkou04(forms::House& house, QWidget* parent)
     : InputGridForm(QStringLiteral("frmSJikkou04"), house, parent) {
     setWindowTitle(QStringLiteral("評価結果の入力"));
-    shell::guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 void frmSJikkou04::Form_Load() {
-    shell::GlobalRecord& global = house_.global;
-    const shell::RunKey run = criteria::currentRun(global);
+    forms::GlobalRecord& global = house_.global;
+    const domain::RunKey run = design::currentRun(global);
     uses_ = gradeUses(cn(), run);
     std::tie(global.hyouka_shikyuu, global.hyouka_kojinbetsu, global.hyouka_sougaku) =
         std::tie(uses_.shikyuu, uses_.kojinbetsu, uses_.sougaku);
@@ -33,7 +33,7 @@ void frmSJikkou04::Form_Load() {
 }
 
 std::optional<QString> frmSJikkou04::store() {
-    const shell::RunKey run = criteria::currentRun(house_.global);
+    const domain::RunKey run = design::currentRun(house_.global);
     for (RunTable table : uses_.tables())
         if (auto difference = writeInputRows(cn(), run, {table, kGrade}, rows())) return difference;
     return {};

@@ -9,7 +9,7 @@ namespace prep {
 class frmSJikkou04 : public InputGridForm {
     Q_OBJECT
   public:
-    frmSJikkou04(shell::House& house, QWidget* parent);
+    frmSJikkou04(forms::House& house, QWidget* parent);
 
   private:
     void Form_Load();

@@ -7,11 +7,11 @@
 #include <QRadioButton>
 #include <tuple>
 
-#include "criteria/ui_criterion_picker.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "prep/ui_input_grid.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
 #include "store/date_text.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
@@ -24,26 +24,26 @@ const QString kNotice = QStringLiteral("確認");
 
 }  // namespace
 
-frmSJikkou04Sub::frmSJikkou04Sub(shell::House& house, QWidget* parent)
+frmSJikkou04Sub::frmSJikkou04Sub(forms::House& house, QWidget* parent)
     : Form(QStringLiteral("frmSJikkou04Sub"), QStringLiteral("評価結果取込"), parent), house_(house) {
     makeControls();
     connectEvents();
     showDates(false);
-    shell::guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 store::Connection& frmSJikkou04Sub::cn() const {
     return *house_.global.cn_main;
 }
 
-shell::RunKey frmSJikkou04Sub::run() const {
-    return criteria::currentRun(house_.global);
+domain::RunKey frmSJikkou04Sub::run() const {
+    return design::currentRun(house_.global);
 }
 
 // ---- The screen's parts ----------------------------------------------------------------------------------
 
 void frmSJikkou04Sub::makeControls() {
-    const shell::GlobalRecord& global = house_.global;
+    const forms::GlobalRecord& global = house_.global;
     auto* label1 =
         make<QLabel>(QStringLiteral("Label1"), global.haibun_kubun_mei + u'／' + global.haibun_kijun_mei);
     label3_ = make<QLabel>(QStringLiteral("Label3"), QStringLiteral("この処理を必要とする設定はありません"));
@@ -85,7 +85,7 @@ QWidget* frmSJikkou04Sub::makeOptions() {
 void frmSJikkou04Sub::connectEvents() {
     for (bool takeIn : {true, false})
         connect(option1_[takeIn ? 0 : 1], &QRadioButton::toggled, this, [this, takeIn](bool set) {
-            if (set) shell::guarded(this, [this, takeIn] { Option1_Click(takeIn); });
+            if (set) forms::guarded(this, [this, takeIn] { Option1_Click(takeIn); });
         });
     connect(list_, &widgets::CodeList::opened, command2_, &QPushButton::click);
     connect(command1_, &QPushButton::clicked, this, &QDialog::reject);
@@ -103,7 +103,7 @@ void frmSJikkou04Sub::showDates(bool shown) {
 // ---- Choosing --------------------------------------------------------------------------------------------
 
 void frmSJikkou04Sub::Form_Load() {
-    shell::GlobalRecord& global = house_.global;
+    forms::GlobalRecord& global = house_.global;
     command2_->setEnabled(false);
     uses_ = gradeUses(cn(), run());
     std::tie(global.hyouka_shikyuu, global.hyouka_kojinbetsu, global.hyouka_sougaku) =
@@ -118,10 +118,10 @@ void frmSJikkou04Sub::Form_Load() {
 void frmSJikkou04Sub::Option1_Click(bool takeIn) {
     showDates(false);
     if (!takeIn) return;
-    shell::tell(this,
+    forms::tell(this,
                 QStringLiteral("配分実行基準日の前日までに確定したデータを表示します。\n"
                                "※ただし、昇給の評価結果は表示しません"),
-                kNotice, shell::BoxIcon::Information);
+                kNotice, forms::BoxIcon::Information);
     std::vector<widgets::CodeList::Item> items;
     for (QDate date : evaluationDates(cn(), run().kijunbi))
         items.push_back({store::formatDate(date), store::formatDate(date)});
@@ -133,7 +133,7 @@ void frmSJikkou04Sub::Option1_Click(bool takeIn) {
 std::optional<QDate> frmSJikkou04Sub::chosenDate() {
     if (!list_->isHidden() && !list_->boundText().isEmpty()) return store::requireDate(list_->boundText());
     setDefaultPointer();
-    shell::tell(this, QStringLiteral("評価結果の基準日を指定してください。"),
+    forms::tell(this, QStringLiteral("評価結果の基準日を指定してください。"),
                 QStringLiteral("基準日指定の確認"));
     option1_[0]->isChecked() ? list_->setFocus() : option1_[0]->setFocus();
     return {};
@@ -143,11 +143,11 @@ std::optional<QDate> frmSJikkou04Sub::chosenDate() {
 
 void frmSJikkou04Sub::takeIn(RunTable table, const QString& name, QDate date) {
     if (!uses_.holds(table)) {
-        shell::tell(this, name + QStringLiteral("は処理の対象外です。"), kNotice);
+        forms::tell(this, name + QStringLiteral("は処理の対象外です。"), kNotice);
         return;
     }
     const auto results = evaluationResults(cn(), run(), table, date);
-    shell::tell(this,
+    forms::tell(this,
                 name + (results.empty() ? QStringLiteral("は該当者はいません。")
                                         : QStringLiteral("は該当者が%1人います。").arg(results.size())),
                 kNotice);
@@ -160,8 +160,8 @@ void frmSJikkou04Sub::takeIn(QDate date) {
 }
 
 void frmSJikkou04Sub::Command2_Click() {
-    shell::FormTransaction torikomi_trans(cn());
-    shell::guarded(this, torikomi_trans, [&] {
+    forms::FormTransaction torikomi_trans(cn());
+    forms::guarded(this, torikomi_trans, [&] {
         torikomi_trans.begin();
         setHourglass();
         if (!option1_[1]->isChecked()) {

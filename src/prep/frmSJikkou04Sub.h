@@ -2,8 +2,8 @@
 #include <array>
 #include <optional>
 
+#include "forms/screens.h"
 #include "prep/evaluation_import.h"
-#include "shell/ui_screens.h"
 #include "widgets/code_list.h"
 #include "widgets/form.h"
 
@@ -18,7 +18,7 @@ namespace prep {
 class frmSJikkou04Sub : public widgets::Form {
     Q_OBJECT
   public:
-    frmSJikkou04Sub(shell::House& house, QWidget* parent);
+    frmSJikkou04Sub(forms::House& house, QWidget* parent);
 
   private:
     void makeControls();
@@ -34,9 +34,9 @@ class frmSJikkou04Sub : public widgets::Form {
     void takeIn(QDate date);
     void takeIn(RunTable table, const QString& name, QDate date);
     store::Connection& cn() const;
-    shell::RunKey run() const;
+    domain::RunKey run() const;
 
-    shell::House& house_;
+    forms::House& house_;
     GradeUses uses_;
     QGroupBox* frame1_ = nullptr;
     std::array<QRadioButton*, 2> option1_{};

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "shell/global_record.h"
+#include "forms/global_record.h"
 #include "widgets/layout.h"
 #include "widgets/table.h"
 #include "widgets/theme.h"
@@ -62,7 +62,7 @@ const Suspicion& frmSKakunin::chosen() const {
     return found_[static_cast<std::size_t>(std::max(0, table_->currentIndex().row()))];
 }
 
-bool frmSKakunin::mayGoOn(widgets::Form* opener, shell::House& house, std::vector<Suspicion> found,
+bool frmSKakunin::mayGoOn(widgets::Form* opener, forms::House& house, std::vector<Suspicion> found,
                           const QString& act) {
     if (found.empty()) return true;
     Answer answer = Answer::Back;

@@ -1,8 +1,8 @@
 #pragma once
 #include <optional>
 
+#include "forms/screens.h"
 #include "prep/suspicions.h"
-#include "shell/ui_screens.h"
 #include "widgets/form.h"
 
 namespace widgets {
@@ -24,7 +24,7 @@ class frmSKakunin : public widgets::Form {
 
     /// Nothing is asked where nothing is suspicious: true. Otherwise true when the user goes on all the same;
     /// when the place was wanted, it was opened and left again.
-    static bool mayGoOn(widgets::Form* opener, shell::House& house, std::vector<Suspicion> found,
+    static bool mayGoOn(widgets::Form* opener, forms::House& house, std::vector<Suspicion> found,
                         const QString& act);
 
   private:

@@ -4,26 +4,26 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "criteria/ui_criterion_picker.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
 namespace prep {
 
-CriterionForm::CriterionForm(const QString& name, const QString& caption, shell::House& house,
+CriterionForm::CriterionForm(const QString& name, const QString& caption, forms::House& house,
                              QWidget* parent)
     : Form(name, caption, parent),
       house_(house),
-      picker_(new criteria::CriterionPicker(house, this)),
+      picker_(new design::CriterionPicker(house, this)),
       label3_(make<QLabel>(QStringLiteral("Label3"))) {
     label3_->setWordWrap(true);
-    connect(picker_, &criteria::CriterionPicker::kubunChosen, this,
-            [this] { shell::guarded(this, [this] { DataList1_Click(); }); });
-    connect(picker_, &criteria::CriterionPicker::kijunChosen, this,
-            [this] { shell::guarded(this, [this] { DataList2_Click(); }); });
+    connect(picker_, &design::CriterionPicker::kubunChosen, this,
+            [this] { forms::guarded(this, [this] { DataList1_Click(); }); });
+    connect(picker_, &design::CriterionPicker::kijunChosen, this,
+            [this] { forms::guarded(this, [this] { DataList2_Click(); }); });
 }
 
 void CriterionForm::load(QWidget* between) {
@@ -33,7 +33,7 @@ void CriterionForm::load(QWidget* between) {
     widgets::setPrimary(command1_);
     setCancelButton(command2_);
     connect(command1_, &QPushButton::clicked, this,
-            [this] { shell::guarded(this, [this] { Command1_Click(); }); });
+            [this] { forms::guarded(this, [this] { Command1_Click(); }); });
     connect(command2_, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
@@ -48,7 +48,7 @@ void CriterionForm::load(QWidget* between) {
         connect(picker_->kijunList(), &widgets::CodeList::opened, command1_, &QPushButton::click);
     column->addLayout(widgets::buttonRow({help}, {command2_, command1_}));
     setMinimumSize(widgets::twips(7770), widgets::twips(4770));
-    shell::guarded(this, [this] { picker_->load(); });
+    forms::guarded(this, [this] { picker_->load(); });
     picker_->kubunList()->setFocus();
 }
 
@@ -65,21 +65,21 @@ void CriterionForm::showGuidance(const QString& text, bool warning) {
 }
 
 void CriterionForm::tellEmployees(const QString& otherwise) {
-    nothingToDo_ = !criteria::hasEmployees(*house_.global.cn_main, criteria::currentRun(house_.global));
-    showGuidance(nothingToDo_ ? criteria::kNoEmployees : otherwise, nothingToDo_);
+    nothingToDo_ = !design::hasEmployees(*house_.global.cn_main, design::currentRun(house_.global));
+    showGuidance(nothingToDo_ ? design::kNoEmployees : otherwise, nothingToDo_);
 }
 
 bool CriterionForm::requireWork() {
     if (!picker_->requireSelection()) return false;
     if (!nothingToDo_) return true;
-    shell::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
-                shell::BoxIcon::Critical);
+    forms::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
+                forms::BoxIcon::Critical);
     picker_->kijunList()->setFocus();
     return false;
 }
 
 bool CriterionForm::confirm(const QString& what, const QString& title) {
-    return shell::ask(this, QStringLiteral("『%1』を指定します。").arg(what), title);
+    return forms::ask(this, QStringLiteral("『%1』を指定します。").arg(what), title);
 }
 
 void CriterionForm::allowNext(bool allowed) {
@@ -95,7 +95,7 @@ namespace {
 const QString kNextScreen = QStringLiteral("frmSJikkou04Sub");
 }
 
-frmSSanteishikiSub::frmSSanteishikiSub(shell::House& house, QWidget* parent)
+frmSSanteishikiSub::frmSSanteishikiSub(forms::House& house, QWidget* parent)
     : CriterionForm(QStringLiteral("frmSSanteishikiSub"), QStringLiteral("配分基準指定"), house, parent) {
     load();
 }
@@ -110,7 +110,7 @@ void frmSSanteishikiSub::DataList2_Click() {
 
 void frmSSanteishikiSub::Command1_Click() {
     if (!requireWork()) return;
-    const shell::GlobalRecord& global = house_.global;
+    const forms::GlobalRecord& global = house_.global;
     if (!confirm(global.haibun_kubun_mei + u'／' + global.haibun_kijun_mei,
                  QStringLiteral("配分基準指定の確認")))
         return;

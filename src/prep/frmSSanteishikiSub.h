@@ -1,14 +1,14 @@
 #pragma once
-#include "shell/ui_screens.h"
+#include "forms/screens.h"
 #include "widgets/form.h"
 
 class QLabel;
 class QRadioButton;
 
-namespace criteria {
+namespace design {
 class CriterionPicker;
 struct Kijun;
-}  // namespace criteria
+}  // namespace design
 
 namespace prep {
 
@@ -17,7 +17,7 @@ namespace prep {
 class CriterionForm : public widgets::Form {
     Q_OBJECT
   protected:
-    CriterionForm(const QString& name, const QString& caption, shell::House& house, QWidget* parent);
+    CriterionForm(const QString& name, const QString& caption, forms::House& house, QWidget* parent);
     /// Loads the lists; called at the end of the constructor of the screen.
     void load(QWidget* between = nullptr);
 
@@ -36,8 +36,8 @@ class CriterionForm : public widgets::Form {
     /// 次へ is open unless it could only lead to a screen that is not there.
     void allowNext(bool allowed);
 
-    shell::House& house_;
-    criteria::CriterionPicker* picker_;
+    forms::House& house_;
+    design::CriterionPicker* picker_;
     QLabel* label3_;
     bool nothingToDo_ = false;
 
@@ -50,7 +50,7 @@ class CriterionForm : public widgets::Form {
 class frmSSanteishikiSub : public CriterionForm {
     Q_OBJECT
   public:
-    frmSSanteishikiSub(shell::House& house, QWidget* parent);
+    frmSSanteishikiSub(forms::House& house, QWidget* parent);
 
   private:
     void DataList2_Click() override;

@@ -4,22 +4,22 @@
 #include <QLabel>
 #include <QRadioButton>
 
-#include "criteria/ui_criterion_picker.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
 
 namespace prep {
 
-using criteria::Houshiki;
+using design::Houshiki;
 
 namespace {
 const QString kAmountsScreen = QStringLiteral("frmSJikkou01");
 }
 
-frmSSanteishitei::frmSSanteishitei(shell::House& house, QWidget* parent)
+frmSSanteishitei::frmSSanteishitei(forms::House& house, QWidget* parent)
     : CriterionForm(QStringLiteral("frmSSanteishitei"), QStringLiteral("算定方式指定"), house, parent),
       options_(new QWidget(this)),
-      option_(makeArray<QRadioButton, criteria::kHoushikiCount>(
+      option_(makeArray<QRadioButton, design::kHoushikiCount>(
           QStringLiteral("Option1"),
           {QStringLiteral("個人別計算"), QStringLiteral("総額配分"), QStringLiteral("金一封(実行時)"),
            QStringLiteral("特別加算金(実行時)")})) {
@@ -50,8 +50,8 @@ void frmSSanteishitei::DataList1_Click() {
 void frmSSanteishitei::DataList2_Click() {
     if (picker_->refuseEmptyKijun()) return;
     picker_->takeSelection();
-    const shell::GlobalRecord& global = house_.global;
-    const auto kijun = criteria::kijunOf(*global.cn_main, global.haibun_kubun, global.haibun_kijun);
+    const forms::GlobalRecord& global = house_.global;
+    const auto kijun = design::kijunOf(*global.cn_main, global.haibun_kubun, global.haibun_kijun);
     if (!kijun) return;
     kijun_ = *kijun;
     showOptions(*kijun);
@@ -63,7 +63,7 @@ void frmSSanteishitei::DataList2_Click() {
 }
 
 void frmSSanteishitei::chooseOption(int index) {
-    for (int i = 0; i < criteria::kHoushikiCount; ++i) {
+    for (int i = 0; i < design::kHoushikiCount; ++i) {
         QRadioButton* option = option_[static_cast<std::size_t>(i)];
         option->setAutoExclusive(false);
         option->setChecked(i == index);
@@ -71,9 +71,9 @@ void frmSSanteishitei::chooseOption(int index) {
     }
 }
 
-void frmSSanteishitei::showOptions(const criteria::Kijun& kijun) {
+void frmSSanteishitei::showOptions(const design::Kijun& kijun) {
     options_->show();
-    for (int i = 0; i < criteria::kHoushikiCount; ++i) {
+    for (int i = 0; i < design::kHoushikiCount; ++i) {
         QRadioButton* option = option_[static_cast<std::size_t>(i)];
         option->setVisible(kijun.uses[static_cast<std::size_t>(i)]);
         option->setEnabled(i < 2 ||
@@ -84,10 +84,10 @@ void frmSSanteishitei::showOptions(const criteria::Kijun& kijun) {
 
 void frmSSanteishitei::Command1_Click() {
     if (!requireWork()) return;
-    const shell::GlobalRecord& global = house_.global;
+    const forms::GlobalRecord& global = house_.global;
     if (global.haibun_sekkei_mode && !kijun_.uses[0] && !kijun_.uses[1]) {
-        shell::tell(this, QStringLiteral("設計時に設定するものはありません。"),
-                    QStringLiteral("算定方式指定の確認"), shell::BoxIcon::Information);
+        forms::tell(this, QStringLiteral("設計時に設定するものはありません。"),
+                    QStringLiteral("算定方式指定の確認"), forms::BoxIcon::Information);
         return;
     }
     const auto chosen = [this](Houshiki h) { return option_[static_cast<std::size_t>(h)]->isChecked(); };
@@ -103,14 +103,14 @@ void frmSSanteishitei::Command1_Click() {
 
 /// The two amounts that are typed in per person go straight to their grid.
 void frmSSanteishitei::typeAmounts(Houshiki houshiki) {
-    house_.global.santei_houshiki = criteria::houshikiCode(houshiki);
+    house_.global.santei_houshiki = design::houshikiCode(houshiki);
     showScreen(kAmountsScreen);
 }
 
 void frmSSanteishitei::chooseItem(Houshiki houshiki) {
     const QString caption = option_[static_cast<std::size_t>(houshiki)]->text();
     if (!confirm(caption, QStringLiteral("算定方式指定の確認"))) return;
-    house_.global.santei_houshiki = criteria::houshikiCode(houshiki);
+    house_.global.santei_houshiki = design::houshikiCode(houshiki);
     house_.global.santei_houshiki_mei = caption;
     showScreen(QStringLiteral("frmSSanteishitei2"));
 }

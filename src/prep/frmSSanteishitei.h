@@ -1,7 +1,7 @@
 #pragma once
 #include <array>
 
-#include "criteria/criteria.h"
+#include "design/criteria.h"
 #include "prep/frmSSanteishikiSub.h"
 
 namespace prep {
@@ -10,21 +10,21 @@ namespace prep {
 class frmSSanteishitei : public CriterionForm {
     Q_OBJECT
   public:
-    frmSSanteishitei(shell::House& house, QWidget* parent);
+    frmSSanteishitei(forms::House& house, QWidget* parent);
 
   private:
     void DataList1_Click() override;
     void DataList2_Click() override;
     void Command1_Click() override;
     void hideOptions();
-    void showOptions(const criteria::Kijun& kijun);
+    void showOptions(const design::Kijun& kijun);
     void chooseOption(int index);
-    void typeAmounts(criteria::Houshiki houshiki);
-    void chooseItem(criteria::Houshiki houshiki);
+    void typeAmounts(design::Houshiki houshiki);
+    void chooseItem(design::Houshiki houshiki);
 
     QWidget* options_;
-    std::array<QRadioButton*, criteria::kHoushikiCount> option_{};
-    criteria::Kijun kijun_;
+    std::array<QRadioButton*, design::kHoushikiCount> option_{};
+    design::Kijun kijun_;
 };
 
 }  // namespace prep

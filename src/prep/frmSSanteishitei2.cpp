@@ -5,10 +5,10 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "criteria/ui_criterion_picker.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
@@ -22,10 +22,10 @@ const std::array<QString, kEntryItemCount> kScreens{
 
 }  // namespace
 
-frmSSanteishitei2::frmSSanteishitei2(shell::House& house, QWidget* parent)
+frmSSanteishitei2::frmSSanteishitei2(forms::House& house, QWidget* parent)
     : Form(QStringLiteral("frmSSanteishitei2"), QStringLiteral("算定方式"), parent), house_(house) {
     makeControls();
-    shell::guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 void frmSSanteishitei2::makeControls() {
@@ -41,7 +41,7 @@ void frmSSanteishitei2::makeControls() {
     widgets::setPrimary(command1_);
     setCancelButton(close);
     connect(command1_, &QPushButton::clicked, this,
-            [this] { shell::guarded(this, [this] { Command1_Click(); }); });
+            [this] { forms::guarded(this, [this] { Command1_Click(); }); });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
@@ -62,14 +62,14 @@ void frmSSanteishitei2::makeControls() {
 }
 
 void frmSSanteishitei2::Form_Load() {
-    shell::GlobalRecord& global = house_.global;
+    forms::GlobalRecord& global = house_.global;
     if (!global.haibun_jikkou_mode) {
         option_[3]->setVisible(global.santei_houshiki != QStringLiteral("2"));
         option_[0]->setChecked(true);
         return;
     }
     const auto offered =
-        offeredItems(*global.cn_main, criteria::currentRun(global), global.santei_houshiki,
+        offeredItems(*global.cn_main, design::currentRun(global), global.santei_houshiki,
                      global.jikkou_syuusei_mode ? EntryPurpose::Correction : EntryPurpose::RunTimeInput);
     bool chosen = false;
     for (std::size_t i = 0; i < offered.size(); ++i) {
@@ -85,7 +85,7 @@ void frmSSanteishitei2::Form_Load() {
 }
 
 void frmSSanteishitei2::Command1_Click() {
-    shell::GlobalRecord& global = house_.global;
+    forms::GlobalRecord& global = house_.global;
     if (!global.haibun_jikkou_mode) return;
     const std::array<bool*, kEntryItemCount> flags{&global.koumoku_kisogaku_a, &global.koumoku_kisogaku_b,
                                                    &global.koumoku_keisuu, &global.koumoku_shikyuu};
@@ -100,17 +100,17 @@ void frmSSanteishitei2::Command1_Click() {
 }
 
 void frmSSanteishitei2::tidy(Base base, const QString& name) {
-    const shell::GlobalRecord& global = house_.global;
-    const shell::RunKey run = criteria::currentRun(global);
+    const forms::GlobalRecord& global = house_.global;
+    const domain::RunKey run = design::currentRun(global);
     if (!baseIsOrphaned(*global.cn_main, run, global.santei_houshiki, base)) return;
     const QString question =
         QStringLiteral("%1を利用する係数の設定がありません。\n %1の設定データを削除しますか？").arg(name);
-    if (shell::askLoss(this, question, QStringLiteral("削除の確認")))
+    if (forms::askLoss(this, question, QStringLiteral("削除の確認")))
         removeBaseSetup(*global.cn_main, run, global.santei_houshiki, base);
 }
 
 void frmSSanteishitei2::done(int result) {
-    shell::guarded(this, [this] {
+    forms::guarded(this, [this] {
         house_.global.setRunPanel({});
         tidy(Base::A, QStringLiteral("基礎額Ａ"));
         tidy(Base::B, QStringLiteral("基礎額Ｂ"));

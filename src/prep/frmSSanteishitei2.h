@@ -1,8 +1,8 @@
 #pragma once
 #include <array>
 
+#include "forms/screens.h"
 #include "prep/entry_items.h"
-#include "shell/ui_screens.h"
 #include "widgets/form.h"
 
 class QLabel;
@@ -14,7 +14,7 @@ namespace prep {
 class frmSSanteishitei2 : public widgets::Form {
     Q_OBJECT
   public:
-    frmSSanteishitei2(shell::House& house, QWidget* parent);
+    frmSSanteishitei2(forms::House& house, QWidget* parent);
 
   protected:
     void done(int result) override;
@@ -26,7 +26,7 @@ class frmSSanteishitei2 : public widgets::Form {
     /// Set-up of a base on which no coefficient acts is of no use: asks and removes it.
     void tidy(Base base, const QString& name);
 
-    shell::House& house_;
+    forms::House& house_;
     std::array<QRadioButton*, kEntryItemCount> option_{};
     QLabel* label1_ = nullptr;
     QPushButton* command1_ = nullptr;

@@ -11,11 +11,11 @@
 #include <QVBoxLayout>
 #include <map>
 
-#include "criteria/criteria.h"
-#include "criteria/ui_criterion_picker.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
+#include "design/criteria.h"
+#include "design/ui_criterion_picker.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "store/date_text.h"
 #include "widgets/layout.h"
 #include "widgets/table.h"
@@ -76,11 +76,11 @@ class frmSTaisyousya::Filter : public QSortFilterProxyModel {
     Show show_ = All;
 };
 
-frmSTaisyousya::frmSTaisyousya(shell::House& house, QWidget* parent)
+frmSTaisyousya::frmSTaisyousya(forms::House& house, QWidget* parent)
     : Form(QStringLiteral("frmSTaisyousya"), QStringLiteral("対象者⇔配分基準の対応"), parent), house_(house) {
     makeControls();
     connectEvents();
-    shell::guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 // ---- The screen's parts
@@ -167,7 +167,7 @@ QWidget* frmSTaisyousya::makeList() {
 
 QWidget* frmSTaisyousya::makeChoice() {
     auto* card = new widgets::Card(this);
-    picker_ = new criteria::CriterionPicker(house_, card);
+    picker_ = new design::CriterionPicker(house_, card);
     picker_->setStacked();
     selected_ = make<QLabel>(QStringLiteral("Label7"));
     assign_ = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("割り当てる(&A)"));
@@ -192,11 +192,11 @@ void frmSTaisyousya::connectEvents() {
     connect(show_, &QComboBox::currentIndexChanged, this, &frmSTaisyousya::refilter);
     connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmSTaisyousya::showCounts);
-    connect(picker_, &criteria::CriterionPicker::kubunChosen, this, [this] {
-        shell::guarded(this, [this] { picker_->loadKijun(); });
+    connect(picker_, &design::CriterionPicker::kubunChosen, this, [this] {
+        forms::guarded(this, [this] { picker_->loadKijun(); });
         showCounts();
     });
-    connect(picker_, &criteria::CriterionPicker::kijunChosen, this, [this] {
+    connect(picker_, &design::CriterionPicker::kijunChosen, this, [this] {
         picker_->refuseEmptyKijun();
         showCounts();
     });
@@ -209,8 +209,8 @@ void frmSTaisyousya::connectEvents() {
 void frmSTaisyousya::Form_Load() {
     store::Connection& cn = *house_.global.cn_main;
     names_.clear();
-    for (const criteria::Kubun& kubun : criteria::kubunList(cn))
-        for (const criteria::Kijun& kijun : criteria::kijunList(cn, kubun.code))
+    for (const design::Kubun& kubun : design::kubunList(cn))
+        for (const design::Kijun& kijun : design::kijunList(cn, kubun.code))
             names_.insert(key({kubun.code, kijun.code}), kubun.name + u'／' + kijun.name);
     people_ = assignees(cn, store::requireDate(house_.global.kijunbi));
     planned_.clear();
@@ -332,7 +332,7 @@ bool frmSTaisyousya::confirmLoss() {
     if (losing.isEmpty()) return true;
     QString lines = losing.mid(0, kNamed).join(u'\n');
     if (losing.size() > kNamed) lines += QStringLiteral("\n　ほか%1人").arg(losing.size() - kNamed);
-    return shell::confirmLoss(
+    return forms::confirmLoss(
         this,
         QStringLiteral("配分基準が変わる次の社員には、今の配分基準で入力または計算したものがあります。\n"
                        "登録すると、それらは削除されます。元には戻せません。\n\n%1")
@@ -344,8 +344,8 @@ bool frmSTaisyousya::store() {
     const QDate kijunbi = store::requireDate(house_.global.kijunbi);
     std::map<Assignment, QStringList> groups;
     for (int row : changedRows()) groups[future(row)] << people_[static_cast<std::size_t>(row)].syainCode;
-    shell::FormTransaction transaction(*house_.global.cn_main);
-    return shell::guarded(this, transaction, [&] {
+    forms::FormTransaction transaction(*house_.global.cn_main);
+    return forms::guarded(this, transaction, [&] {
         setHourglass();
         transaction.begin();
         for (const auto& [assignment, codes] : groups)
@@ -358,15 +358,15 @@ bool frmSTaisyousya::store() {
 void frmSTaisyousya::Command3_Click() {
     const auto count = changedRows().size();
     if (count == 0 || !confirmLoss() || !store()) return;
-    shell::guarded(this, [this] { Form_Load(); });
-    shell::tell(this, QStringLiteral("%1人の対応を登録しました。").arg(count), QStringLiteral("登録の確認"),
-                shell::BoxIcon::Information);
+    forms::guarded(this, [this] { Form_Load(); });
+    forms::tell(this, QStringLiteral("%1人の対応を登録しました。").arg(count), QStringLiteral("登録の確認"),
+                forms::BoxIcon::Information);
 }
 
 void frmSTaisyousya::reject() {
     const auto count = changedRows().size();
     if (count > 0 &&
-        !shell::confirmLoss(this, QStringLiteral("登録していない変更が%1人分あります。").arg(count),
+        !forms::confirmLoss(this, QStringLiteral("登録していない変更が%1人分あります。").arg(count),
                             QStringLiteral("終了の確認"), QStringLiteral("登録せずに閉じる(&C)"),
                             QStringLiteral("入力に戻る(&B)")))
         return;

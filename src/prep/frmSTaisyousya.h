@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <vector>
 
+#include "forms/screens.h"
 #include "prep/assignment.h"
-#include "shell/ui_screens.h"
 #include "widgets/form.h"
 
 class QComboBox;
@@ -15,7 +15,7 @@ namespace widgets {
 class RowsModel;
 class Table;
 }  // namespace widgets
-namespace criteria {
+namespace design {
 class CriterionPicker;
 }
 
@@ -26,7 +26,7 @@ namespace prep {
 class frmSTaisyousya : public widgets::Form {
     Q_OBJECT
   public:
-    frmSTaisyousya(shell::House& house, QWidget* parent);
+    frmSTaisyousya(forms::House& house, QWidget* parent);
 
   public Q_SLOTS:
     void reject() override;
@@ -60,7 +60,7 @@ class frmSTaisyousya : public widgets::Form {
 
     class Filter;
 
-    shell::House& house_;
+    forms::House& house_;
     std::vector<Assignee> people_;
     QHash<int, Assignment> planned_;  ///< by row of people_
     QHash<QString, QString> names_;   ///< of criteria, by 配分区分 and 配分基準
@@ -70,7 +70,7 @@ class frmSTaisyousya : public widgets::Form {
     widgets::Table* table_ = nullptr;
     widgets::RowsModel* model_ = nullptr;
     Filter* filter_ = nullptr;
-    criteria::CriterionPicker* picker_ = nullptr;
+    design::CriterionPicker* picker_ = nullptr;
     QLabel* unassigned_ = nullptr;
     QLabel* counts_ = nullptr;
     QLabel* selected_ = nullptr;

@@ -4,14 +4,14 @@
 #include <QMap>
 #include <cmath>
 
-#include "criteria/run_filter.h"
+#include "design/run_filter.h"
 #include "prep/criterion_snapshot.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 const QString kInputError = QStringLiteral("入力エラー");
 constexpr double kAmountLimit = 100000000;
@@ -26,12 +26,12 @@ struct TableRows {
     std::vector<store::Value> values;
 };
 
-TableRows readTableRows(store::Connection& cn, const shell::RunKey& run, const QString& table,
+TableRows readTableRows(store::Connection& cn, const domain::RunKey& run, const QString& table,
                         const QString& column) {
     store::Statement row =
         cn.prepare(QStringLiteral("SELECT ID, 社員Code, %1 FROM %2 WHERE %3 ORDER BY Clng(社員Code), ID")
-                       .arg(column, table, criteria::kRunFilter));
-    row.bindAll(criteria::runBinds(run));
+                       .arg(column, table, design::kRunFilter));
+    row.bindAll(design::runBinds(run));
     TableRows rows;
     while (row.step()) {
         rows.ids.push_back(row.toInteger(0));
@@ -80,7 +80,7 @@ QString difference(RunTable table, const QStringList& inTable, const QStringList
 }
 
 store::TypeKind kindOf(const QString& table, const QString& column) {
-    for (const store::Column& c : store::tableNamed(table).columns)
+    for (const schema::Column& c : schema::tableNamed(table).columns)
         if (c.name == column) return c.type.kind;
     store::throwTypeMismatch();
 }
@@ -177,14 +177,14 @@ std::optional<Refusal> saveCoefficient(const QString& text) {
 
 }  // namespace
 
-std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& run,
+std::vector<InputRow> loadInputRows(store::Connection& cn, const domain::RunKey& run,
                                     const InputTarget& target) {
     SelectIntoX3(cn, run, target.table);
     const QHash<QString, InputRow> people = readPeople(cn);
     store::Statement row =
         cn.prepare(QStringLiteral("SELECT 社員Code, %1 FROM %2 WHERE %3 ORDER BY Clng(社員Code), ID")
-                       .arg(target.column, runTableName(target.table), criteria::kRunFilter));
-    row.bindAll(criteria::runBinds(run));
+                       .arg(target.column, runTableName(target.table), design::kRunFilter));
+    row.bindAll(design::runBinds(run));
     std::vector<InputRow> rows;
     while (row.step()) {
         const auto person = people.constFind(row.toText(0));
@@ -196,7 +196,7 @@ std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& 
     return rows;
 }
 
-std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey& run,
+std::optional<QString> writeInputRows(store::Connection& cn, const domain::RunKey& run,
                                       const InputTarget& target, const std::vector<InputRow>& rows) {
     const QString table = runTableName(target.table);
     const TableRows there = readTableRows(cn, run, table, target.column);
@@ -207,7 +207,7 @@ std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey
     const store::TypeKind kind = kindOf(table, target.column);
     store::Statement update =
         cn.prepare(QStringLiteral("UPDATE %1 SET %2 = ? WHERE ID = ?").arg(table, target.column));
-    update.into(store::tableNamed(table), {target.column});
+    update.into(schema::typesOf(schema::tableNamed(table), {target.column}));
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const bool untouched = !rows[i].value.isNull() && rows[i].text == rows[i].read;
         const store::Value value = untouched ? rows[i].value : stored(rows[i].text, kind);
@@ -216,15 +216,15 @@ std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey
     return {};
 }
 
-void storeTypedTotal(store::Connection& cn, const shell::RunKey& run, const QString& column) {
+void storeTypedTotal(store::Connection& cn, const domain::RunKey& run, const QString& column) {
     store::Statement sum = cn.prepare(
-        QStringLiteral("SELECT Sum(%1) FROM S配分基準対応社員 WHERE %2").arg(column, criteria::kRunFilter));
-    sum.bindAll(criteria::runBinds(run));
+        QStringLiteral("SELECT Sum(%1) FROM S配分基準対応社員 WHERE %2").arg(column, design::kRunFilter));
+    sum.bindAll(design::runBinds(run));
     sum.step();
     const store::Value total = sum.isNull(0) ? store::Value() : store::Value(sum.toMoney(0));
     sum.reset();
 
-    store::Binds binds = criteria::runBinds(run);
+    store::Binds binds = design::runBinds(run);
     binds.insert(binds.begin(), total);
     const QString totalColumn = column + QStringLiteral("合計");
     const int changed =
@@ -244,10 +244,10 @@ QString coefficientColumn(const QString& setteiMeisyou) {
     using namespace t::S実行個人別計算;
     const int position = 年齢係数 - 1 + setteiMeisyou.toInt();
     if (position < 年齢係数 || position > 入力3係数) store::throwTypeMismatch();
-    return criteria::columnName(QString::fromUtf16(kName), position);
+    return design::columnName(QString::fromUtf16(kName), position);
 }
 
-std::vector<Coefficient> listCoefficients(store::Connection& cn, const shell::RunKey& run,
+std::vector<Coefficient> listCoefficients(store::Connection& cn, const domain::RunKey& run,
                                           const QString& santeiHoushiki, bool correction) {
     store::Statement row = cn.prepare(
         QStringLiteral("SELECT 設定名称, 係数 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
@@ -259,7 +259,7 @@ std::vector<Coefficient> listCoefficients(store::Connection& cn, const shell::Ru
     return list;
 }
 
-bool sisterTypesIn(store::Connection& cn, const shell::RunKey& run, const QString& otherHoushiki,
+bool sisterTypesIn(store::Connection& cn, const domain::RunKey& run, const QString& otherHoushiki,
                    const QString& setteiMeisyou) {
     return cn.query(QStringLiteral("SELECT 1 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
                                    "設定名称 = ? AND 算定方式 = ? AND 入力区分Code = '1'"),

@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "domain/run_key.h"
 #include "prep/snapshot.h"
-#include "shell/run_key.h"
 #include "store/connection.h"
 
 /// What is typed in per employee at a run: which column a grid fills, what a cell admits, reading and
@@ -32,19 +32,19 @@ struct InputTarget {
 };
 
 /// Rebuilds the employees of the criterion and reads them with their value, in the order of Clng(社員Code).
-std::vector<InputRow> loadInputRows(store::Connection& cn, const shell::RunKey& run,
+std::vector<InputRow> loadInputRows(store::Connection& cn, const domain::RunKey& run,
                                     const InputTarget& target);
 
 /// Writes row i's text to row i of the table: where it was not typed over, the value as it was read, and only
 /// where the table holds something else. Beforehand the employees of both are compared: where they do not
 /// agree nothing is written and the answer names the difference. An empty text is written as it is to a text
 /// column and is an Error(Type) for a number. Runs in the caller's transaction.
-std::optional<QString> writeInputRows(store::Connection& cn, const shell::RunKey& run,
+std::optional<QString> writeInputRows(store::Connection& cn, const domain::RunKey& run,
                                       const InputTarget& target, const std::vector<InputRow>& rows);
 
 /// Brings 金一封合計 or 特別加算金合計 of S実行予算 up to the column's sum over the criterion; makes the
 /// run's row when there is none. Runs in the caller's transaction.
-void storeTypedTotal(store::Connection& cn, const shell::RunKey& run, const QString& column);
+void storeTypedTotal(store::Connection& cn, const domain::RunKey& run, const QString& column);
 
 // ---- Coefficients ----------------------------------------------------------------------------------------
 
@@ -56,10 +56,10 @@ struct Coefficient {
     QString name;  ///< as the company calls it
 };
 /// The coefficients of a criterion that are typed in at the run, or (correction) all others.
-std::vector<Coefficient> listCoefficients(store::Connection& cn, const shell::RunKey& run,
+std::vector<Coefficient> listCoefficients(store::Connection& cn, const domain::RunKey& run,
                                           const QString& santeiHoushiki, bool correction);
 /// Whether the other 算定方式 types in the same coefficient as well: exactly one row of the set-up says so.
-bool sisterTypesIn(store::Connection& cn, const shell::RunKey& run, const QString& otherHoushiki,
+bool sisterTypesIn(store::Connection& cn, const domain::RunKey& run, const QString& otherHoushiki,
                    const QString& setteiMeisyou);
 
 // ---- Cells -----------------------------------------------------------------------------------------------

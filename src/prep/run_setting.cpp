@@ -1,11 +1,11 @@
 #include "prep/run_setting.h"
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 store::Recordset openRow(store::Connection& cn, QDate kijunbi) {
     return cn.open({QString::fromUtf16(t::Tanka_hasuu::kName), QStringLiteral("基準日 = ?"), {kijunbi}, {}});

@@ -4,12 +4,12 @@
 #include <QSet>
 #include <QStringList>
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 /// The run tables of a date in the order in which they are emptied.
 constexpr const char16_t* kTablesOfDate[] = {
@@ -31,7 +31,7 @@ store::Binds newRowDefaults(RunTable table) {
 /// "INSERT INTO <table>(社員Code, …) VALUES(?, …)" over the columns behind the counter.
 QString insertStatement(const QString& table, int columns) {
     QStringList names;
-    for (int i = 1; i <= columns; ++i) names << store::tableNamed(table).columns[std::size_t(i)].name;
+    for (int i = 1; i <= columns; ++i) names << schema::tableNamed(table).columns[std::size_t(i)].name;
     const QStringList marks(columns, QStringLiteral("?"));
     return QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(table, names.join(u','), marks.join(u','));
 }
@@ -152,7 +152,7 @@ QString bonusTextOf(store::Connection& cn, QDate kijunbi) {
 
 void storeBonusText(store::Connection& cn, QDate kijunbi, const QString& text) {
     cn.prepare(QStringLiteral("UPDATE Sデータ取込年月日運用 SET 賞与の内容 = ? WHERE 基準日 = ?"))
-        .into(store::tableNamed(dateTable(Side::Jikkou)), {QStringLiteral("賞与の内容")})
+        .into(schema::typesOf(schema::tableNamed(dateTable(Side::Jikkou)), {QStringLiteral("賞与の内容")}))
         .bind(1, text.isEmpty() ? store::Value() : store::Value(text))
         .bind(2, kijunbi)
         .run();

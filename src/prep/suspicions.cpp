@@ -4,7 +4,7 @@
 #include <QSet>
 #include <algorithm>
 
-#include "criteria/run_filter.h"
+#include "design/run_filter.h"
 #include "personnel/position_in_force.h"
 #include "prep/auto_plan.h"
 #include "prep/snapshot.h"
@@ -12,10 +12,10 @@
 namespace prep {
 namespace {
 
-using criteria::Houshiki;
+using design::Houshiki;
 using store::Money;
 
-namespace t = store::tables;
+namespace t = schema::tables;
 
 constexpr qsizetype kNamed = 5;
 const QString kGradeCoefficient = QStringLiteral("04");
@@ -25,17 +25,17 @@ const QString kAutomatic = QStringLiteral("2");  ///< 入力区分Code
 /// One run under one 算定方式, with the names of its people.
 class Inputs {
   public:
-    Inputs(store::Connection& cn, const shell::RunKey& run, Houshiki houshiki)
+    Inputs(store::Connection& cn, const domain::RunKey& run, Houshiki houshiki)
         : cn_(cn),
           run_(run),
-          method_(criteria::houshikiCode(houshiki)),
+          method_(design::houshikiCode(houshiki)),
           table_(runTableName(houshiki == Houshiki::Kojinbetsu ? RunTable::KojinBetsu
                                                                : RunTable::SougakuHaibun)) {
         auto name = cn.prepare(
             QStringLiteral("SELECT 行.社員Code, 人.氏名 FROM %1 AS 行 LEFT JOIN 履歴書テーブル AS 人 ON "
                            "人.社員Code = 行.社員Code WHERE %2 ORDER BY Clng(行.社員Code)")
-                .arg(table_, criteria::kRunFilter));
-        name.bindAll(criteria::runBinds(run));
+                .arg(table_, design::kRunFilter));
+        name.bindAll(design::runBinds(run));
         while (name.step()) {
             order_ << name.toText(0);
             names_.insert(name.toText(0), name.toText(1));
@@ -70,8 +70,8 @@ class Inputs {
                                           std::pair{QStringLiteral("基礎額Ｂ"), QStringLiteral("2")}}) {
             if (!baseActs(base) || baseIsAutomatic(syori)) continue;
             auto row = cn_.prepare(QStringLiteral("SELECT 社員Code FROM %1 WHERE %2 AND %3 = ?")
-                                       .arg(table_, criteria::kRunFilter, base));
-            store::Binds binds = criteria::runBinds(run_);
+                                       .arg(table_, design::kRunFilter, base));
+            store::Binds binds = design::runBinds(run_);
             binds.push_back(Money::fromYen(10000));
             row.bindAll(binds);
             add(collect(row), base + QStringLiteral("が 10,000円のままの社員が %1人います。"),
@@ -115,8 +115,8 @@ class Inputs {
     }
     QSet<QString> codesWhere(const QString& condition) {
         auto row = cn_.prepare(QStringLiteral("SELECT 社員Code FROM %1 WHERE %2 AND %3")
-                                   .arg(table_, criteria::kRunFilter, condition));
-        row.bindAll(criteria::runBinds(run_));
+                                   .arg(table_, design::kRunFilter, condition));
+        row.bindAll(design::runBinds(run_));
         return collect(row);
     }
     bool exists(const QString& statement, const store::Binds& binds) {
@@ -130,7 +130,7 @@ class Inputs {
                                   "算定方式 = ? AND 設定名称 = ? AND 入力区分Code = ? AND (基礎額Ａ <> 0 OR "
                                   "基礎額Ｂ <> 0)"),
                    {run_.haibunKubun, run_.haibunKijun, method_, kGradeCoefficient, kAutomatic}) ||
-               (method_ == criteria::houshikiCode(Houshiki::Kojinbetsu) &&
+               (method_ == design::houshikiCode(Houshiki::Kojinbetsu) &&
                 exists(
                     QStringLiteral(
                         "SELECT 1 FROM S支給係数設定 WHERE 配分区分 = ? AND 配分基準 = ? AND 設定方法 = ?"),
@@ -152,10 +152,10 @@ class Inputs {
 
     Compared compare(const AutoPlan& plan) {
         QStringList columns{QStringLiteral("ID")};
-        for (const AutoItem& item : plan.items) columns << criteria::columnName(table_, item.target);
+        for (const AutoItem& item : plan.items) columns << design::columnName(table_, item.target);
         auto row = cn_.prepare(QStringLiteral("SELECT %1 FROM %2 WHERE %3 ORDER BY Clng(社員Code), ID")
-                                   .arg(columns.join(u','), table_, criteria::kRunFilter));
-        row.bindAll(criteria::runBinds(run_));
+                                   .arg(columns.join(u','), table_, design::kRunFilter));
+        row.bindAll(design::runBinds(run_));
         Compared compared;
         for (std::size_t i = 0; row.step() && i < plan.run.rows.size(); ++i) {
             const QString& code = plan.run.rows[i].syainCode;
@@ -179,7 +179,7 @@ class Inputs {
     }
 
     store::Connection& cn_;
-    shell::RunKey run_;
+    domain::RunKey run_;
     QString method_;
     QString table_;
     QStringList order_;
@@ -189,7 +189,7 @@ class Inputs {
 
 }  // namespace
 
-std::vector<Suspicion> suspicionsBeforeAutoInput(store::Connection& cn, const shell::RunKey& run,
+std::vector<Suspicion> suspicionsBeforeAutoInput(store::Connection& cn, const domain::RunKey& run,
                                                  Houshiki houshiki) {
     Inputs inputs(cn, run, houshiki);
     inputs.addWithoutSnapshot();
@@ -197,7 +197,7 @@ std::vector<Suspicion> suspicionsBeforeAutoInput(store::Connection& cn, const sh
     return inputs.take();
 }
 
-std::vector<Suspicion> suspicionsBeforeCalculation(store::Connection& cn, const shell::RunKey& run,
+std::vector<Suspicion> suspicionsBeforeCalculation(store::Connection& cn, const domain::RunKey& run,
                                                    Houshiki houshiki) {
     Inputs inputs(cn, run, houshiki);
     inputs.addWithoutSnapshot();

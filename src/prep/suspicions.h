@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <vector>
 
-#include "criteria/criteria.h"
-#include "shell/run_key.h"
+#include "design/criteria.h"
+#include "domain/run_key.h"
 #include "store/connection.h"
 
 /// What is suspicious in the inputs of a run, so that wrong money is not paid without a word. Derived from
@@ -20,12 +20,12 @@ struct Suspicion {
 
 /// Before automatic input: people outside the snapshot, and people without a grade where one is needed.
 /// `houshiki` is Kojinbetsu or Sougaku. Reads each table once.
-std::vector<Suspicion> suspicionsBeforeAutoInput(store::Connection& cn, const shell::RunKey& run,
-                                                 criteria::Houshiki houshiki);
+std::vector<Suspicion> suspicionsBeforeAutoInput(store::Connection& cn, const domain::RunKey& run,
+                                                 design::Houshiki houshiki);
 /// Before the calculation: the same, base amounts that are typed in and still at 10,000, and how the
 /// automatic items stand beside what automatic input would give now: never filled, changed since, or without
 /// a value (×). Rebuilds the work table of automatic input and takes that back; no transaction may be open.
-std::vector<Suspicion> suspicionsBeforeCalculation(store::Connection& cn, const shell::RunKey& run,
-                                                   criteria::Houshiki houshiki);
+std::vector<Suspicion> suspicionsBeforeCalculation(store::Connection& cn, const domain::RunKey& run,
+                                                   design::Houshiki houshiki);
 
 }  // namespace prep

@@ -17,9 +17,9 @@
 #include <algorithm>
 #include <numeric>
 
+#include "forms/box.h"
+#include "forms/global_record.h"
 #include "prep/frmSHaritsuke.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
@@ -231,7 +231,7 @@ bool InputGrid::judgeCell() {
                 showText(*refusal->replacement);
                 typed_ = true;
             }
-            shell::tell(window(), refusal->text, refusal->title);
+            forms::tell(window(), refusal->text, refusal->title);
             focusRow(open_);
             return false;
         }
@@ -403,8 +403,8 @@ void InputGrid::pasteByCode(const std::vector<PastedPerson>& people) {
 
 void InputGrid::pasteDown(const QStringList& column) {
     if (const auto fault = pasteFault(column)) {
-        shell::tell(window(), *fault + QStringLiteral("\n貼り付けは行いません。"),
-                    QStringLiteral("貼り付けの確認"), shell::BoxIcon::Warning);
+        forms::tell(window(), *fault + QStringLiteral("\n貼り付けは行いません。"),
+                    QStringLiteral("貼り付けの確認"), forms::BoxIcon::Warning);
         return;
     }
     std::vector<SetTexts::Change> changes;
@@ -464,18 +464,18 @@ void InputGrid::keepRowsInSight() {
 
 // ---- The method in work ----------------------------------------------------------------------------------
 
-QString methodName(const shell::GlobalRecord& global) {
+QString methodName(const forms::GlobalRecord& global) {
     return methodTable(global) == RunTable::SougakuHaibun ? QStringLiteral("総額配分")
                                                           : QStringLiteral("個人別計算");
 }
 
-RunTable methodTable(const shell::GlobalRecord& global) {
+RunTable methodTable(const forms::GlobalRecord& global) {
     return global.santei_houshiki == QStringLiteral("2") ? RunTable::SougakuHaibun : RunTable::KojinBetsu;
 }
 
 // ---- Form ------------------------------------------------------------------------------------------------
 
-InputGridForm::InputGridForm(const QString& name, shell::House& house, QWidget* parent)
+InputGridForm::InputGridForm(const QString& name, forms::House& house, QWidget* parent)
     : Form(name, QString(), parent),
       house_(house),
       grid_(new InputGrid(this)),
@@ -579,7 +579,7 @@ bool InputGridForm::refuses() {
         const auto refusal = save(rows()[i].text);
         if (!refusal) continue;
         grid_->focusRow(static_cast<int>(i));
-        shell::tell(this, refusal->text, refusal->title);
+        forms::tell(this, refusal->text, refusal->title);
         return true;
     }
     return false;
@@ -587,9 +587,9 @@ bool InputGridForm::refuses() {
 
 void InputGridForm::Command1_Click() {
     if (refuses()) return;
-    shell::FormTransaction transaction(cn());
+    forms::FormTransaction transaction(cn());
     std::optional<QString> difference;
-    const bool worked = shell::guarded(this, transaction, [&] {
+    const bool worked = forms::guarded(this, transaction, [&] {
         setHourglass();
         transaction.begin();
         difference = store();
@@ -599,7 +599,7 @@ void InputGridForm::Command1_Click() {
             transaction.commit();
     });
     if (worked && difference)
-        shell::tell(this, *difference, QStringLiteral("社員の不一致"), shell::BoxIcon::Warning);
+        forms::tell(this, *difference, QStringLiteral("社員の不一致"), forms::BoxIcon::Warning);
     if (worked && !difference) accept();
     saveFailed_ |= !worked;
 }
@@ -607,7 +607,7 @@ void InputGridForm::Command1_Click() {
 void InputGridForm::reject() {
     const int changes = grid_->changedRows();
     if (changes > 0 &&
-        !shell::confirmLoss(
+        !forms::confirmLoss(
             this, QStringLiteral("更新していない入力が%1人分あります。更新せずに閉じますか？").arg(changes),
             QStringLiteral("終了の確認"), QStringLiteral("更新せずに閉じる(&D)"),
             QStringLiteral("入力に戻る(&B)")))

@@ -3,10 +3,10 @@
 #include <optional>
 #include <vector>
 
+#include "forms/guard.h"
+#include "forms/screens.h"
 #include "prep/pasted_people.h"
 #include "prep/ui_input_model.h"
-#include "shell/ui_guard.h"
-#include "shell/ui_screens.h"
 #include "widgets/form.h"
 #include "widgets/table.h"
 
@@ -104,8 +104,8 @@ class InputGrid : public widgets::Table {
 
 /// The 算定方式 that the global record carries: 総額配分 for "2", else 個人別計算; its name and its run
 /// table.
-QString methodName(const shell::GlobalRecord& global);
-RunTable methodTable(const shell::GlobalRecord& global);
+QString methodName(const forms::GlobalRecord& global);
+RunTable methodTable(const forms::GlobalRecord& global);
 
 /// What the screens with such a grid have in common: Label8 (criterion and number of employees), the grid,
 /// Label5 (guidance), the running total, Command1 更新(&U), Command2 キャンセル(&C), Command3 help, a menu
@@ -119,7 +119,7 @@ class InputGridForm : public widgets::Form {
     void reject() override;
 
   protected:
-    InputGridForm(const QString& name, shell::House& house, QWidget* parent);
+    InputGridForm(const QString& name, forms::House& house, QWidget* parent);
 
     /// Shows the rows and puts the focus into the first cell. Until then there is nothing to save.
     void load(CellRules rules, std::vector<InputRow> rows);
@@ -134,7 +134,7 @@ class InputGridForm : public widgets::Form {
 
     store::Connection& cn() const;
     const std::vector<InputRow>& rows() const { return grid_->rows(); }
-    shell::House& house_;
+    forms::House& house_;
 
   private:
     void build();

@@ -1,16 +1,16 @@
 #include "prep/ui_judgment_report.h"
 
+#include "forms/global_record.h"
 #include "reports/designs.h"
 #include "reports/frmReport.h"
 #include "reports/ui_list_title.h"
-#include "shell/global_record.h"
 
 namespace prep {
 
 using reports::Section;
 
 QDialog* judgmentPreview(const store::Recordset& rows, const std::vector<JudgmentColumn>& columns,
-                         const shell::GlobalRecord& global, QWidget* parent) {
+                         const forms::GlobalRecord& global, QWidget* parent) {
     constexpr int kFirstItem = 3;  // after 社員Code and 氏名
     const QString title = QStringLiteral("自動入力判定");
     reports::Report report = reports::makeReport(QStringLiteral("DataReportSHyou02"));

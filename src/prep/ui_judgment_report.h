@@ -4,7 +4,7 @@
 
 #include "prep/auto_input.h"
 
-namespace shell {
+namespace forms {
 struct GlobalRecord;
 }
 class QDialog;
@@ -14,6 +14,6 @@ namespace prep {
 
 /// The preview of 自動入力判定 of the open run: a column per item that was automatic, all others blank.
 QDialog* judgmentPreview(const store::Recordset& rows, const std::vector<JudgmentColumn>& columns,
-                         const shell::GlobalRecord& global, QWidget* parent);
+                         const forms::GlobalRecord& global, QWidget* parent);
 
 }  // namespace prep

@@ -10,9 +10,9 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "forms/box.h"
 #include "reports/ui_chart_view.h"
 #include "reports/ui_save_dialog.h"
-#include "shell/ui_box.h"
 #include "widgets/layout.h"
 
 namespace reports {
@@ -100,8 +100,8 @@ bool frmChart::savePicture(const QString& path) {
     painter.end();
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit()) return true;
-    shell::tell(this, QStringLiteral("画像を保存できません。\n%1\n%2").arg(path, file.errorString()),
-                windowTitle(), shell::BoxIcon::Critical);
+    forms::tell(this, QStringLiteral("画像を保存できません。\n%1\n%2").arg(path, file.errorString()),
+                windowTitle(), forms::BoxIcon::Critical);
     return false;
 }
 

@@ -17,11 +17,11 @@
 #include <algorithm>
 #include <array>
 
+#include "forms/box.h"
+#include "forms/guard.h"
 #include "reports/ui_chart_picture.h"
 #include "reports/ui_page_view.h"
 #include "reports/ui_save_dialog.h"
-#include "shell/ui_box.h"
-#include "shell/ui_guard.h"
 #include "widgets/theme.h"
 
 namespace reports {
@@ -155,7 +155,7 @@ void frmReport::offerCharts(std::function<std::vector<Chart>()> charts) {
 
 /// The charts are read when they are wanted for the first time.
 void frmReport::attachCharts(bool attach) {
-    const bool done = shell::guarded(this, [this, attach] {
+    const bool done = forms::guarded(this, [this, attach] {
         std::vector<ReportPainter::ExtraPage> pages;
         if (attach) pages = chartPages(charts_(), painter_.aspectRatio() < 1);
         painter_.setAppendix(std::move(pages));
@@ -212,15 +212,15 @@ bool frmReport::printOn(QPagedPaintDevice& device, int first, int last) {
         return !progress.wasCanceled();
     });
     if (!done && !progress.wasCanceled())
-        shell::tell(this, tr("ページを出力できません。"), windowTitle(), shell::BoxIcon::Critical);
+        forms::tell(this, tr("ページを出力できません。"), windowTitle(), forms::BoxIcon::Critical);
     return done;
 }
 
 bool frmReport::savePdf(const QString& path) {
     QSaveFile file(path);
     const auto fail = [&] {
-        shell::tell(this, tr("PDF ファイルを保存できません。\n%1\n%2").arg(path, file.errorString()),
-                    windowTitle(), shell::BoxIcon::Critical);
+        forms::tell(this, tr("PDF ファイルを保存できません。\n%1\n%2").arg(path, file.errorString()),
+                    windowTitle(), forms::BoxIcon::Critical);
         return false;
     };
     if (!file.open(QIODevice::WriteOnly)) return fail();
@@ -244,8 +244,8 @@ void frmReport::savePdfWithDialog() {
     const QString path =
         askWhereToSave(this, {tr("PDF 保存"), tr("PDF ファイル (*.pdf)"), QStringLiteral("pdf")}, fileStem_);
     if (!path.isEmpty() && savePdf(path))
-        shell::tell(this, tr("PDF ファイルを保存しました。\n%1").arg(QDir::toNativeSeparators(path)),
-                    windowTitle(), shell::BoxIcon::Information);
+        forms::tell(this, tr("PDF ファイルを保存しました。\n%1").arg(QDir::toNativeSeparators(path)),
+                    windowTitle(), forms::BoxIcon::Information);
 }
 
 void frmReport::printWithDialog() {

@@ -1,15 +1,15 @@
 #include "reports/ui_list_title.h"
 
-#include "shell/global_record.h"
+#include "forms/global_record.h"
 #include "store/date_text.h"
 
 namespace reports {
 
-ListTitle titleOfCompany(const shell::GlobalRecord& global, const QString& list) {
+ListTitle titleOfCompany(const forms::GlobalRecord& global, const QString& list) {
     return {global.panels.company, {}, {}, list, global.clock()};
 }
 
-ListTitle titleOfRun(const shell::GlobalRecord& global, const QString& list) {
+ListTitle titleOfRun(const forms::GlobalRecord& global, const QString& list) {
     ListTitle title = titleOfCompany(global, list);
     title.kijunbi = {store::requireDate(global.kijunbi)};
     title.subject = global.haibun_kubun_mei + u'／' + global.haibun_kijun_mei;

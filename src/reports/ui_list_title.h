@@ -1,15 +1,15 @@
 #pragma once
 #include "reports/list_title.h"
 
-namespace shell {
+namespace forms {
 struct GlobalRecord;
 }
 
 namespace reports {
 
 /// A list of the whole company, made today.
-ListTitle titleOfCompany(const shell::GlobalRecord& global, const QString& list);
+ListTitle titleOfCompany(const forms::GlobalRecord& global, const QString& list);
 /// A list of the run that is open: its 基準日, 配分区分 and 配分基準 as they stand in the global record.
-ListTitle titleOfRun(const shell::GlobalRecord& global, const QString& list);
+ListTitle titleOfRun(const forms::GlobalRecord& global, const QString& list);
 
 }  // namespace reports

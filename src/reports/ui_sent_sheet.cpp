@@ -6,8 +6,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "forms/box.h"
 #include "reports/ui_open_document.h"
-#include "shell/ui_box.h"
 #include "widgets/theme.h"
 
 namespace reports {
@@ -27,8 +27,8 @@ SentSheet::SentSheet(QWidget* parent) : QWidget(parent), label_(new QLabel(this)
         connect(button, &QPushButton::clicked, this, [this, folder] {
             const QString target = folder ? QFileInfo(path_).path() : path_;
             if (!QFileInfo::exists(target) || !openDocument(target))
-                shell::tell(window(), QStringLiteral("開けません。\n") + QDir::toNativeSeparators(target), {},
-                            shell::BoxIcon::Warning);
+                forms::tell(window(), QStringLiteral("開けません。\n") + QDir::toNativeSeparators(target), {},
+                            forms::BoxIcon::Warning);
         });
     };
     add(QStringLiteral("SentOpen"), QStringLiteral("開く(&O)"), false);

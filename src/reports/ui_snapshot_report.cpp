@@ -2,15 +2,15 @@
 
 #include <QString>
 
+#include "forms/global_record.h"
+#include "forms/screens.h"
 #include "reports/designs.h"
 #include "reports/frmReport.h"
 #include "reports/ui_list_title.h"
-#include "shell/global_record.h"
-#include "shell/ui_screens.h"
 
 namespace reports {
 
-QDialog* previewSnapshotDates(shell::House& house, QWidget* parent) {
+QDialog* previewSnapshotDates(forms::House& house, QWidget* parent) {
     constexpr int kRuleWidth = 9000;
     Report report = makeReport(QStringLiteral("DataReportHData"));
     report.setTitle(QStringLiteral("配分実行 人事データ取込年月日"));

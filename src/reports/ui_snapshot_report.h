@@ -2,7 +2,7 @@
 class QDialog;
 class QWidget;
 
-namespace shell {
+namespace forms {
 struct House;
 }
 
@@ -10,6 +10,6 @@ namespace reports {
 
 /// The preview of the list of snapshots, all of them in the order of their dates. Throws store::Error when
 /// the list cannot be read. The caller shows it.
-QDialog* previewSnapshotDates(shell::House& house, QWidget* parent);
+QDialog* previewSnapshotDates(forms::House& house, QWidget* parent);
 
 }  // namespace reports

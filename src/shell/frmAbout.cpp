@@ -7,15 +7,15 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "forms/global_record.h"
 #include "shell/frmLicence.h"
-#include "shell/global_record.h"
 #include "shell/licences.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 
 namespace shell {
 
-frmAbout::frmAbout(House& house, QWidget* parent)
+frmAbout::frmAbout(forms::House& house, QWidget* parent)
     : Form(QStringLiteral("frmAbout"), QStringLiteral("ひなた堂ミント【賞与配分】のﾊﾞｰｼﾞｮﾝ情報"), parent) {
     auto* title = make<QLabel>(QStringLiteral("lblTitle"),
                                QStringLiteral("ひなた堂ミント賞与配分のVersion2.5.2に基づいています"));

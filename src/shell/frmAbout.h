@@ -1,5 +1,5 @@
 #pragma once
-#include "shell/ui_screens.h"
+#include "forms/screens.h"
 #include "widgets/form.h"
 
 namespace shell {
@@ -8,7 +8,7 @@ namespace shell {
 class frmAbout : public widgets::Form {
     Q_OBJECT
   public:
-    frmAbout(House& house, QWidget* parent);
+    frmAbout(forms::House& house, QWidget* parent);
 
   private:
     QWidget* libraries();

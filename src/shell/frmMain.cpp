@@ -16,9 +16,9 @@
 #include <QStyle>
 #include <cstdlib>
 
-#include "shell/frmHelp.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "help/frmHelp.h"
 #include "widgets/form.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
@@ -85,7 +85,7 @@ class Panel : public QLabel {
 
 }  // namespace
 
-frmMain::frmMain(House& house, HelpShelf& help) : house_(house), help_(help) {
+frmMain::frmMain(forms::House& house, help::HelpShelf& help) : house_(house), help_(help) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("ひなた堂ミント"));
     setMinimumSize(twips(11520), twips(8040));
@@ -187,7 +187,7 @@ QWidget* frmMain::buildArea() {
 }
 
 void frmMain::showPanels() {
-    const Panels& panels = house_.global.panels;
+    const forms::Panels& panels = house_.global.panels;
     panels_[0]->setText(panels.company);
     panels_[1]->setText(panels.run);
     panels_[2]->setText(panels.folder);
@@ -219,22 +219,22 @@ void frmMain::mnuFileNo_Click(int index) {
 /// One company at a time: the open one is closed before another is chosen, and stays closed when none is
 /// chosen then.
 void frmMain::chooseCompany() {
-    GlobalRecord& global = house_.global;
+    forms::GlobalRecord& global = house_.global;
     if (global.companyOpen()) {
-        if (!ask(this,
-                 QStringLiteral("『") + global.panels.company +
-                     QStringLiteral("』を閉じて、別の会社を指定しますか？"),
-                 QStringLiteral("データ指定の確認")))
+        if (!forms::ask(this,
+                        QStringLiteral("『") + global.panels.company +
+                            QStringLiteral("』を閉じて、別の会社を指定しますか？"),
+                        QStringLiteral("データ指定の確認")))
             return;
         global.closeCompany();
-        global.setCompanyPanel(kNoCompanyPrompt);
+        global.setCompanyPanel(forms::kNoCompanyPrompt);
         Command1_->hide();
     }
     openScreen(QStringLiteral("frmDBSentaku"));
 }
 
 void frmMain::mnuHelpNo_Click(int index) {
-    constexpr HelpFile kBooks[] = {HelpFile::Mhelp, HelpFile::Jhelp, HelpFile::Shelp};
+    constexpr help::HelpFile kBooks[] = {help::HelpFile::Mhelp, help::HelpFile::Jhelp, help::HelpFile::Shelp};
     if (index < 3)
         help_.open(kBooks[index]);
     else
@@ -242,13 +242,13 @@ void frmMain::mnuHelpNo_Click(int index) {
 }
 
 void frmMain::exitProgram() {
-    if (!ask(this, QStringLiteral("終了しますか？"), QStringLiteral("終了の確認"))) return;
+    if (!forms::ask(this, QStringLiteral("終了しますか？"), QStringLiteral("終了の確認"))) return;
     QDir::setCurrent(house_.global.app_dir);
-    closeEveryHelp(help_);
+    help::closeEveryHelp(help_);
     if (house_.global.companyOpen()) house_.global.closeCompany();
     // With a screen still up (the desktop ends the session) nothing may run on: the screen's company is gone.
     if (house_.endProcess || QApplication::activeModalWidget())
-        endProcess(house_);
+        forms::endProcess(house_);
     else
         QCoreApplication::exit(EXIT_SUCCESS);
 }
@@ -266,7 +266,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 bool frmMain::event(QEvent* event) {
     if (event->type() == QEvent::WindowActivate && house_.global.panels.company.isEmpty())
-        house_.global.setCompanyPanel(kNoCompanyPrompt);
+        house_.global.setCompanyPanel(forms::kNoCompanyPrompt);
     return QMainWindow::event(event);
 }
 

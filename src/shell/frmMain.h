@@ -2,24 +2,26 @@
 #include <QMainWindow>
 #include <array>
 
-#include "shell/help.h"
-#include "shell/ui_screens.h"
+#include "forms/screens.h"
+#include "help/help.h"
 
 class QLabel;
 class QMenu;
 class QPushButton;
 class QSessionManager;
 
-namespace shell {
-
+namespace help {
 class HelpShelf;
+}
+
+namespace shell {
 
 /// The main window. It stays on screen for the life of the process, behind everything; every way of closing
 /// it leads to the exit question. Its status bar shows the panels of the global record, which are state.
 class frmMain : public QMainWindow {
     Q_OBJECT
   public:
-    frmMain(House& house, HelpShelf& help);
+    frmMain(forms::House& house, help::HelpShelf& help);
     ~frmMain() override;
 
     /// The entries of ﾌｧｲﾙ, by their index.
@@ -43,8 +45,8 @@ class frmMain : public QMainWindow {
     void chooseCompany();
     void exitProgram();
 
-    House& house_;
-    HelpShelf& help_;
+    forms::House& house_;
+    help::HelpShelf& help_;
     QPushButton* Command1_ = nullptr;
     std::array<QLabel*, 3> panels_{};
     QLabel* areaTitle_ = nullptr;

@@ -5,20 +5,20 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "forms/global_record.h"
+#include "forms/guard.h"
 #include "shell/frmMenus.h"
-#include "shell/global_record.h"
-#include "shell/ui_guard.h"
 #include "widgets/theme.h"
 
 namespace shell {
 
 namespace {
 
-std::vector<MenuEntry> entriesOfMenu000(House& house) {
+std::vector<forms::MenuEntry> entriesOfMenu000(forms::House& house) {
     const auto entry = [](const char* control, const char* caption, const char* screen) {
-        return MenuEntry{.control = QString::fromUtf8(control),
-                         .caption = QString::fromUtf8(caption),
-                         .screen = QString::fromUtf8(screen)};
+        return forms::MenuEntry{.control = QString::fromUtf8(control),
+                                .caption = QString::fromUtf8(caption),
+                                .screen = QString::fromUtf8(screen)};
     };
     return {entry("Command1", "会社情報(&P)", "frmKaisha"),
             entry("Command2", "各種マスタ(&M)", "frmMenuMasuta"),
@@ -30,16 +30,16 @@ std::vector<MenuEntry> entriesOfMenu000(House& house) {
 }
 
 void showMenuButton(const QWidget* screen, bool visible) {
-    if (QWidget* button = mainControl(screen, QStringLiteral("Command1"))) button->setVisible(visible);
+    if (QWidget* button = forms::mainControl(screen, QStringLiteral("Command1"))) button->setVisible(visible);
 }
 
 }  // namespace
 
-frmMenu000::frmMenu000(House& house, QWidget* parent)
-    : MenuForm(QStringLiteral("frmMenu000"), QStringLiteral("メニュー"), house, parent,
-               entriesOfMenu000(house)) {
+frmMenu000::frmMenu000(forms::House& house, QWidget* parent)
+    : forms::MenuForm(QStringLiteral("frmMenu000"), QStringLiteral("メニュー"), house, parent,
+                      entriesOfMenu000(house)) {
     layOut();
-    guarded(this, [this] { Form_Load(); });
+    forms::guarded(this, [this] { Form_Load(); });
 }
 
 /// The list of snapshots is no working screen: it stands apart below, beside its label.
@@ -72,7 +72,7 @@ void frmMenu000::Form_Load() {
 void frmMenu000::done(int result) {
     QDir::setCurrent(house_.global.dataDir() + u'/' + house_.global.kaisha_folder);
     showMenuButton(this, true);
-    MenuForm::done(result);
+    forms::MenuForm::done(result);
 }
 
 }  // namespace shell

@@ -1,15 +1,15 @@
 #pragma once
-#include "shell/ui_menu_form.h"
+#include "forms/menu_form.h"
 
 namespace shell {
 
 /// メニュー: the top menu of an open company. Its load registers the company's name in the status bar, which
 /// is the moment from which the company counts as open. Closing it leaves the company open: the main window
 /// then offers the way back.
-class frmMenu000 : public MenuForm {
+class frmMenu000 : public forms::MenuForm {
     Q_OBJECT
   public:
-    frmMenu000(House& house, QWidget* parent);
+    frmMenu000(forms::House& house, QWidget* parent);
     void done(int result) override;
 
   private:

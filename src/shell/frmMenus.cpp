@@ -3,40 +3,40 @@
 #include <algorithm>
 #include <array>
 
-#include "shell/global_record.h"
+#include "forms/global_record.h"
 
 namespace shell {
 
 namespace {
 
-using Flag = bool GlobalRecord::*;
-using Prepare = std::function<void(GlobalRecord&)>;
+using Flag = bool forms::GlobalRecord::*;
+using Prepare = std::function<void(forms::GlobalRecord&)>;
 
 constexpr std::array<Flag, 11> kSelectionModes = {
-    &GlobalRecord::jinji_mode_joukenn,      &GlobalRecord::jinji_mode_daichou,
-    &GlobalRecord::jinji_mode_taisyoku,     &GlobalRecord::jinji_mode_fukkatsu,
-    &GlobalRecord::jinji_mode_taisyokusya,  &GlobalRecord::jinji_mode_yoteisya,
-    &GlobalRecord::jinji_mode_excel,        &GlobalRecord::jinji_mode_kazoku,
-    &GlobalRecord::jinji_mode_kazoku_excel, &GlobalRecord::jinji_mode_shikaku,
-    &GlobalRecord::jinji_mode_shikaku_excel};
+    &forms::GlobalRecord::jinji_mode_joukenn,      &forms::GlobalRecord::jinji_mode_daichou,
+    &forms::GlobalRecord::jinji_mode_taisyoku,     &forms::GlobalRecord::jinji_mode_fukkatsu,
+    &forms::GlobalRecord::jinji_mode_taisyokusya,  &forms::GlobalRecord::jinji_mode_yoteisya,
+    &forms::GlobalRecord::jinji_mode_excel,        &forms::GlobalRecord::jinji_mode_kazoku,
+    &forms::GlobalRecord::jinji_mode_kazoku_excel, &forms::GlobalRecord::jinji_mode_shikaku,
+    &forms::GlobalRecord::jinji_mode_shikaku_excel};
 
 /// The one selection mode that is True when the selection screen opens.
 Prepare only(Flag mode) {
-    return [mode](GlobalRecord& global) {
+    return [mode](forms::GlobalRecord& global) {
         for (Flag other : kSelectionModes) global.*other = other == mode;
     };
 }
 
 /// The same from the registration menu, where the record form must not take it for 全員表示.
 Prepare onlyOf(Flag mode) {
-    return [choose = only(mode)](GlobalRecord& global) {
+    return [choose = only(mode)](forms::GlobalRecord& global) {
         choose(global);
         global.rireki_zenin = false;
     };
 }
 
 Prepare oneOfTwo(Flag on, Flag off) {
-    return [on, off](GlobalRecord& global) {
+    return [on, off](forms::GlobalRecord& global) {
         global.*on = true;
         global.*off = false;
     };
@@ -45,26 +45,26 @@ Prepare oneOfTwo(Flag on, Flag off) {
 struct Menu {
     QString name;
     QString caption;
-    std::vector<MenuEntry> entries;
+    std::vector<forms::MenuEntry> entries;
 };
 
-MenuEntry entry(const char* control, const char* caption, const char* screen, Prepare prepare = {}) {
+forms::MenuEntry entry(const char* control, const char* caption, const char* screen, Prepare prepare = {}) {
     return {.control = QString::fromUtf8(control),
             .caption = QString::fromUtf8(caption),
             .prepare = std::move(prepare),
             .screen = QString::fromUtf8(screen)};
 }
-MenuEntry excel(const char* control, Flag mode) {
-    MenuEntry sheet = entry(control, "Excel　にデータを送る", "frmJinjiSiborikomi", onlyOf(mode));
-    sheet.output = MenuForm::Output::Excel;
+forms::MenuEntry excel(const char* control, Flag mode) {
+    forms::MenuEntry sheet = entry(control, "Excel　にデータを送る", "frmJinjiSiborikomi", onlyOf(mode));
+    sheet.output = forms::MenuForm::Output::Excel;
     return sheet;
 }
-MenuEntry back(const char* control, const char* caption) {
+forms::MenuEntry back(const char* control, const char* caption) {
     return entry(control, caption, "");
 }
 
 Menu bonusMenu() {
-    using G = GlobalRecord;
+    using G = forms::GlobalRecord;
     return {QStringLiteral("frmMenuSSyouyo"),
             QStringLiteral("賞与配分メニュー"),
             {entry("Command1", "配分設計(&S)", "frmSHaibunSekkei",
@@ -84,12 +84,12 @@ Menu personnelMenu() {
 }
 
 Menu registrationMenu() {
-    using G = GlobalRecord;
+    using G = forms::GlobalRecord;
     const char* const select = "frmJinjiSiborikomi";
     return {QStringLiteral("frmMenuJinjiSub"),
             QStringLiteral("人事情報登録メニュー"),
             {entry("Command1", "　　追加・編集　　全員表示(&A)", "frmRireki",
-                   [](GlobalRecord& global) { global.rireki_zenin = true; }),
+                   [](forms::GlobalRecord& global) { global.rireki_zenin = true; }),
              entry("Command2", "　　追加・編集　　条件選択(&S)", select, onlyOf(&G::jinji_mode_joukenn)),
              entry("Command4", "社員台帳(&R)", select, onlyOf(&G::jinji_mode_daichou)),
              excel("Command5", &G::jinji_mode_excel),
@@ -102,7 +102,7 @@ Menu registrationMenu() {
 }
 
 Menu retirementMenu() {
-    using G = GlobalRecord;
+    using G = forms::GlobalRecord;
     return {QStringLiteral("frmMenuJinjiTaisyoku"),
             QStringLiteral("退職処理メニュー"),
             {entry("Command1", "予定者一覧(&Y)", "frmJinjiSiborikomi", only(&G::jinji_mode_yoteisya)),
@@ -126,15 +126,15 @@ const Menu& menuNamed(const QString& name) {
     return *found;
 }
 
-std::vector<MenuEntry> withHelp(const Menu& menu, House& house) {
-    std::vector<MenuEntry> entries = menu.entries;
+std::vector<forms::MenuEntry> withHelp(const Menu& menu, forms::House& house) {
+    std::vector<forms::MenuEntry> entries = menu.entries;
     entries.push_back(helpEntry(house, menu.name));
     return entries;
 }
 
 }  // namespace
 
-MenuEntry helpEntry(House& house, const QString& screen) {
+forms::MenuEntry helpEntry(forms::House& house, const QString& screen) {
     return {.control = QStringLiteral("Command11"),
             .caption = QStringLiteral("ヘルプ(&H)"),
             .action = [&house, screen] {
@@ -142,8 +142,8 @@ MenuEntry helpEntry(House& house, const QString& screen) {
             }};
 }
 
-frmMenus::frmMenus(const QString& name, House& house, QWidget* parent)
-    : MenuForm(name, menuNamed(name).caption, house, parent, withHelp(menuNamed(name), house)) {}
+frmMenus::frmMenus(const QString& name, forms::House& house, QWidget* parent)
+    : forms::MenuForm(name, menuNamed(name).caption, house, parent, withHelp(menuNamed(name), house)) {}
 
 QStringList frmMenus::names() {
     QStringList names;

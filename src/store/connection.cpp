@@ -98,9 +98,9 @@ Error engineError(int code, const QString& description) {
     return Error(known.reason, text);
 }
 
-Connection::Connection(const QString& path, const QString& passphrase, Mode mode) : path_(path) {
+Connection::Connection(const QString& path, const Key& key, Mode mode) : path_(path), key_(key) {
     try {
-        open(path, passphrase, mode);
+        open(path, mode);
     } catch (...) {
         sqlite3_close_v2(db_);
         throw;
@@ -112,7 +112,7 @@ Connection::~Connection() {
     sqlite3_close_v2(db_);
 }
 
-void Connection::open(const QString& path, const QString& passphrase, Mode mode) {
+void Connection::open(const QString& path, Mode mode) {
     if (mode != Mode::Create) requireFile(path);
     int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     flags |= mode == Mode::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
@@ -120,7 +120,7 @@ void Connection::open(const QString& path, const QString& passphrase, Mode mode)
     const int code = sqlite3_open_v2(path.toUtf8().constData(), &db_, flags, nullptr);
     if (code != SQLITE_OK) fail(code);
     sqlite3_busy_timeout(db_, kBusyMilliseconds);
-    const QByteArray key = passphrase.toUtf8();
+    const QByteArray key = key_.passphrase().toUtf8();
     const int keyed = sqlite3_key(db_, key.constData(), static_cast<int>(key.size()));
     if (keyed != SQLITE_OK) fail(keyed);
     registerSqlFunctions(db_);
@@ -147,10 +147,10 @@ void Connection::verify(const QString& schema, const QString& path) {
     requireWholePages(path, pageSize);
 }
 
-void Connection::attach(const QString& path, const QString& schema, const QString& passphrase) {
+void Connection::attach(const QString& path, const QString& schema) {
     requireFile(path);
     try {
-        execute(QStringLiteral("ATTACH ? AS ? KEY ?"), {path, schema, passphrase});
+        execute(QStringLiteral("ATTACH ? AS ? KEY ?"), {path, schema, key_.passphrase()});
     } catch (const Error& error) {
         throw Error(error.reason(), fileLabel(path) + u'：' + error.text());
     }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "store/error.h"
+#include "store/key.h"
 #include "store/recordset.h"
 #include "store/statement.h"
 #include "store/value.h"
@@ -21,15 +22,15 @@ class Connection {
   public:
     enum class Mode { ReadWrite, ReadOnly, Create };
 
-    /// Opens `path`, keyed with `passphrase`. Only Mode::Create makes a missing file. Reads the schema once,
+    /// Opens `path`, keyed with `key`. Only Mode::Create makes a missing file. Reads the schema once,
     /// so a wrong key, a truncated file or no database at all is told here (Error NotOpen or Damaged).
-    Connection(const QString& path, const QString& passphrase, Mode mode = Mode::ReadWrite);
+    Connection(const QString& path, const Key& key, Mode mode = Mode::ReadWrite);
     ~Connection();  ///< rolls back an open transaction and closes
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// Makes the tables of another file visible under their own names. The file must exist.
-    void attach(const QString& path, const QString& schema, const QString& passphrase);
+    /// Makes the tables of another file with the same key visible under their own names. The file must exist.
+    void attach(const QString& path, const QString& schema);
 
     /// Runs one statement to its end; the number of rows changed. Values travel as `binds` only. A write
     /// outside of any transaction is told as commitTrans() tells it.
@@ -59,12 +60,13 @@ class Connection {
     QStringList schemas() const;                    ///< "main" and the attached names, in order of attaching
     QString filePath(const QString& schema) const;  ///< the file behind a schema
     QString path() const { return path_; }
+    const Key& key() const { return key_; }
     qint64 lastInsertId() const;
 
     sqlite3* handle() const { return db_; }
 
   private:
-    void open(const QString& path, const QString& passphrase, Mode mode);
+    void open(const QString& path, Mode mode);
     void verify(const QString& schema, const QString& path);
     void finish(const char* sql);  ///< commitTrans() with the statement that ends the outermost transaction
     /// What the files show of changes, to tell by and by whether one more stands.
@@ -83,6 +85,7 @@ class Connection {
     [[noreturn]] void fail(int code) const;
     friend class Statement;
     QString path_;
+    Key key_;
     sqlite3* db_ = nullptr;
 };
 

@@ -8,7 +8,6 @@
 #include <optional>
 #include <utility>
 
-#include "store/catalog.h"
 #include "store/connection.h"
 #include "store/date_text.h"
 #include "store/error.h"
@@ -74,15 +73,9 @@ void Statement::requireValue(int column) const {
     if (isNull(column)) throwNull();
 }
 
-Statement& Statement::into(const Table& table, const QStringList& columns) {
-    Q_ASSERT(columns.size() <= sqlite3_bind_parameter_count(stmt_));
-    targets_.clear();
-    for (const QString& name : columns) {
-        const auto column = std::find_if(table.columns.begin(), table.columns.end(),
-                                         [&](const Column& known) { return known.name == name; });
-        Q_ASSERT_X(column != table.columns.end(), "into", "no such column");
-        targets_.push_back(column->type);
-    }
+Statement& Statement::into(std::vector<ColumnType> columns) {
+    Q_ASSERT(static_cast<int>(columns.size()) <= sqlite3_bind_parameter_count(stmt_));
+    targets_ = std::move(columns);
     return *this;
 }
 

@@ -12,7 +12,6 @@ struct sqlite3_stmt;
 namespace store {
 
 class Connection;
-struct Table;
 
 /// A prepared statement for the set-based steps: bind, step, read the columns by position, reset, bind again.
 /// Move-only; finished on destruction. Reading a Null through a typed reader throws Error(Type).
@@ -27,8 +26,8 @@ class Statement {
     /// The first parameters go, in this order, to these columns of the table: from now on each value that is
     /// bound to one of them is kept to the column's type and width as Recordset::setValue keeps it
     /// (convertTo, with its errors). Every write of a text that comes from a screen, a file or a companion's
-    /// table is bound so. A column that the catalogue does not know is a bug.
-    Statement& into(const Table& table, const QStringList& columns);
+    /// table is bound so (schema::typesOf names the columns).
+    Statement& into(std::vector<ColumnType> columns);
 
     /// Parameters count from 1, as SQL does. Not finite doubles throw Error(Overflow).
     Statement& bind(int parameter, const Value& value);

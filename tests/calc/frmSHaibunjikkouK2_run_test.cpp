@@ -13,7 +13,7 @@ class Run : public Calculation {
   protected:
     /// A base in yen times the coefficients that the set-up puts on it, as SQL.
     QString product(int criterion, const QString& method, const QString& base) {
-        const auto& columns = store::tableNamed(u"S実行個人別計算"_s).columns;
+        const auto& columns = schema::tableNamed(u"S実行個人別計算"_s).columns;
         QString factors;
         auto setup = global_.cn_main->prepare(
             u"select 設定名称 from S係数設定 where 配分区分Code=? and 配分基準Code=? and 算定方式=? and %1<>0"_s
@@ -309,7 +309,7 @@ TEST_F(Run, TellsOfASheetThatCannotBeWritten) {
     open([&](QDialog& form) {
         pick(form, Shokutaku);
         runIndividually(form);
-        driver_.answerFreely([](const shell::BoxRequest&) { return BoxAnswer::Ok; });
+        driver_.answerFreely([](const forms::BoxRequest&) { return BoxAnswer::Ok; });
         const auto told = driver_.boxes().size();
         click(form, u"Command5"_s);
         EXPECT_EQ(driver_.boxes().size(), told + 1);

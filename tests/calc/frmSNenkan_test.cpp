@@ -9,10 +9,10 @@
 
 #include "calc/frmSJCheck.h"
 #include "calc/pay_charts.h"
+#include "forms/global_record.h"
 #include "reports/frmReport.h"
 #include "reports/workbook.h"
 #include "screen_driver.h"
-#include "shell/global_record.h"
 #include "support/company_fixture.h"
 #include "support/sheet_text.h"
 
@@ -20,8 +20,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using namespace support;
-using shell::BoxAnswer;
-using shell::BoxIcon;
+using forms::BoxAnswer;
+using forms::BoxIcon;
 
 /// The screens that send sheets of more than one run's result, over the sample company at its newest date.
 class Sheets : public testing::Test {
@@ -65,9 +65,9 @@ class Sheets : public testing::Test {
     }
 
     CompanyFolder folder_;
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry screens_;
-    shell::House house_{global_, screens_};
+    forms::GlobalRecord global_;
+    forms::ScreenRegistry screens_;
+    forms::House house_{global_, screens_};
     reports::SheetGrid sent_;
     QString name_;
     const reports::SheetFolder sheets_{

@@ -6,7 +6,7 @@
 namespace {
 
 using namespace preptest;
-using criteria::Houshiki;
+using design::Houshiki;
 
 /// An empty company with one run in it.
 class InputCheck : public RunCompany {
@@ -33,7 +33,7 @@ class InputCheck : public RunCompany {
         return support::sheetLines(calc::inputCheckSheet(cn_, run_, method, u"正社員"_s, u"一般"_s));
     }
 
-    const shell::RunKey run_{QDate(2026, 12, 10), u"01"_s, u"02"_s};
+    const domain::RunKey run_{QDate(2026, 12, 10), u"01"_s, u"02"_s};
 };
 
 TEST_F(InputCheck, WhatIsInUseStandsInTheFixedOrderUnderItsOwnName) {

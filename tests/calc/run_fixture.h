@@ -1,9 +1,9 @@
 #pragma once
 #include <string>
 
+#include "domain/run_key.h"
 #include "prep/run_company.h"
-#include "shell/run_key.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 #include "support/store_probe.h"
 
 namespace store {
@@ -42,7 +42,7 @@ class OneRun : public preptest::RunCompany {
     OneRun() : RunCompany(preptest::Content::Empty) {}
     store::Connection& cn() { return cn_; }
 
-    const shell::RunKey run{QDate(2026, 12, 10), u"01"_s, u"02"_s};
+    const domain::RunKey run{QDate(2026, 12, 10), u"01"_s, u"02"_s};
 
     void sql(const char* statement, const store::Binds& binds) {
         cn_.execute(QString::fromUtf8(statement), binds);
@@ -73,7 +73,7 @@ class OneRun : public preptest::RunCompany {
     /// Inputs of employee 1, bases of 10,000 yen and coefficients of 1, but for the changes (of an UPDATE).
     void runRow(const char* table, const std::string& changes = "ID = ID") {
         const QString name = QString::fromUtf8(table), last = u" WHERE ID = last_insert_rowid()"_s;
-        const auto& columns = store::tableNamed(name).columns;
+        const auto& columns = schema::tableNamed(name).columns;
         QString factors = columns[26].name;
         for (std::size_t i = 7; i <= 24; ++i) factors += u", "_s + columns[i].name;
         cn_.execute(

@@ -56,7 +56,7 @@ TEST_F(RunTablesTest, TheBudgetRowIsMadeOnceAndItsSumsFollowTheirSources) {
     EXPECT_EQ(totals.soukei, yen(30 + 99 + 14 + 16));
     sql("DELETE FROM S実行個人別計算; DELETE FROM S配分基準対応社員");
     EXPECT_EQ(opened(), "5000 3000 30 99 14 16") << "nobody assigned: the sums stay";
-    const shell::RunKey other{run.kijunbi, run.haibunKubun, u"03"_s};
+    const domain::RunKey other{run.kijunbi, run.haibunKubun, u"03"_s};
     expectRefusal(Reason::Type, "", [&] { calc::storeBudgets(cn(), other, yen(1), yen(1)); });
 }
 

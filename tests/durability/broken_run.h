@@ -4,9 +4,10 @@
 #include <memory>
 #include <vector>
 
+#include "company/key.h"
 #include "durability/company_states.h"
 #include "personnel/code_change.h"
-#include "store/company_files.h"
+#include "schema/files.h"
 #include "support/company_fixture.h"
 
 namespace durability {
@@ -15,16 +16,16 @@ namespace durability {
 struct BrokenRunTest : testing::TestWithParam<int> {
     /// What the main connection shows, or, where the command goes on to the companions, each of kFiles.
     using Files = std::vector<QByteArray>;
-    static constexpr store::File kFiles[] = {store::File::Kihon, store::File::Syouyo, store::File::Chingin,
-                                             store::File::Hyouka};
+    static constexpr schema::File kFiles[] = {schema::File::Kihon, schema::File::Syouyo,
+                                              schema::File::Chingin, schema::File::Hyouka};
     static constexpr std::size_t kOwn = 2;  ///< those behind them are the companions'
 
     void learnBothSides() {
         folder.makeSample();
         if (command.reachesCompanions)
-            for (const store::File file : kFiles)
+            for (const schema::File file : kFiles)
                 watchers.push_back(
-                    std::make_unique<store::Connection>(folder.file(file), store::databasePassword()));
+                    std::make_unique<store::Connection>(folder.file(file), company::sharedKey()));
         auto cn = folder.open();
         for (int each : {0, 1, 0}) {
             command.runTowards(*cn, each);
@@ -49,7 +50,7 @@ struct BrokenRunTest : testing::TestWithParam<int> {
             const Files now = look(cn);
             for (std::size_t file = kOwn; file < now.size(); ++file) {
                 const bool changed =
-                    change->changed.contains(store::fileName(folder.company(), kFiles[file]));
+                    change->changed.contains(schema::fileName(folder.company(), kFiles[file]));
                 ASSERT_TRUE(now[file] == state[changed ? 1 - from : from][file]) << "file " << file;
             }
             if (finish)

@@ -8,6 +8,7 @@
 #include "calc/run_budget.h"
 #include "calc/shikyuu_store.h"
 #include "calc/sougaku.h"
+#include "company/key.h"
 #include "personnel/code_change.h"
 #include "personnel/person_import.h"
 #include "prep/auto_input.h"
@@ -15,15 +16,15 @@
 #include "prep/run_input.h"
 #include "prep/snapshot.h"
 #include "sample_company.h"
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
+#include "schema/files.h"
 
 namespace durability {
 namespace {
 
 using personnel::Referent;
 
-shell::RunKey generalRun() {
+domain::RunKey generalRun() {
     return sample::runKey(sample::kCriteria[0], sample::newestKijunbi());
 }
 
@@ -33,7 +34,7 @@ void setRounding(store::Connection& cn, QDate kijunbi, int side) {
 }
 
 void computeIndividual(store::Connection& cn, int side) {
-    const shell::RunKey run = generalRun();
+    const domain::RunKey run = generalRun();
     setRounding(cn, run.kijunbi, side);
     calc::Kojinbetsu keisan(cn, run, {});
     keisan.keisan1_kojinbetsu();
@@ -41,7 +42,7 @@ void computeIndividual(store::Connection& cn, int side) {
 }
 
 void computePool(store::Connection& cn, int side) {
-    const shell::RunKey run = generalRun();
+    const domain::RunKey run = generalRun();
     setRounding(cn, run.kijunbi, side);
     calc::Sougaku keisan(cn, run);
     keisan.keisan1_sougaku();
@@ -63,7 +64,7 @@ void changeDates(store::Connection& cn, int side) {
 
 void fillAutomatically(store::Connection& cn, int side) {
     cn.execute(QStringLiteral("update S係数等級 set 係数 = ?"), {1.5 + side});
-    prep::autoInput(cn, generalRun(), criteria::Houshiki::Kojinbetsu);
+    prep::autoInput(cn, generalRun(), design::Houshiki::Kojinbetsu);
 }
 
 void saveGrid(store::Connection& cn, const prep::InputTarget& target, const QString& text) {
@@ -108,7 +109,7 @@ void renameEmployee(store::Connection& cn, int side) {
 }
 
 /// Another person with all rows of one that every file knows. What the person is called is of no account.
-void copyEmployee(store::Connection& cn, const store::Table& table, int codeColumn, const QString& copy) {
+void copyEmployee(store::Connection& cn, const schema::Table& table, int codeColumn, const QString& copy) {
     QStringList names;
     QStringList values;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
@@ -131,14 +132,14 @@ void removeEmployee(store::Connection& cn, int side) {
     personnel::removeEntry(cn, Referent::Syain, copy);
     transaction.commit();
     if (side == 1) return;
-    store::Connection hyouka(store::filePath(company.dataDir, company.company, store::File::Hyouka),
-                             store::databasePassword());
+    store::Connection hyouka(schema::filePath(company.dataDir, company.company, schema::File::Hyouka),
+                             company::sharedKey());
     store::Transaction own(cn), other(hyouka);
-    copyEmployee(cn, store::tableNamed(QStringLiteral("履歴書テーブル")), 0, copy.code);
+    copyEmployee(cn, schema::tableNamed(QStringLiteral("履歴書テーブル")), 0, copy.code);
     for (const personnel::Reference& each : personnel::codeReferences())
         if (each.table->columns[static_cast<std::size_t>(each.column)].name == u"社員Code" &&
-            each.table->lifetime == store::Lifetime::Permanent)
-            copyEmployee(each.table->file == store::File::Hyouka ? hyouka : cn, *each.table, each.column,
+            each.table->lifetime == schema::Lifetime::Permanent)
+            copyEmployee(each.table->file == schema::File::Hyouka ? hyouka : cn, *each.table, each.column,
                          copy.code);
     own.commit();
     other.commit();
@@ -154,7 +155,7 @@ void importPeople(store::Connection& cn, int side) {
         sheet += QStringLiteral("%1,社員　%1,%2,,,,,,,,,,\n").arg(QString::number(i), side ? u"ｱﾄ" : u"ﾏｴ");
     for (int i = 910000; side == 1 && i < 910040; ++i)
         sheet += QStringLiteral("%1,社員　%1,ｼﾝｼﾞﾝ,2,1990/4/1,2013/4/1,01,01,01,01,13,01,01\n").arg(i);
-    const auto plan = personnel::planImport(cn, personnel::ImportKind::Employees, personnel::parseCsv(sheet),
+    const auto plan = personnel::planImport(cn, personnel::ImportKind::Employees, domain::parseCsv(sheet),
                                             {true, QDate(2026, 12, 1)});
     if (!plan.mayRun()) throw std::logic_error("the sheet is refused");
     personnel::runImport(cn, plan);

@@ -11,12 +11,12 @@
 #include <QScreen>
 #include <QSet>
 
+#include "forms/global_record.h"
+#include "forms/record_form.h"
+#include "forms/screens.h"
 #include "main_screens.h"
 #include "prep/snapshot.h"
 #include "screen_driver.h"
-#include "shell/global_record.h"
-#include "shell/ui_record_form.h"
-#include "shell/ui_screens.h"
 #include "store/date_text.h"
 #include "support/company_fixture.h"
 #include "widgets/code_combo.h"
@@ -102,18 +102,18 @@ class Screens : public testing::Test {
             << name << " at " << place.bottom() << " of " << holder->height();
     }
 
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry registry_;
-    shell::House house_;
+    forms::GlobalRecord global_;
+    forms::ScreenRegistry registry_;
+    forms::House house_;
     CompanyFolder folder_;
     ScreenDriver driver_;
     int pictures_ = 0;
 };
 
 TEST_F(Screens, FitTheScreenWithTheirCommandsInSight) {
-    driver_.answerFreely([](const shell::BoxRequest& box) {
+    driver_.answerFreely([](const forms::BoxRequest& box) {
         ADD_FAILURE() << box.text.toStdString();
-        return shell::BoxAnswer::Ok;
+        return forms::BoxAnswer::Ok;
     });
     QStringList names = registry_.names();
     names.sort();
@@ -143,11 +143,11 @@ TEST_F(Screens, FitTheScreenWithTheirCommandsInSight) {
 
 /// Enter and Tab take the same way: through everything that may be typed or chosen, then to the update.
 TEST_F(Screens, OfRecordsLeadFromTheFirstFieldThroughAllToTheUpdate) {
-    driver_.answerFreely([](const shell::BoxRequest&) { return shell::BoxAnswer::Yes; });
+    driver_.answerFreely([](const forms::BoxRequest&) { return forms::BoxAnswer::Yes; });
     QStringList walked;
     for (const QString& name : registry_.names()) {
         std::unique_ptr<QDialog> form(registry_.create(name, house_, nullptr));
-        if (!qobject_cast<shell::RecordForm*>(form.get())) continue;
+        if (!qobject_cast<forms::RecordForm*>(form.get())) continue;
         SCOPED_TRACE(name.toStdString());
         walked << name;
         driver_.run(*form, [](QDialog& shown) {

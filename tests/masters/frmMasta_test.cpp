@@ -25,7 +25,7 @@ class Masta : public PersonScreens {
         global_.app_dir = folder_.programDir();
         global_.panels.folder = folder_.company();
         for (const MasterKind& kind : masterKinds())
-            screens_.add(kind.screen, [&kind](shell::House& house, QWidget* parent) {
+            screens_.add(kind.screen, [&kind](forms::House& house, QWidget* parent) {
                 return new frmMasta(kind, house, parent);
             });
     }
@@ -212,7 +212,7 @@ TEST_F(Masta, ARenameReachesEveryTableOrNone) {
         edit(u"frmMastaSyain"_s, [&](QDialog& form) {
             click(form, u"cmdEdit"_s);
             fill(form, {u"31"_s});
-            driver_.answerFreely([](const shell::BoxRequest&) { return BoxAnswer::Yes; });
+            driver_.answerFreely([](const forms::BoxRequest&) { return BoxAnswer::Yes; });
             FaultVfs::armWrite(n, FaultVfs::Kind::IoError);
             click(form, u"cmdUpdate"_s);
             const bool failed = FaultVfs::writes() >= n;
@@ -242,10 +242,10 @@ TEST_F(Masta, ARenameReachesEveryTableOrNone) {
 
 /// What fails behind the companions' files is told with what they keep; the next opening settles it on wish.
 TEST_F(Masta, AFailureTellsWhatTheCompanionsKeep) {
-    const QString chingin = u"・"_s + store::fileName(folder_.company(), store::File::Chingin);
-    const QString hyouka = u"・"_s + store::fileName(folder_.company(), store::File::Hyouka);
-    const QString rest = u"・%1\n・%2"_s.arg(store::fileName(folder_.company(), store::File::Kihon),
-                                             store::fileName(folder_.company(), store::File::Syouyo));
+    const QString chingin = u"・"_s + schema::fileName(folder_.company(), schema::File::Chingin);
+    const QString hyouka = u"・"_s + schema::fileName(folder_.company(), schema::File::Hyouka);
+    const QString rest = u"・%1\n・%2"_s.arg(schema::fileName(folder_.company(), schema::File::Kihon),
+                                             schema::fileName(folder_.company(), schema::File::Syouyo));
     global_.cn_main.reset();
     const QByteArray before = folder_.fingerprint();
     openCompany();
@@ -259,7 +259,7 @@ TEST_F(Masta, AFailureTellsWhatTheCompanionsKeep) {
                 u"次のファイルは、社員区分Code「01」が新しいコード「31」に変更されたままです。\n\n%1\n%2\n\n"
                 "もう一度更新すると、すべてのファイルが新しいコードになります。更新しないときは、次に会社を"
                 "指定したときに元のコードへ戻せます。"_s.arg(chingin, hyouka),
-                u"取消"_s, BoxAnswer::Ok, shell::BoxIcon::Warning);
+                u"取消"_s, BoxAnswer::Ok, forms::BoxIcon::Warning);
             click(form, u"cmdUpdate"_s);
             giveUp(form);
         });
@@ -269,7 +269,7 @@ TEST_F(Masta, AFailureTellsWhatTheCompanionsKeep) {
             u"いるファイル\n"
             "%1\n%2\n\n元のコードのままのファイル\n%3\n\nどちらのコードにそろえますか？"_s.arg(chingin,
                                                                                                hyouka, rest),
-            u"コード変更の確認"_s, answer, shell::BoxIcon::Warning);
+            u"コード変更の確認"_s, answer, forms::BoxIcon::Warning);
         personnel::askCutOffChange(house_, nullptr);
         personnel::askCutOffChange(house_, nullptr);  // settled: no word more
         global_.cn_main.reset();

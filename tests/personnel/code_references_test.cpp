@@ -7,9 +7,9 @@
 #include <optional>
 #include <set>
 
+#include "company/key.h"
 #include "personnel/code_change.h"
-#include "store/catalog.h"
-#include "store/company_files.h"
+#include "schema/catalog.h"
 #include "support/company_fixture.h"
 
 namespace personnel {
@@ -17,7 +17,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using namespace support;
-using store::File;
+using schema::File;
 
 /// What the name of a column tells: which code it holds, in the order of Referent behind the employee. Apart
 /// from the map, so that each watches the other.
@@ -36,13 +36,13 @@ std::optional<Referent> namedBy(const QString& column) {
 /// judgments of automatic input are marks, and the code itself stands in its own table.
 struct Found {
     Referent referent;
-    const store::Table* table;
+    const schema::Table* table;
     QString column;
 };
 std::vector<Found> columnsByName() {
     std::vector<Found> found;
-    for (const store::Table& table : store::catalog())
-        for (const store::Column& column : table.columns) {
+    for (const schema::Table& table : schema::catalog())
+        for (const schema::Column& column : table.columns) {
             const bool code = column.type.kind == store::TypeKind::Text && column.type.width <= 6;
             const bool own = table.name == u"履歴書テーブル" && column.name == u"社員Code";
             if (!code || own || column.name.endsWith(u"係数")) continue;
@@ -67,8 +67,8 @@ class CodeReferences : public ::testing::Test {
         for (const Found& place : columnsByName()) {
             if (place.referent != referent) continue;
             store::Connection& cn = connectionTo(place.table->file);
-            if (place.table->lifetime == store::Lifetime::Scratch && !cn.hasTable(place.table->name))
-                for (const QString& sql : store::createStatements(*place.table)) cn.execute(sql);
+            if (place.table->lifetime == schema::Lifetime::Scratch && !cn.hasTable(place.table->name))
+                for (const QString& sql : schema::createStatements(*place.table)) cn.execute(sql);
             if (referent == Referent::SyozokuSyo) {
                 const QString parent = QString(place.column).replace(u"小"_s, u"大"_s);
                 cn.execute(
@@ -85,7 +85,7 @@ class CodeReferences : public ::testing::Test {
         if (file == File::Kihon || file == File::Syouyo) return *cn_;
         auto& secondary = secondaries_[file];
         if (!secondary)
-            secondary = std::make_unique<store::Connection>(folder_.file(file), store::databasePassword());
+            secondary = std::make_unique<store::Connection>(folder_.file(file), company::sharedKey());
         return *secondary;
     }
     CompanyDatabases company() { return {*cn_, folder_.dataDir(), folder_.company()}; }
@@ -158,7 +158,7 @@ TEST_F(CodeReferences, SecondaryFilesStandByThemselves) {
     cn_->executeScript(u"BEGIN"_s);
     renameCode(company(), Referent::Syain, from, to, u"改名　花子"_s);
     cn_->rollbackTrans();
-    store::Connection chingin(folder_.file(File::Chingin), store::databasePassword());
+    store::Connection chingin(folder_.file(File::Chingin), company::sharedKey());
     for (const QString& table : {u"C改定テーブル"_s, u"C改定シミュレーションテーブル"_s}) {
         const auto copy = chingin.query(u"select 社員Code, 氏名 from "_s + table);
         EXPECT_EQ(copy.value(0).toText() + copy.value(1).toText(), to.code + u"改名　花子"_s);

@@ -4,13 +4,13 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 
+#include "forms/global_record.h"
 #include "personnel/frmJinjiIdou2.h"
 #include "personnel/frmJinjiKazoku.h"
 #include "personnel/frmJinjiSikaku.h"
 #include "screen_driver.h"
-#include "shell/global_record.h"
-#include "shell/ui_reading_capture.h"
 #include "support/company_fixture.h"
+#include "widgets/reading_capture.h"
 
 namespace {
 
@@ -63,9 +63,9 @@ class Records : public ::testing::Test {
     }
 
     CompanyFolder folder_;
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry screens_;
-    shell::House house_{global_, screens_};
+    forms::GlobalRecord global_;
+    forms::ScreenRegistry screens_;
+    forms::House house_{global_, screens_};
     ScreenDriver driver_;
 };
 
@@ -205,7 +205,7 @@ TEST_F(Records, OfQualificationsAreNotOlderThanTheirHolder) {
         EXPECT_EQ(rows(form, u"DataGrid1"_s, 3).value(1), u"1969/1/1"_s);
         choose(form, u"DataGrid1"_s, 1);
         driver_.expectBox(u" %1 1969/1/1 を削除しますか？"_s.arg(text(form, u"DataCombo1"_s)),
-                          u"削除の確認"_s, shell::BoxAnswer::Yes);
+                          u"削除の確認"_s, forms::BoxAnswer::Yes);
         click(form, u"cmdDelete"_s);
         EXPECT_EQ(rows(form, u"DataGrid1"_s, 3).size(), 1);
     });
@@ -225,7 +225,7 @@ class Reading : public ::testing::Test {
         QCoreApplication::sendEvent(&name_, &event);
     }
     QLineEdit name_, reading_;
-    shell::ReadingCapture capture_{&name_, &reading_};
+    widgets::ReadingCapture capture_{&name_, &reading_};
 };
 
 TEST_F(Reading, IsTheKanaThatStoodBeforeTheConversion) {
@@ -233,7 +233,7 @@ TEST_F(Reading, IsTheKanaThatStoodBeforeTheConversion) {
         compose(step);
     compose({}, u"山田"_s);
     EXPECT_EQ(reading_.text(), u"ﾔﾏﾀﾞ"_s);
-    capture_.furigana_set_mode(shell::KanaForm::Katakana);
+    capture_.furigana_set_mode(domain::KanaForm::Katakana);
     compose(u"たろうはなこ"_s);
     compose(u"はなこ"_s, u"太郎"_s);  // the rest goes on
     compose({}, u"ハナコ"_s);
@@ -259,7 +259,7 @@ TEST_F(Reading, KeepsNoRubbish) {
     compose(u"さとう"_s);
     compose({}, u"佐藤"_s);
     EXPECT_EQ(reading_.text(), u"ｻﾄｳ"_s);
-    capture_.furigana_set_mode(shell::KanaForm::Katakana);
+    capture_.furigana_set_mode(domain::KanaForm::Katakana);
     name_.setCursorPosition(0);
     key(Qt::Key_A, u"A"_s);
     EXPECT_EQ(name_.text() + reading_.text(), u"A佐藤ｻﾄｳA"_s);

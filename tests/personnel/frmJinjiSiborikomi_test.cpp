@@ -10,8 +10,8 @@ namespace {
 using namespace persontest;
 using personnel::frmJinjiSiborikomi;
 using personnel::frmJinjiSiborikomi2;
-using Flag = bool shell::GlobalRecord::*;
-using G = shell::GlobalRecord;
+using Flag = bool forms::GlobalRecord::*;
+using G = forms::GlobalRecord;
 
 const QString kNobody = u"該当する社員データはありません。"_s;
 

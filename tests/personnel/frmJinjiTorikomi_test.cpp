@@ -2,9 +2,9 @@
 
 #include <QFile>
 
+#include "domain/code_page.h"
 #include "person_screens.h"
 #include "personnel/code_change.h"
-#include "shell/code_page.h"
 
 namespace {
 
@@ -114,8 +114,8 @@ TEST_F(Import, RefusesRowsAsTheScreensDoAndTakesAllOrNothing) {
         announceRename(company, Referent::Syain, old, taken);
         renameInSecondaries(company, Referent::Syain, old, taken, {});
         take(form, u"2 件を追加し、0 件を更新します。"_s, kAfterPeople);
-        EXPECT_FALSE(holdsCode(company, store::File::Hyouka, Referent::Syain, taken));
-        EXPECT_TRUE(holdsCode(company, store::File::Hyouka, Referent::Syain, old));
+        EXPECT_FALSE(holdsCode(company, schema::File::Hyouka, Referent::Syain, taken));
+        EXPECT_TRUE(holdsCode(company, schema::File::Hyouka, Referent::Syain, old));
         EXPECT_EQ(
             read(u"SELECT "
                  u"社員Code,氏名,性別,婚姻区分,生年月日,入社日,最終学歴,出身地,郵便番号,退職フラグ,退職日 "

@@ -322,7 +322,7 @@ TEST_F(Rireki, WhoRetiresLeavesTheStaffOnceItIsConfirmed) {
     open<personnel::frmJinjiTaisyokusyori>(retire);
     EXPECT_EQ(staff(u"退職フラグ = -1 AND 退職日 = '2026-03-31' AND 社員Code = '000003'"_s).size(), 1);
     driver_.expectBox(u"見本　一 は退職処理済です。"_s, u"退職処理済データ"_s, BoxAnswer::Ok,
-                      shell::BoxIcon::Information);
+                      forms::BoxIcon::Information);
     open<personnel::frmJinjiTaisyokusyori>(
         [&](QDialog& form) { EXPECT_EQ(text(form, u"Text1"_s), u"2026/3/31"_s); });
 }

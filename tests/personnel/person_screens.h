@@ -1,10 +1,10 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include "forms/global_record.h"
+#include "forms/screens.h"
 #include "reports/workbook.h"
 #include "screen_driver.h"
-#include "shell/global_record.h"
-#include "shell/ui_screens.h"
 #include "support/company_fixture.h"
 #include "widgets/form.h"
 
@@ -12,7 +12,7 @@ namespace persontest {
 
 using namespace Qt::StringLiterals;
 using namespace support;
-using shell::BoxAnswer;
+using forms::BoxAnswer;
 
 /// Personnel screens over a company on 2026/12/1; sheets are caught before they are written.
 class PersonScreens : public ::testing::Test {
@@ -38,13 +38,13 @@ class PersonScreens : public ::testing::Test {
     /// A screen of a next step that only tells that it was there.
     void addPlain(const QString& name) {
         screens_.add(
-            name, [name](shell::House&, QWidget* parent) { return new widgets::Form(name, name, parent); });
+            name, [name](forms::House&, QWidget* parent) { return new widgets::Form(name, name, parent); });
     }
 
     CompanyFolder folder_;
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry screens_;
-    shell::House house_{global_, screens_};
+    forms::GlobalRecord global_;
+    forms::ScreenRegistry screens_;
+    forms::House house_{global_, screens_};
     std::vector<std::pair<QString, reports::SheetGrid>> sent_;  ///< files' titles and what went into them
     const reports::SheetFolder sheets_{
         {folder_.programDir() + u"/out"_s, [this](const QString&, const reports::Sheet& sheet) {

@@ -2,12 +2,12 @@
 
 #include "prep/run_company.h"
 #include "prep/snapshot.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace {
 
 using namespace preptest;
-using criteria::Houshiki;
+using design::Houshiki;
 
 const QString kFirst = u"260000.5|○ 180000|○ 7000|○ 0|× 0|×"_s;
 const QString kUntouched = u"10000|- 10000|- 10000|- 10000|- 10000|-"_s;
@@ -18,7 +18,8 @@ class AutoInput : public RunCompany {
   protected:
     AutoInput() : RunCompany(Content::Empty) {
         for (const QString& table : {u"C新賃金体系基本給"_s, u"C新賃金体系手当"_s})
-            for (const QString& statement : store::createStatements(store::tableNamed(table))) sql(statement);
+            for (const QString& statement : schema::createStatements(schema::tableNamed(table)))
+                sql(statement);
         for (int number : {5, 3, 1, 2, 4}) {
             const QString code = u"00000%1"_s.arg(number);
             sql(u"INSERT INTO 履歴書テーブル(社員Code, 氏名) VALUES(?, '氏名')"_s, {code});
@@ -46,13 +47,13 @@ class AutoInput : public RunCompany {
     void base(Houshiki houshiki, const QString& syori, char16_t method, const store::Value& uniform = {}) {
         sql(u"INSERT INTO S基礎額設定(配分区分, 配分基準, 算定方式, 処理区分, 設定方法, 一律金額) "
             "VALUES('01', '01', ?, ?, ?, ?)"_s,
-            {criteria::houshikiCode(houshiki), syori, QString(QChar(method)), uniform});
+            {design::houshikiCode(houshiki), syori, QString(QChar(method)), uniform});
     }
     void items(Houshiki houshiki, const QString& syori, const QString& kind, const QStringList& names) {
         for (const QString& name : names)
             sql(u"INSERT INTO S基礎額%1(配分区分, 配分基準, 算定方式, 処理区分, %1) "
                 "VALUES('01', '01', ?, ?, ?)"_s.arg(kind),
-                {criteria::houshikiCode(houshiki), syori, name});
+                {design::houshikiCode(houshiki), syori, name});
     }
     void coefficient(const QString& code, bool a, bool b, const QString& input = u"2"_s) {
         sql(u"INSERT INTO S係数設定(配分区分Code, 配分基準Code, 設定名称, 算定方式, 入力区分Code, "
@@ -91,13 +92,13 @@ class AutoInput : public RunCompany {
             .join(u' ');
     }
 
-    const shell::RunKey run_{QDate(2026, 12, 10), u"01"_s, u"01"_s};
+    const domain::RunKey run_{QDate(2026, 12, 10), u"01"_s, u"01"_s};
 };
 
 TEST_F(AutoInput, TakesBaseAmountsOutOfWagesOrOneAmountForAll) {
     for (Houshiki houshiki : {Houshiki::Kojinbetsu, Houshiki::Sougaku}) {
         for (const auto& [syori, column] : {std::pair(u"1"_s, u"基礎額Ａ"_s), {u"2"_s, u"基礎額Ｂ"_s}}) {
-            SCOPED_TRACE(column.toStdString() + criteria::houshikiCode(houshiki).toStdString());
+            SCOPED_TRACE(column.toStdString() + design::houshikiCode(houshiki).toStdString());
             const auto expect = [&](const QString& expected) {
                 fill(houshiki);
                 EXPECT_EQ(result(column, houshiki), expected);

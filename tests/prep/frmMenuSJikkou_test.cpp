@@ -3,11 +3,11 @@
 #include <QLabel>
 
 #include "calc/frmSHaibunjikkouK2.h"
+#include "company/company_open.h"
 #include "prep/run_screens.h"
 #include "reports/frmReport.h"
 #include "reports/package.h"
 #include "reports/workbook.h"
-#include "shell/company_open.h"
 
 namespace {
 
@@ -85,7 +85,7 @@ TEST_F(RunMenu, OpensTheStepsInTheirModes) {
 
 TEST_F(RunMenu, TellsAFailureAndStaysUsable) {
     breakWrites(u"INSERT ON Tanka_hasuu"_s);
-    driver_.answerFreely([](const shell::BoxRequest&) { return BoxAnswer::Ok; });
+    driver_.answerFreely([](const forms::BoxRequest&) { return BoxAnswer::Ok; });
     open([&](QDialog& menu) {
         click(menu, u"Command7"_s);  // without its row the calculation must not start
         click(menu, u"Command10"_s);
@@ -100,10 +100,10 @@ TEST_F(RunMenu, TellsAFailureAndStaysUsable) {
 class TwoCompanies : public testing::Test {
   protected:
     TwoCompanies() {
-        driver_.answerFreely([](const shell::BoxRequest& box) {
-            return box.buttons == shell::BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
+        driver_.answerFreely([](const forms::BoxRequest& box) {
+            return box.buttons == forms::BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
         });
-        screens_.add(u"frmSHaibunjikkouK2"_s, [this](shell::House& house, QWidget* parent) {
+        screens_.add(u"frmSHaibunjikkouK2"_s, [this](forms::House& house, QWidget* parent) {
             return new calc::frmSHaibunjikkouK2(house, sheets_, parent);
         });
     }
@@ -130,8 +130,8 @@ class TwoCompanies : public testing::Test {
         options.company = company;
         folder.makeSample(options);
         folder.addCompanionMarker();
-        std::unique_ptr<shell::CompanyLock> none;
-        auto opened = shell::openCompany(folder.programDir(), company, none);
+        std::unique_ptr<company::CompanyLock> none;
+        auto opened = company::openCompany(folder.programDir(), company, none);
         global_.company_lock = std::move(opened.lock);
         global_.cn_main = std::move(opened.cn_main);
         global_.cn_main->execute(u"update 履歴書テーブル set 氏名 = ?"_s, {person});
@@ -173,9 +173,9 @@ class TwoCompanies : public testing::Test {
 
     QTemporaryDir out_;
     const reports::SheetFolder sheets_{{out_.path()}};
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry screens_;
-    shell::House house_{global_, screens_};
+    forms::GlobalRecord global_;
+    forms::ScreenRegistry screens_;
+    forms::House house_{global_, screens_};
     ScreenDriver driver_;
     QString seen_;
 };

@@ -132,7 +132,7 @@ TEST_F(Torikomi, ImportsANewDateAndOpensTheRunMenuOnceNothingFails) {
 TEST_F(Torikomi, SaysWhatToDoWhenNobodyCanBeImported) {
     open([&](QDialog& form) {
         fillNewDate(form, QStringList(3, u"2000/3/31"_s));
-        driver_.answerFreely([](const shell::BoxRequest& box) {
+        driver_.answerFreely([](const forms::BoxRequest& box) {
             EXPECT_TRUE(box.text.startsWith(u"この基準日で取り込むことができる人事データはありません。\n"_s));
             return BoxAnswer::Ok;
         });
@@ -202,7 +202,7 @@ TEST_F(Torikomi, KeepsTheNameOfABonusBesideItsDate) {
             EXPECT_EQ(names(), u"-/2002年冬季賞与"_s);
             click(form, u"Command2"_s);
             choose(form, u"DataList1"_s, 0);
-            driver_.answerFreely([](const shell::BoxRequest& box) {
+            driver_.answerFreely([](const forms::BoxRequest& box) {
                 EXPECT_TRUE(box.text.endsWith(u"･･･賞与の内容"_s)) << box.text.toStdString();
                 return BoxAnswer::Ok;
             });

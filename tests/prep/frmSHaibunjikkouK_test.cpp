@@ -5,7 +5,7 @@
 #include "prep/run_screens.h"
 #include "reports/frmReport.h"
 #include "sample_design.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ class AutoInputScreen : public RunScreens {
     }
     /// The columns of the run's table that the set-up fills by itself.
     static QStringList automaticColumns(int criterion, char16_t method) {
-        const auto& columns = store::tableNamed(u"S実行個人別計算"_s).columns;
+        const auto& columns = schema::tableNamed(u"S実行個人別計算"_s).columns;
         QStringList names;
         for (const auto& use : sample::kBaseUses)
             if (use.criterion == criterion && use.method == method && use.way != u'1')

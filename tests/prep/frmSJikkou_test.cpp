@@ -141,7 +141,7 @@ TEST_F(Grids, RefuseAWholeBlockThatDoesNotFit) {
     sql(u"update S実行個人別計算 set 基礎額Ａ = 100000000"_s);
     const auto refused = [&](const QString& why) {
         driver_.expectBox(why + u"\n貼り付けは行いません。"_s, u"貼り付けの確認"_s, BoxAnswer::Ok,
-                          shell::BoxIcon::Warning);
+                          forms::BoxIcon::Warning);
     };
     open<prep::frmSJikkou02>(u"1"_s, u"1"_s, [&](QDialog& form) {
         const QByteArray before = dump(cn_);
@@ -247,7 +247,7 @@ TEST_F(Grids, StoreNothingWhereEmployeesDifferOrTheWriteFails) {
             u"画面の社員と「個人別計算」の社員が一致しないため、更新しませんでした。\n画面にいない社員: "
             u"%1\n"
             "個人データの取込と、対象者⇔配分基準の対応を確かめてください。"_s.arg(dropped),
-            u"社員の不一致"_s, BoxAnswer::Ok, shell::BoxIcon::Warning);
+            u"社員の不一致"_s, BoxAnswer::Ok, forms::BoxIcon::Warning);
         click(form, u"Command1"_s);
         expectUnchanged(before);
         EXPECT_EQ(values(form)[1], u"10,000"_s);  // what was typed stays

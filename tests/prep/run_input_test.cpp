@@ -8,7 +8,7 @@ namespace {
 
 using namespace preptest;
 
-const shell::RunKey kRun{sample::newestKijunbi(), u"01"_s, u"01"_s};
+const domain::RunKey kRun{sample::newestKijunbi(), u"01"_s, u"01"_s};
 /// Three employees of one criterion, made by hand: 9, 10 and 1000 in this order, though as text 10 is first.
 class RunInputTest : public RunCompany {
   protected:

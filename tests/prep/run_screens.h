@@ -1,17 +1,17 @@
 #pragma once
 #include <QPushButton>
 
+#include "forms/global_record.h"
+#include "forms/screens.h"
 #include "prep/run_company.h"
 #include "screen_driver.h"
-#include "shell/global_record.h"
-#include "shell/ui_screens.h"
 #include "widgets/form.h"
 
 namespace preptest {
 
 using namespace support;
-using shell::BoxAnswer;
-using shell::BoxIcon;
+using forms::BoxAnswer;
+using forms::BoxIcon;
 
 /// Screens of a run over a company, without a main window.
 class RunScreens : public RunCompany {
@@ -22,12 +22,12 @@ class RunScreens : public RunCompany {
     }
     template <class Screen>
     void addScreen(const QString& name) {
-        screens_.add(name, [](shell::House& house, QWidget* parent) { return new Screen(house, parent); });
+        screens_.add(name, [](forms::House& house, QWidget* parent) { return new Screen(house, parent); });
     }
     /// Screens of a next step that only tell that they were there.
     void addPlain(const QStringList& names) {
         for (const QString& name : names)
-            screens_.add(name, [name](shell::House&, QWidget* parent) {
+            screens_.add(name, [name](forms::House&, QWidget* parent) {
                 return new widgets::Form(name, name, parent);
             });
     }
@@ -79,9 +79,9 @@ class RunScreens : public RunCompany {
     }
     void repairWrites() { sql(u"DROP TRIGGER 故障"_s); }
 
-    shell::GlobalRecord global_;
-    shell::ScreenRegistry screens_;
-    shell::House house_;
+    forms::GlobalRecord global_;
+    forms::ScreenRegistry screens_;
+    forms::House house_;
     ScreenDriver driver_;
 };
 

@@ -6,14 +6,14 @@
 namespace {
 
 using namespace preptest;
-using criteria::Houshiki;
+using design::Houshiki;
 using sample::kCriteria;
 
 class Suspicions : public RunCompany {
   protected:
     Suspicions() : RunCompany(Content::Sample) {}
 
-    static shell::RunKey runOf(int criterion) {
+    static domain::RunKey runOf(int criterion) {
         return {sample::newestKijunbi(), QString::fromUtf16(kCriteria[criterion].kubun),
                 QString::fromUtf16(kCriteria[criterion].kijun)};
     }

@@ -16,12 +16,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/screens.h"
 #include "reports/designs.h"
 #include "reports/ui_snapshot_report.h"
-#include "shell/global_record.h"
-#include "shell/ui_box.h"
-#include "shell/ui_screens.h"
-#include "store/catalog.h"
+#include "schema/catalog.h"
 
 namespace {
 
@@ -175,12 +175,12 @@ TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
     EXPECT_EQ(QString::fromLatin1(bytes).count(map), bytes.count("beginbfrange"));
 
     QStringList said;
-    shell::setBoxHandler([&](const shell::BoxRequest& box) {
+    forms::setBoxHandler([&](const forms::BoxRequest& box) {
         said << box.text;
-        return shell::BoxAnswer::Ok;
+        return forms::BoxAnswer::Ok;
     });
     EXPECT_FALSE(form_.savePdf(folder.filePath(u"none/賞与.pdf"_s)));
-    shell::setBoxHandler({});
+    forms::setBoxHandler({});
     ASSERT_EQ(said.size(), 1);
     EXPECT_TRUE(said[0].startsWith(u"PDF ファイルを保存できません。"_s));
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"賞与.pdf"_s});

@@ -15,13 +15,13 @@
 #include <QTest>
 #include <QTimer>
 
+#include "company/frmDBSentaku.h"
+#include "forms/global_record.h"
+#include "help/frmHelp.h"
 #include "screen_driver.h"
 #include "shell/frmAbout.h"
-#include "shell/frmDBSentaku.h"
-#include "shell/frmHelp.h"
 #include "shell/frmMenu000.h"
-#include "shell/global_record.h"
-#include "shell/ui_program.h"
+#include "shell/program.h"
 #include "support/company_fixture.h"
 
 namespace shell {
@@ -36,8 +36,8 @@ const QString kReopenText = u"『甲社』を閉じて、別の会社を指定�
 const QString kReopenTitle = u"データ指定の確認"_s;
 
 template <class Screen>
-ScreenRegistry::Factory factory() {
-    return [](House& house, QWidget* parent) { return new Screen(house, parent); };
+forms::ScreenRegistry::Factory factory() {
+    return [](forms::House& house, QWidget* parent) { return new Screen(house, parent); };
 }
 
 /// The started program with the company 甲社 in its Data folder.
@@ -45,7 +45,7 @@ class MainWindow : public testing::Test {
   protected:
     MainWindow() {
         company_.makeEmpty(u"甲社"_s);
-        screens_.add(u"frmDBSentaku"_s, factory<frmDBSentaku>());
+        screens_.add(u"frmDBSentaku"_s, factory<company::frmDBSentaku>());
         screens_.add(u"frmMenu000"_s, factory<frmMenu000>());
         screens_.add(u"frmAbout"_s, factory<frmAbout>());
         program_ = std::make_unique<Program>(screens_, company_.programDir());
@@ -53,7 +53,7 @@ class MainWindow : public testing::Test {
         program_->setLockPath(company_.programDir() + u"/instance.lock"_s);
         program_->house().endProcess = [this] {
             ++ended_;
-            helpAtEnd_ = program_->help().window(HelpFile::Shelp) != nullptr;
+            helpAtEnd_ = program_->help().window(help::HelpFile::Shelp) != nullptr;
             openAtEnd_ = global().cn_main != nullptr;
         };
         EXPECT_TRUE(program_->Main());
@@ -62,13 +62,13 @@ class MainWindow : public testing::Test {
     ~MainWindow() override { QDir::setCurrent(QDir::rootPath()); }
 
     frmMain& main() { return *program_->fMainForm(); }
-    GlobalRecord& global() { return program_->house().global; }
+    forms::GlobalRecord& global() { return program_->house().global; }
     void openCompany(const QString& by = u"StartOpen"_s) {
         driver_.onScreen(u"frmDBSentaku"_s, [](QDialog& form) {
             chooseText(form, u"List1"_s, u"甲社"_s);
             click(form, u"Command2"_s);
         });
-        driver_.expectBox(u"『甲社』を指定します。"_s, u"会社指定の確認"_s, BoxAnswer::Yes);
+        driver_.expectBox(u"『甲社』を指定します。"_s, u"会社指定の確認"_s, forms::BoxAnswer::Yes);
         driver_.onScreen(u"frmMenu000"_s, [this](QDialog& menu) {
             EXPECT_FALSE(visible(main(), u"Command1"_s));
             EXPECT_EQ(text(main(), u"Panels_1"_s), u"甲社"_s);
@@ -77,8 +77,8 @@ class MainWindow : public testing::Test {
         driver_.attempt([&] { click(main(), by); });
         EXPECT_EQ(main().focusWidget()->objectName(), u"Command1"_s) << "the keyboard's way back to the menu";
     }
-    void expectExitBox(BoxAnswer answer) {
-        driver_.expectBox(kExitText, kExitTitle, answer, BoxIcon::Question);
+    void expectExitBox(forms::BoxAnswer answer) {
+        driver_.expectBox(kExitText, kExitTitle, answer, forms::BoxIcon::Question);
     }
     bool closeByBox() {
         QCloseEvent event;
@@ -88,7 +88,7 @@ class MainWindow : public testing::Test {
     }
 
     CompanyFolder company_;
-    ScreenRegistry screens_;
+    forms::ScreenRegistry screens_;
     ScreenDriver driver_;
     std::unique_ptr<Program> program_;
     int ended_ = 0;
@@ -98,15 +98,15 @@ class MainWindow : public testing::Test {
 
 TEST_F(MainWindow, TheCloseBoxIsRefusedAndAskedAndNoLeavesTheCompanyOpen) {
     openCompany();
-    program_->help().open(HelpFile::Shelp);
-    expectExitBox(BoxAnswer::No);
+    program_->help().open(help::HelpFile::Shelp);
+    expectExitBox(forms::BoxAnswer::No);
     EXPECT_FALSE(closeByBox());
     EXPECT_EQ(ended_, 0);
     EXPECT_TRUE(global().cn_main);
-    EXPECT_TRUE(program_->help().window(HelpFile::Shelp));
+    EXPECT_TRUE(program_->help().window(help::HelpFile::Shelp));
     EXPECT_NE(main().cursor().shape(), Qt::WaitCursor);
 
-    expectExitBox(BoxAnswer::Yes);
+    expectExitBox(forms::BoxAnswer::Yes);
     EXPECT_FALSE(closeByBox());
     EXPECT_EQ(ended_, 1);
     EXPECT_FALSE(helpAtEnd_);
@@ -116,7 +116,7 @@ TEST_F(MainWindow, TheCloseBoxIsRefusedAndAskedAndNoLeavesTheCompanyOpen) {
 }
 
 TEST_F(MainWindow, EveryOtherWayOutAsksToo) {
-    for (int i = 0; i < 3; ++i) expectExitBox(BoxAnswer::No);
+    for (int i = 0; i < 3; ++i) expectExitBox(forms::BoxAnswer::No);
     click(main(), u"mnuFileNo_9"_s);
     main().sessionEnds();
     EXPECT_TRUE(main().isVisible());
@@ -134,11 +134,11 @@ TEST_F(MainWindow, AnotherCompanyIsChosenOnlyAfterTheOpenOneMayBeClosed) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&main()));
     driver_.attempt([&] { QTest::keyClick(main().focusWidget(), Qt::Key_Return); });
 
-    driver_.expectBox(kReopenText, kReopenTitle, BoxAnswer::No, BoxIcon::Question);
+    driver_.expectBox(kReopenText, kReopenTitle, forms::BoxAnswer::No, forms::BoxIcon::Question);
     click(main(), u"mnuFileNo_1"_s);
     EXPECT_TRUE(global().cn_main);
 
-    driver_.expectBox(kReopenText, kReopenTitle, BoxAnswer::Yes);
+    driver_.expectBox(kReopenText, kReopenTitle, forms::BoxAnswer::Yes);
     driver_.onScreen(u"frmDBSentaku"_s, [this](QDialog& form) {
         EXPECT_FALSE(global().cn_main);
         click(form, u"Command3"_s);
@@ -154,19 +154,20 @@ TEST_F(MainWindow, AnotherCompanyIsChosenOnlyAfterTheOpenOneMayBeClosed) {
 }
 
 TEST_F(MainWindow, AnEmptyPanelBecomesThePromptOnActivation) {
-    for (const auto& [before, after] : {std::pair(u""_s, kNoCompanyPrompt), {u"甲社"_s, u"甲社"_s}}) {
+    for (const auto& [before, after] : {std::pair(u""_s, forms::kNoCompanyPrompt), {u"甲社"_s, u"甲社"_s}}) {
         global().setCompanyPanel(before);
         QEvent activate(QEvent::WindowActivate);
         QCoreApplication::sendEvent(&main(), &activate);
         EXPECT_EQ(text(main(), u"Panels_1"_s), after);
     }
-    global().setCompanyPanel(kNoCompanyPrompt);
+    global().setCompanyPanel(forms::kNoCompanyPrompt);
 }
 
 TEST_F(MainWindow, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
     Program second(screens_, company_.programDir());
     second.setLockPath(company_.programDir() + u"/instance.lock"_s);
-    driver_.expectBox(u"すでに起動されています。"_s, u"二重起動"_s, BoxAnswer::Ok, BoxIcon::Information);
+    driver_.expectBox(u"すでに起動されています。"_s, u"二重起動"_s, forms::BoxAnswer::Ok,
+                      forms::BoxIcon::Information);
     EXPECT_FALSE(second.Main());
     EXPECT_FALSE(second.fMainForm());
     EXPECT_TRUE(main().isVisible());

@@ -1,30 +1,33 @@
 #include "shell/frmMenus.h"
 
 #include "shell/frmMenu000.h"
-#include "shell/house_screens.h"
+#include "support/house_screens.h"
 
 namespace shell {
 namespace {
 
+using namespace Qt::StringLiterals;
+using namespace support;
+
 struct NamedFlag {
     const char* name;
-    bool GlobalRecord::*flag;
+    bool forms::GlobalRecord::*flag;
 };
 constexpr NamedFlag kFlags[] = {
-    {"zenin", &GlobalRecord::rireki_zenin},
-    {"joukenn", &GlobalRecord::jinji_mode_joukenn},
-    {"daichou", &GlobalRecord::jinji_mode_daichou},
-    {"taisyoku", &GlobalRecord::jinji_mode_taisyoku},
-    {"fukkatsu", &GlobalRecord::jinji_mode_fukkatsu},
-    {"taisyokusya", &GlobalRecord::jinji_mode_taisyokusya},
-    {"yoteisya", &GlobalRecord::jinji_mode_yoteisya},
-    {"excel", &GlobalRecord::jinji_mode_excel},
-    {"kazoku", &GlobalRecord::jinji_mode_kazoku},
-    {"kazoku_excel", &GlobalRecord::jinji_mode_kazoku_excel},
-    {"shikaku", &GlobalRecord::jinji_mode_shikaku},
-    {"shikaku_excel", &GlobalRecord::jinji_mode_shikaku_excel},
-    {"sekkei", &GlobalRecord::haibun_sekkei_mode},
-    {"jikkou", &GlobalRecord::haibun_jikkou_mode},
+    {"zenin", &forms::GlobalRecord::rireki_zenin},
+    {"joukenn", &forms::GlobalRecord::jinji_mode_joukenn},
+    {"daichou", &forms::GlobalRecord::jinji_mode_daichou},
+    {"taisyoku", &forms::GlobalRecord::jinji_mode_taisyoku},
+    {"fukkatsu", &forms::GlobalRecord::jinji_mode_fukkatsu},
+    {"taisyokusya", &forms::GlobalRecord::jinji_mode_taisyokusya},
+    {"yoteisya", &forms::GlobalRecord::jinji_mode_yoteisya},
+    {"excel", &forms::GlobalRecord::jinji_mode_excel},
+    {"kazoku", &forms::GlobalRecord::jinji_mode_kazoku},
+    {"kazoku_excel", &forms::GlobalRecord::jinji_mode_kazoku_excel},
+    {"shikaku", &forms::GlobalRecord::jinji_mode_shikaku},
+    {"shikaku_excel", &forms::GlobalRecord::jinji_mode_shikaku_excel},
+    {"sekkei", &forms::GlobalRecord::haibun_sekkei_mode},
+    {"jikkou", &forms::GlobalRecord::haibun_jikkou_mode},
 };
 
 /// What a press does: the screen it opens, the flag that stands then, and the flags that it takes away:
@@ -104,7 +107,7 @@ TEST_F(Menu000, TheCompanyCountsAsOpenUnderItsRegisteredNameOrItsFolder) {
                                                  {u"DELETE FROM 会社テーブル"_s, u"甲社"_s}};
     for (const auto& [sql, shown] : cases) {
         global_.cn_main->execute(sql);
-        global_.setCompanyPanel(kNoCompanyPrompt);
+        global_.setCompanyPanel(forms::kNoCompanyPrompt);
         open([&](QDialog& menu) {
             EXPECT_EQ(global_.panels.company, shown);
             EXPECT_FALSE(command1_->isVisible());
@@ -118,10 +121,10 @@ TEST_F(Menu000, TheCompanyCountsAsOpenUnderItsRegisteredNameOrItsFolder) {
 
 TEST_F(Menu000, ACompanyThatCannotBeReadIsToldAndDoesNotCountAsOpen) {
     global_.cn_main->execute(u"DROP TABLE 会社テーブル"_s);
-    driver_.answerFreely([](const BoxRequest& box) {
+    driver_.answerFreely([](const forms::BoxRequest& box) {
         EXPECT_EQ(box.title, QString());
         EXPECT_FALSE(box.text.isEmpty());
-        return BoxAnswer::Ok;
+        return forms::BoxAnswer::Ok;
     });
     open([&](QDialog& menu) { click(menu, u"Command9"_s); });
     EXPECT_EQ(driver_.boxes().size(), 1u);

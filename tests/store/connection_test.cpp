@@ -7,7 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "store/catalog.h"
+#include "schema/catalog.h"
 #include "support/fault_vfs.h"
 #include "support/store_probe.h"
 
@@ -22,7 +22,7 @@ using support::reasonOf;
 using Mode = store::Connection::Mode;
 using Reason = store::Error::Reason;
 
-const QString kKey = u"鍵"_s;
+const store::Key kKey(u"鍵"_s);
 
 class Store : public testing::Test {
   protected:
@@ -41,7 +41,7 @@ class Store : public testing::Test {
         transaction.commit();
         return Connection(path(name), kKey);
     }
-    std::optional<Reason> openReason(const QString& name, const QString& key = kKey) const {
+    std::optional<Reason> openReason(const QString& name, const store::Key& key = kKey) const {
         const auto error =
             support::errorOf([&] { Connection(path(name), key).query(u"select * from "_s + name); });
         if (!error) return std::nullopt;
@@ -57,7 +57,8 @@ TEST_F(Store, TellsWhyAFileDoesNotOpen) {
     EXPECT_EQ(openReason(u"t"_s), std::nullopt);
     EXPECT_EQ(openReason(u"missing"_s), Reason::NotOpen);
     EXPECT_FALSE(QFile::exists(path(u"missing"_s)));
-    for (const QString& key : {u"別"_s, QString()}) EXPECT_EQ(openReason(u"t"_s, key), Reason::NotOpen);
+    for (const store::Key& key : {store::Key(u"別"_s), store::Key::none()})
+        EXPECT_EQ(openReason(u"t"_s, key), Reason::NotOpen);
     QFile file(path(u"t"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
     const QByteArray whole = file.readAll();
@@ -73,7 +74,7 @@ TEST_F(Store, TellsWhyAFileDoesNotOpen) {
     Connection other = create(u"u"_s);
     write(QByteArray(8192, 'x'));
     for (const QString& name : {u"t"_s, u"missing"_s})
-        EXPECT_EQ(reasonOf([&] { other.attach(path(name), u"z"_s, kKey); }), Reason::NotOpen);
+        EXPECT_EQ(reasonOf([&] { other.attach(path(name), u"z"_s); }), Reason::NotOpen);
     EXPECT_EQ(other.schemas(), QStringList{u"main"_s});
 }
 
@@ -101,7 +102,7 @@ TEST_F(Store, OneTransactionCoversAllFiles) {
     create(u"t"_s);
     create(u"u"_s);
     Connection cn(path(u"t"_s), kKey), watcher(path(u"t"_s), kKey);
-    for (Connection* each : {&cn, &watcher}) each->attach(path(u"u"_s), u"zweite"_s, kKey);
+    for (Connection* each : {&cn, &watcher}) each->attach(path(u"u"_s), u"zweite"_s);
     EXPECT_TRUE(cn.hasTable(u"t"_s) && cn.hasTable(u"u"_s) && !cn.hasTable(u"c"_s));
     for (const QString& schema : {u"main"_s, u"zweite"_s})
         EXPECT_EQ(one(cn, u"PRAGMA %1.synchronous"_s.arg(schema)), 2);
@@ -205,12 +206,14 @@ TEST_F(Store, SortsCodesByNumberAndRaisesOnOthers) {
 
 // What a screen, a file or a companion hands to a prepared write is kept as a recordset keeps it.
 TEST_F(Store, BindsIntoColumnsByTheirTypeAndWidth) {
-    const store::Table& table = store::tableNamed(u"S実行個人別計算"_s);
+    const schema::Table& table = schema::tableNamed(u"S実行個人別計算"_s);
     Connection cn = create(u"t"_s, 0);
-    cn.execute(store::createStatements(table).first());
+    cn.execute(schema::createStatements(table).first());
     const QStringList columns{u"評価"_s, u"基準日"_s, u"基礎額Ａ"_s, u"年齢係数"_s};
     auto insert = cn.prepare(u"insert into S実行個人別計算(評価,基準日,基礎額Ａ,年齢係数) values(?,?,?,?)"_s);
-    insert.into(table, columns).bindAll({12, u"2026/12/10", u"1,234.5", Money::fromRaw(15000)}).run();
+    insert.into(schema::typesOf(table, columns))
+        .bindAll({12, u"2026/12/10", u"1,234.5", Money::fromRaw(15000)})
+        .run();
     EXPECT_EQ(one(cn,
                   u"select count(*) from S実行個人別計算 where 評価='12' and 基準日='2026-12-10' and "
                   "基礎額Ａ=12345000 and 年齢係数=1.5"_s),

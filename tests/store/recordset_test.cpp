@@ -33,7 +33,7 @@ class Snapshot : public testing::Test {
     }
     static QString codes(const Recordset& rs) { return support::texts(rs, 1); }
     QTemporaryDir dir_;
-    Connection cn_{dir_.filePath(u"k.mdb"_s), u"鍵"_s, Connection::Mode::Create};
+    Connection cn_{dir_.filePath(u"k.mdb"_s), store::Key(u"鍵"_s), Connection::Mode::Create};
 };
 
 TEST_F(Snapshot, AddsChangesAndRemoves) {

@@ -7,13 +7,15 @@
 #include <stdexcept>
 #include <tuple>
 
-#include "store/links.h"
+#include "company/key.h"
+#include "company/main_connection.h"
+#include "schema/links.h"
 
 namespace support {
 namespace {
 
 using namespace Qt::StringLiterals;
-using store::File;
+using schema::File;
 
 void require(bool done, const QString& what) {
     if (!done) throw std::runtime_error(("company fixture: " + what).toStdString());
@@ -56,17 +58,17 @@ CompanyFolder::CompanyFolder() {
 void CompanyFolder::makeSample(sample::SampleOptions options) {
     company_ = options.company;
     copyFolder(originalOf(options), companyDir());
-    store::Connection cn(file(File::Syouyo), store::databasePassword());
+    store::Connection cn(file(File::Syouyo), company::sharedKey());
     QString error;
-    for (const auto& [target, pass] :
-         {std::pair(File::Chingin, store::LinkPass::Chingin), std::pair(File::Kihon, store::LinkPass::Kihon)})
+    for (const auto& [target, pass] : {std::pair(File::Chingin, schema::LinkPass::Chingin),
+                                       std::pair(File::Kihon, schema::LinkPass::Kihon)})
         if (QFileInfo::exists(file(target)))
-            require(store::refresh_links(cn, file(target), pass, error), error);
+            require(schema::refresh_links(cn, file(target), pass, error), error);
 }
 
-void CompanyFolder::makeEmpty(const QString& company, store::CompanionFiles companions) {
+void CompanyFolder::makeEmpty(const QString& company, company::CompanionFiles companions) {
     company_ = company;
-    store::createCompany(dataDir(), company, companions);
+    company::createCompany(dataDir(), company, companions);
 }
 
 void CompanyFolder::addCompanionMarker() const {
@@ -75,14 +77,14 @@ void CompanyFolder::addCompanionMarker() const {
 }
 
 std::unique_ptr<store::Connection> CompanyFolder::open() const {
-    return store::openMainConnection(dataDir(), company_);
+    return company::openMainConnection(dataDir(), company_);
 }
 
 QByteArray CompanyFolder::fingerprint() const {
     QByteArray out;
     for (File each : {File::Kihon, File::Chingin, File::Hyouka, File::Syouyo}) {
         if (!QFileInfo::exists(file(each))) continue;
-        store::Connection cn(file(each), store::databasePassword());
+        store::Connection cn(file(each), company::sharedKey());
         out += dump(cn);
     }
     return out;

@@ -5,8 +5,9 @@
 #include <QTemporaryDir>
 #include <memory>
 
+#include "company/create.h"
 #include "sample_company.h"
-#include "store/company_files.h"
+#include "schema/files.h"
 #include "store/connection.h"
 
 namespace support {
@@ -20,7 +21,8 @@ class CompanyFolder {
     /// set of options and copied from then on.
     void makeSample(sample::SampleOptions options = {});
     /// A new company as the program makes it: tables, fixed masters, no people.
-    void makeEmpty(const QString& company = QStringLiteral("新会社"), store::CompanionFiles companions = {});
+    void makeEmpty(const QString& company = QStringLiteral("新会社"),
+                   company::CompanionFiles companions = {});
     /// The empty file zukanzen.exe in the program's folder: the wage companion counts as installed.
     void addCompanionMarker() const;
 
@@ -28,7 +30,7 @@ class CompanyFolder {
     QString dataDir() const { return root_.filePath(QStringLiteral("Data")); }
     QString company() const { return company_; }
     QString companyDir() const { return dataDir() + u'/' + company_; }
-    QString file(store::File file) const { return store::filePath(dataDir(), company_, file); }
+    QString file(schema::File file) const { return schema::filePath(dataDir(), company_, file); }
 
     /// The main connection; the links point into this folder.
     std::unique_ptr<store::Connection> open() const;

@@ -40,7 +40,7 @@ QString nameOf(const QObject& object) {
                                          : object.objectName();
 }
 
-QString told(const shell::BoxRequest& box) {
+QString told(const forms::BoxRequest& box) {
     return u'[' + box.title + QStringLiteral("] ") + box.text;
 }
 
@@ -135,11 +135,11 @@ void ScreenDriver::fail(const QString& text) {
 
 ScreenDriver::ScreenDriver() {
     qApp->installEventFilter(this);
-    shell::setBoxHandler([this](const shell::BoxRequest& request) { return answerBox(request); });
+    forms::setBoxHandler([this](const forms::BoxRequest& request) { return answerBox(request); });
 }
 
 ScreenDriver::~ScreenDriver() {
-    shell::setBoxHandler({});
+    forms::setBoxHandler({});
     verify();
 }
 
@@ -160,17 +160,17 @@ void ScreenDriver::attempt(const std::function<void()>& step) {
     }
 }
 
-void ScreenDriver::expectBox(const QString& text, const QString& title, shell::BoxAnswer answer,
-                             std::optional<shell::BoxIcon> icon) {
+void ScreenDriver::expectBox(const QString& text, const QString& title, forms::BoxAnswer answer,
+                             std::optional<forms::BoxIcon> icon) {
     boxAnswers_.add({{text, title}, icon, answer});
 }
 
-void ScreenDriver::answerFreely(std::function<shell::BoxAnswer(const shell::BoxRequest&)> answer) {
+void ScreenDriver::answerFreely(std::function<forms::BoxAnswer(const forms::BoxRequest&)> answer) {
     free_ = std::move(answer);
 }
 
 void ScreenDriver::useRealBoxes() {
-    shell::setBoxHandler({});
+    forms::setBoxHandler({});
 }
 
 bool ScreenDriver::verify() {
@@ -180,10 +180,10 @@ bool ScreenDriver::verify() {
     return nothingLeft;
 }
 
-shell::BoxAnswer ScreenDriver::answerBox(const shell::BoxRequest& request) {
-    using shell::BoxAnswer;
+forms::BoxAnswer ScreenDriver::answerBox(const forms::BoxRequest& request) {
+    using forms::BoxAnswer;
     boxes_.push_back(request);
-    const bool question = request.buttons == shell::BoxButtons::YesNo;
+    const bool question = request.buttons == forms::BoxButtons::YesNo;
     if (boxAnswers_.empty()) {
         if (free_) return free_(request);
         fail(QStringLiteral("unexpected box: ") + told(request));

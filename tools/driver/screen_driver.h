@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "shell/ui_box.h"
+#include "forms/box.h"
 
 /// Operates real screens without sleeping: steps run inside the event loop of each modal screen as it shows,
 /// boxes are answered from a queue, and whatever was not foreseen is a failure that is closed at once, so
@@ -39,15 +39,15 @@ class ScreenDriver : public QObject {
     void attempt(const std::function<void()>& step);
 
     /// The next box must say this. A missing icon is not compared.
-    void expectBox(const QString& text, const QString& title, shell::BoxAnswer answer = shell::BoxAnswer::Ok,
-                   std::optional<shell::BoxIcon> icon = {});
+    void expectBox(const QString& text, const QString& title, forms::BoxAnswer answer = forms::BoxAnswer::Ok,
+                   std::optional<forms::BoxIcon> icon = {});
     /// Answers each box that no expectation waits for, instead of failing (a tour, not a test).
-    void answerFreely(std::function<shell::BoxAnswer(const shell::BoxRequest&)> answer);
+    void answerFreely(std::function<forms::BoxAnswer(const forms::BoxRequest&)> answer);
     /// Boxes show as real message boxes and are operated with onScreen("QMessageBox", …).
     void useRealBoxes();
 
     /// What was said and shown so far, in order.
-    const std::vector<shell::BoxRequest>& boxes() const { return boxes_; }
+    const std::vector<forms::BoxRequest>& boxes() const { return boxes_; }
     const QStringList& screens() const { return screens_; }
     /// Fails for every expectation that is left over; false then. Empties the queues.
     bool verify();
@@ -63,9 +63,9 @@ class ScreenDriver : public QObject {
         Step step;
     };
     struct AwaitedBox {
-        shell::BoxRequest request;
-        std::optional<shell::BoxIcon> icon;
-        shell::BoxAnswer answer;
+        forms::BoxRequest request;
+        std::optional<forms::BoxIcon> icon;
+        forms::BoxAnswer answer;
     };
     /// What is awaited, in order. What a step adds while it runs comes before what was awaited already: its
     /// own screens and boxes show first.
@@ -96,14 +96,14 @@ class ScreenDriver : public QObject {
         std::ptrdiff_t added_ = 0;
         int running_ = 0;
     };
-    shell::BoxAnswer answerBox(const shell::BoxRequest& request);
+    forms::BoxAnswer answerBox(const forms::BoxRequest& request);
     void operate(const QPointer<QDialog>& form);
 
     Queue<Awaited> screenSteps_;
     Queue<AwaitedBox> boxAnswers_;
-    std::vector<shell::BoxRequest> boxes_;
+    std::vector<forms::BoxRequest> boxes_;
     QStringList screens_;
-    std::function<shell::BoxAnswer(const shell::BoxRequest&)> free_;
+    std::function<forms::BoxAnswer(const forms::BoxRequest&)> free_;
 };
 
 // Helpers for steps. `form` is the screen (a dialog or the main window), `name` the control's object name. A

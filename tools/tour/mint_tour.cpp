@@ -15,7 +15,7 @@
 #include "reports/frmReport.h"
 #include "screen_driver.h"
 #include "shell/frmMain.h"
-#include "shell/ui_program.h"
+#include "shell/program.h"
 #include "widgets/platform_messages.h"
 #include "widgets/theme.h"
 
@@ -270,7 +270,7 @@ int Tour::run() {
         QTextStream(stderr) << "失敗: " << what << '\n';
         failed = true;
     });
-    shell::ScreenRegistry screens;
+    forms::ScreenRegistry screens;
     registerScreens(screens, out_);
     shell::Program program(screens, folder_.path());
     program.setSplashTime(std::chrono::milliseconds(0));
@@ -279,8 +279,8 @@ int Tour::run() {
     program.house().endProcess = [&ended] { ended = true; };
     {
         ScreenDriver driver;
-        driver.answerFreely([](const shell::BoxRequest& box) {
-            return box.buttons == shell::BoxButtons::YesNo ? shell::BoxAnswer::Yes : shell::BoxAnswer::Ok;
+        driver.answerFreely([](const forms::BoxRequest& box) {
+            return box.buttons == forms::BoxButtons::YesNo ? forms::BoxAnswer::Yes : forms::BoxAnswer::Ok;
         });
         foresee(driver);
         program.Main();

@@ -1,0 +1,109 @@
+#include "company/company_open.h"
+
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QSettings>
+
+#include "company/key.h"
+#include "company/main_connection.h"
+#include "schema/files.h"
+#include "schema/links.h"
+#include "schema/upgrade.h"
+
+namespace company {
+namespace {
+
+struct Place {
+    QString programDir;
+    QString dataDir;
+    QString company;
+    QString path(schema::File file) const { return schema::filePath(dataDir, company, file); }
+};
+
+bool refreshPass(store::Connection& dao_db, const QString& target, schema::LinkPass pass,
+                 OpenedCompany& opened) {
+    opened.link_saki_path = target;
+    return schema::refresh_links(dao_db, target, pass, opened.link_error_text);
+}
+
+bool refreshAllLinks(store::Connection& dao_db, const Place& place, OpenedCompany& opened) {
+    opened.syouyo_db_name = schema::fileName(place.company, schema::File::Syouyo);
+    const QString chingin = place.path(schema::File::Chingin);
+    if (QFileInfo::exists(chingin)) {
+        if (!refreshPass(dao_db, chingin, schema::LinkPass::Chingin, opened)) return false;
+        opened.chingin_db_exists = true;
+    }
+    return refreshPass(dao_db, place.path(schema::File::Kihon), schema::LinkPass::Kihon, opened);
+}
+
+/// Base amounts by method '3' come out of the companion's wage tables.
+bool usesWageCompanion(store::Connection& cnMain) {
+    return !cnMain.query(QStringLiteral("select 1 from S基礎額設定 where 設定方法 = '3' limit 1")).eof();
+}
+
+OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
+    using Outcome = OpenedCompany::Outcome;
+    opened.companion_present = QFileInfo::exists(place.programDir + QStringLiteral("/zukanzen.exe"));
+    // The connection that refreshes the links becomes the main one, with the files it has attached: opening a
+    // keyed file is what costs most here, and so each is opened once.
+    auto dao_db = std::make_unique<store::Connection>(place.path(schema::File::Syouyo), company::sharedKey());
+    schema::refuseNewer(*dao_db);  // before its links are rewritten
+    if (!refreshAllLinks(*dao_db, place, opened)) return Outcome::LinkFailed;
+    company::makeMain(*dao_db, place.company);
+    schema::createMissingTables(*dao_db);
+    opened.cn_main = std::move(dao_db);
+    if (!opened.companion_present && usesWageCompanion(*opened.cn_main)) return Outcome::CompanionMissing;
+    return Outcome::Opened;
+}
+
+QString settingsFile(const QString& programDir) {
+    return programDir + QStringLiteral("/mint.ini");
+}
+const QString kLastCompany = QStringLiteral("LastCompany");
+
+}  // namespace
+
+QString lastCompany(const QString& programDir) {
+    return QSettings(settingsFile(programDir), QSettings::IniFormat).value(kLastCompany).toString();
+}
+
+void rememberCompany(const QString& programDir, const QString& company) {
+    QSettings(settingsFile(programDir), QSettings::IniFormat).setValue(kLastCompany, company);
+}
+
+QStringList companyFolders(const QString& dataDir) {
+    if (!QFileInfo(dataDir).isDir()) {
+        throw store::Error(store::Error::Reason::NotOpen,
+                           QStringLiteral("会社のデータを置くフォルダが見つかりません。\n") +
+                               QDir::toNativeSeparators(dataDir));
+    }
+    QStringList names;
+    QDirIterator folders(dataDir, QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
+    while (folders.hasNext()) {
+        folders.next();
+        // A company's name never begins with a dot: that is a company whose creation was cut off.
+        if (!folders.fileName().startsWith(u'.')) names.append(folders.fileName());
+    }
+    return names;
+}
+
+OpenedCompany openCompany(const QString& programDir, const QString& company,
+                          std::unique_ptr<CompanyLock>& held) {
+    const Place place{programDir, programDir + QStringLiteral("/Data"), company};
+    const QString folder = place.dataDir + u'/' + company;
+    OpenedCompany opened;
+    const bool ours = held && held->folder() == folder;
+    // A folder that is no company gets no lock file; opening the bonus database tells what is wrong with it.
+    if (!ours && QFileInfo::exists(place.path(schema::File::Syouyo))) {
+        opened.lock = CompanyLock::acquire(folder);
+        if (!opened.lock) {
+            opened.outcome = OpenedCompany::Outcome::InUse;
+            return opened;
+        }
+    }
+    opened.outcome = openAt(place, opened);
+    if (ours) opened.lock = std::move(held);
+    return opened;
+}
+
+}  // namespace company

@@ -1,0 +1,47 @@
+#pragma once
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+#include "company/instance_lock.h"
+#include "store/connection.h"
+
+namespace company {
+
+/// The companies are the subfolders of `dataDir`, in the order in which the file system gives them; files do
+/// not count, nor what a creation that was cut off left. Throws store::Error when the folder is not there.
+QStringList companyFolders(const QString& dataDir);
+
+/// The company opened last, as the program folder remembers it in mint.ini; empty when it remembers none.
+/// That a folder cannot be written is no failure: nothing is remembered then.
+QString lastCompany(const QString& programDir);
+void rememberCompany(const QString& programDir, const QString& company);
+
+/// What opening a company came to.
+struct OpenedCompany {
+    enum class Outcome {
+        Opened,
+        InUse,             ///< another process has the company open; nothing was touched
+        LinkFailed,        ///< a linked table is not there: link_error_text tells which; the process must end
+        CompanionMissing,  ///< a wage-design company without the companion program: open, but not to be
+                           ///< worked on
+    };
+    Outcome outcome = Outcome::Opened;
+    std::unique_ptr<CompanyLock> lock;           ///< must outlive cn_main
+    std::unique_ptr<store::Connection> cn_main;  ///< set with Opened and CompanionMissing
+    bool companion_present = false;
+    bool chingin_db_exists = false;
+    QString syouyo_db_name;
+    QString link_saki_path;
+    QString link_error_text;
+};
+
+/// Opens the company <programDir>/Data/<company>: looks for the companion program, rewrites the links to the
+/// wage file (if there is one) and to the basic file, opens the main connection, creates the three tables
+/// that older companies lack. Works with full paths; the current directory is left alone. `held` is the lock
+/// that the caller still has from an earlier try, or null: it is taken over when it is this company's. Throws
+/// store::Error for a file that cannot be opened; links rewritten before stay rewritten.
+OpenedCompany openCompany(const QString& programDir, const QString& company,
+                          std::unique_ptr<CompanyLock>& held);
+
+}  // namespace company

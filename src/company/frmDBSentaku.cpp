@@ -1,0 +1,172 @@
+#include "company/frmDBSentaku.h"
+
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/guard.h"
+#include "forms/menu_form.h"
+#include "widgets/code_list.h"
+#include "widgets/theme.h"
+
+namespace company {
+namespace {
+
+const QString kConfirmTitle = QStringLiteral("会社指定の確認");
+
+}  // namespace
+
+frmDBSentaku::frmDBSentaku(forms::House& house, QWidget* parent)
+    : Form(QStringLiteral("frmDBSentaku"), QStringLiteral("会社指定"), parent), house_(house) {
+    build();
+    forms::guarded(this, [this] { loadCompanies(); });
+}
+
+void frmDBSentaku::build() {
+    auto* title = make<QLabel>(QStringLiteral("Label1"), QStringLiteral("処理する会社を指定します。"));
+    widgets::setTone(title, widgets::Tone::Heading);
+    auto* guide =
+        make<QLabel>(QStringLiteral("Label2"), QStringLiteral("会社名を選択し、［指定］を押してください。"));
+    List1_ = make<widgets::CodeList>(QStringLiteral("List1"));
+    List1_->setAccessibleName(QStringLiteral("会社名"));
+    List1_->setMinimumSize(54 * widgets::kGrid, 24 * widgets::kGrid);
+    guide->setBuddy(List1_);
+
+    auto* help = make<QPushButton>(QStringLiteral("Command4"), QStringLiteral("ヘルプ(&H)"));
+    auto* back = make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("< 戻る(&B)"));
+    back->hide();
+    auto* open = make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("指定(&S)"));
+    widgets::setPrimary(open);
+    auto* cancel = make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("キャンセル(&C)"));
+    setCancelButton(cancel);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(help);
+    buttons->addStretch();
+    for (auto* button : {back, open, cancel}) buttons->addWidget(button);
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(3 * widgets::kGrid, 3 * widgets::kGrid, 3 * widgets::kGrid, 2 * widgets::kGrid);
+    root->setSpacing(widgets::kGrid);
+    root->addWidget(title);
+    root->addWidget(guide);
+    root->addWidget(List1_, 1);
+    root->addSpacing(widgets::kGrid);
+    root->addLayout(buttons);
+
+    for (auto [before, after] : {std::pair<QWidget*, QWidget*>{List1_, open}, {open, cancel}, {cancel, help}})
+        setTabOrder(before, after);
+    List1_->setFocus();
+    connect(open, &QPushButton::clicked, this, [this] { Command2_Click(); });
+    connect(List1_, &widgets::CodeList::opened, open, &QPushButton::click);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(help, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(objectName());
+    });
+}
+
+void frmDBSentaku::loadCompanies() {
+    const QString folder = house_.global.dataDir();
+    List1_->setPlaceholder(
+        QStringLiteral("Data フォルダに会社がありません。\n会社のフォルダを次の場所に置いてから、"
+                       "もう一度「会社指定」を選んでください。\n") +
+        QDir::toNativeSeparators(folder));
+    const QStringList companies = companyFolders(folder);
+    QDir::setCurrent(folder);
+    std::vector<widgets::CodeList::Item> items;
+    for (const QString& name : companies) items.push_back({name, name});
+    List1_->setItems(items);
+    if (companies.size() == 1)
+        List1_->choose(0);
+    else
+        List1_->chooseCode(lastCompany(house_.global.app_dir));
+}
+
+void frmDBSentaku::Command2_Click() {
+    const QString name = List1_->text();
+    if (name.isEmpty()) {
+        forms::tell(this, QStringLiteral("処理する会社を指定してください。"), kConfirmTitle);
+        return;
+    }
+    if (!forms::ask(this, QStringLiteral("『") + name + QStringLiteral("』を指定します。"), kConfirmTitle))
+        return;
+    forms::guarded(this, [&] {
+        setHourglass();
+        auto& global = house_.global;
+        global.setFolderPanel(name);
+        QDir::setCurrent(global.dataDir() + u'/' + name);
+        OpenedCompany opened = openCompany(global.app_dir, name, global.company_lock);
+        const auto outcome = opened.outcome;
+        if (outcome != OpenedCompany::Outcome::LinkFailed) QDir::setCurrent(global.dataDir());
+        if (outcome != OpenedCompany::Outcome::Opened) tellFailure(opened, name);
+        keep(std::move(opened));
+        if (outcome == OpenedCompany::Outcome::LinkFailed) forms::endProcess(house_);
+        if (outcome != OpenedCompany::Outcome::Opened) return;
+        rememberCompany(global.app_dir, name);
+        if (house_.screens.companyOpened) house_.screens.companyOpened(house_, this);
+        accept();
+    });
+}
+
+void frmDBSentaku::tellFailure(const OpenedCompany& opened, const QString& name) {
+    switch (opened.outcome) {
+        case OpenedCompany::Outcome::Opened:
+            break;
+        case OpenedCompany::Outcome::InUse:
+            forms::tell(
+                this,
+                QStringLiteral("『%"
+                               "1』は、ほかの人またはほかの画面が使用しています。\n使用が終わってから、もう"
+                               "一度指定してください。")
+                    .arg(name),
+                kConfirmTitle, forms::BoxIcon::Warning);
+            break;
+        case OpenedCompany::Outcome::LinkFailed:
+            forms::tell(this, QStringLiteral("リンク更新できませんでした。\n") + opened.link_error_text,
+                        QStringLiteral("リンク更新エラー"), forms::BoxIcon::Critical);
+            break;
+        case OpenedCompany::Outcome::CompanionMissing:
+            forms::tell(this,
+                        QStringLiteral("「") + name +
+                            QStringLiteral("」は『報酬図鑑ZEN』を利用しています。\n『報酬図鑑ZEN』を"
+                                           "インストールしないと処理できません。"),
+                        QStringLiteral("処理不能"), forms::BoxIcon::Critical);
+            break;
+    }
+}
+
+void frmDBSentaku::keep(OpenedCompany opened) {
+    auto& global = house_.global;
+    if (opened.outcome == OpenedCompany::Outcome::InUse) return;
+    global.companion_present = opened.companion_present;
+    global.chingin_db_exists = opened.chingin_db_exists;
+    global.syouyo_db_name = opened.syouyo_db_name;
+    global.link_saki_path = opened.link_saki_path;
+    global.link_error_text = opened.link_error_text;
+    global.link_chingin_pass = false;
+    global.link_kihon_pass = true;
+    if (!opened.cn_main) return;
+    // The connection of an earlier try goes before its lock does.
+    global.cn_main = std::move(opened.cn_main);
+    global.company_lock = std::move(opened.lock);
+}
+
+int frmDBSentaku::exec() {
+    const int result = Form::exec();
+    if (result == Accepted) showMenu();
+    return result;
+}
+
+void frmDBSentaku::showMenu() {
+    if (auto* command1 = forms::mainControl(this, QStringLiteral("Command1"))) command1->hide();
+    const std::unique_ptr<QDialog> menu(
+        house_.screens.create(QStringLiteral("frmMenu000"), house_, parentWidget()));
+    if (menu) menu->exec();
+    house_.global.link_chingin_pass = false;
+    house_.global.link_kihon_pass = false;
+}
+
+}  // namespace company

@@ -1,0 +1,37 @@
+#pragma once
+#include "company/company_open.h"
+#include "forms/screens.h"
+#include "widgets/form.h"
+
+class QPushButton;
+
+namespace widgets {
+class CodeList;
+}
+
+namespace company {
+
+/// 会社指定: the list of companies; opens the chosen one. When a company was opened, exec() closes this
+/// screen, hides MENUの表示 of the main window and shows frmMenu000 modally over the main window before it
+/// returns: the caller only shows this screen.
+class frmDBSentaku : public widgets::Form {
+    Q_OBJECT
+  public:
+    frmDBSentaku(forms::House& house, QWidget* parent);
+    int exec() override;
+
+  private:
+    void build();
+    void loadCompanies();
+    void Command2_Click();
+    /// Hands what the opening left to the global record.
+    void keep(OpenedCompany opened);
+    /// Tells an outcome that is no success; ends the process on a failed link.
+    void tellFailure(const OpenedCompany& opened, const QString& name);
+    void showMenu();
+
+    forms::House& house_;
+    widgets::CodeList* List1_;
+};
+
+}  // namespace company

@@ -1,0 +1,633 @@
+#include "forms/record_form.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <algorithm>
+
+#include "forms/box.h"
+#include "forms/global_record.h"
+#include "forms/menu_form.h"
+#include "schema/catalog.h"
+#include "store/error.h"
+#include "widgets/key_filter.h"
+#include "widgets/layout.h"
+#include "widgets/theme.h"
+
+namespace forms {
+namespace {
+
+bool isEditable(const QWidget* control) {
+    const auto* edit = qobject_cast<const QLineEdit*>(control);
+    return edit && !edit->isReadOnly();
+}
+
+bool holdsText(const QString& table, const QString& column) {
+    const auto& columns = schema::tableNamed(table).columns;
+    const auto found = std::find_if(columns.begin(), columns.end(),
+                                    [&](const schema::Column& c) { return c.name == column; });
+    return found == columns.end() || found->type.kind == store::TypeKind::Text;
+}
+
+}  // namespace
+
+RecordForm::RecordForm(const QString& name, const QString& caption, House& house, QWidget* parent)
+    : Form(name, caption, parent),
+      house_(house),
+      transaction_(*house.global.cn_main, FormTransaction::Reserve::AsWritten),
+      bar_(this),
+      help_(make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("ヘルプ"))),
+      faults_(make<QLabel>(QStringLiteral("lblFaults"))) {
+    widgets::setTone(faults_, widgets::Tone::Warning);
+    faults_->setWordWrap(true);
+    faults_->hide();
+    const auto on = [this](QPushButton* button, void (RecordForm::*command)()) {
+        connect(button, &QPushButton::clicked, this, command);
+    };
+    on(bar_.add, &RecordForm::cmdAdd);
+    on(bar_.edit, &RecordForm::cmdEdit);
+    on(bar_.update, &RecordForm::cmdUpdate);
+    on(bar_.cancel, &RecordForm::cmdCancel);
+    on(bar_.remove, &RecordForm::cmdDelete);
+    connect(bar_.close, &QPushButton::clicked, this, [this] { reject(); });
+    connect(bar_.first, &QPushButton::clicked, this, [this] { goTo(0); });
+    connect(bar_.previous, &QPushButton::clicked, this, [this] { step(-1); });
+    connect(bar_.next, &QPushButton::clicked, this, [this] { step(+1); });
+    connect(bar_.last, &QPushButton::clicked, this, [this] { goTo(rowCount() - 1); });
+    connect(help_, &QPushButton::clicked, this, [this] {
+        if (house_.help) house_.help(helpTopic());
+    });
+    setCancelButton(bar_.close);
+}
+
+// ---- binding and layout
+
+void RecordForm::add(Bound bound) {
+    if (bound.check) {
+        // A check may look into the tables: a failure is told, and the field is not left.
+        bound.check = [this, check = std::move(bound.check)] {
+            bool passed = false;
+            return guarded(this, [&] { passed = check(); }) && passed;
+        };
+        validateOnLeave(bound.control, bound.check, {bar_.cancel});
+    }
+    bound.lock(true);
+    bound_.push_back(std::move(bound));
+}
+
+void RecordForm::bind(QLineEdit* edit, const QString& column, Check check) {
+    if (!holdsText(query().table, column)) widgets::typeDirectly(edit);
+    add({.control = edit,
+         .column = column,
+         .read = [edit] { return edit->text(); },
+         .write = [edit](const QString& text) { edit->setText(text); },
+         .lock = [edit](bool locked) { edit->setReadOnly(locked); },
+         .check = std::move(check)});
+}
+
+void RecordForm::bind(widgets::CodeCombo* combo, const QString& column, Check check) {
+    add({.control = combo,
+         .column = column,
+         .read = [combo] { return combo->code(); },
+         .write = [combo](const QString& code) { combo->setCode(code); },
+         .lock = [combo](bool locked) { combo->setLocked(locked); },
+         .check = std::move(check)});
+}
+
+void RecordForm::bind(widgets::OptionRow* options, const QString& column) {
+    add({.control = options,
+         .column = column,
+         .read = [options] { return options->code(); },
+         .write = [options](const QString& code) { options->setCode(code); },
+         .lock = [options](bool locked) { options->setLocked(locked); },
+         .fresh = QStringLiteral("1")});
+}
+
+void RecordForm::setEntered(QWidget* control, bool entered) {
+    for (Bound& bound : bound_) {
+        if (bound.control != control) continue;
+        bound.entered = entered;
+        bound.lock(!entered || state_ == State::Browse);
+    }
+    widgets::setNotEntered(control, !entered);
+    if (!entered) control->setFocusPolicy(Qt::NoFocus);
+}
+
+bool RecordForm::isEntered(const QWidget* control) const {
+    return std::all_of(bound_.begin(), bound_.end(),
+                       [&](const Bound& bound) { return bound.control != control || bound.entered; });
+}
+
+widgets::Table* RecordForm::setGrid(std::vector<GridColumn> columns) {
+    gridColumns_ = std::move(columns);
+    std::vector<widgets::RowsModel::Column> headings;
+    int width = 0;
+    for (const GridColumn& column : gridColumns_) {
+        headings.push_back({column.heading});
+        width += widgets::twips(column.width);
+    }
+    grid_ = make<widgets::Table>(QStringLiteral("DataGrid1"));
+    gridRows_ = new widgets::RowsModel(std::move(headings), this);
+    grid_->setModel(gridRows_);
+    grid_->setMinimumWidth(width + 4 * widgets::kGrid);
+    grid_->setAccessibleName(QStringLiteral("一覧"));
+    connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) {
+                if (current.isValid() && current.row() != row_) goTo(current.row());
+            });
+    connect(grid_, &widgets::Table::opened, bar_.edit, &QPushButton::click);
+    setList(grid_);
+    return grid_;
+}
+
+/// Its place stays when it hides: the fields do not jump.
+void RecordForm::setList(QWidget* list) {
+    QSizePolicy policy = list->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    list->setSizePolicy(policy);
+    list_ = list;
+}
+
+void RecordForm::refreshGrid() {
+    if (gridRows_) gridRows_->refresh();
+}
+
+QString RecordForm::gridText(int row, int column) const {
+    const QString& name = gridColumns_.at(static_cast<std::size_t>(column)).column;
+    return rows_->valueAt(row, rows_->fieldIndex(name)).toText();
+}
+
+void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside) {
+    column_ = widgets::columnOf(this);
+    column_->addLayout(widgets::headerBlock(make<QLabel>(QStringLiteral("lblTitle"), title), nullptr));
+    auto* card = new widgets::Card(this);
+    card->body()->addLayout(fields);
+    card->body()->addStretch(1);
+    if (beside) {
+        auto* both = new QHBoxLayout;
+        both->setSpacing(2 * widgets::kGrid);
+        both->addWidget(beside, 2);
+        both->addWidget(card, 3);
+        column_->addLayout(both, 1);
+    } else {
+        column_->addWidget(card, 1);
+    }
+    auto* bottom = new QHBoxLayout;
+    bottom->setSpacing(widgets::kGrid);
+    bottom->addWidget(help_);
+    bottom->addWidget(bar_.commands, 1);
+    auto* commandBar = new QVBoxLayout;
+    commandBar->setSpacing(column_->spacing());
+    commandBar->addWidget(faults_);
+    commandBar->addWidget(bar_.moves);
+    commandBar->addLayout(bottom);
+    column_->addLayout(commandBar);
+}
+
+QList<QWidget*> RecordForm::fieldOrder() const {
+    QList<QWidget*> fields;
+    for (const Bound& bound : bound_) fields << bound.control;
+    return fields;
+}
+
+/// Through the fields, from the last one to the update, and on through the buttons. The toolkit leaves out
+/// what takes no focus, and a locked list takes none: so the order is made anew with each state.
+void RecordForm::orderTabs() {
+    QList<QWidget*> order;
+    const auto add = [&order](QWidget* stop) {
+        if (stop->focusPolicy() != Qt::NoFocus) order << stop;
+    };
+    for (QWidget* field : fieldOrder()) {
+        add(field);
+        for (QRadioButton* option : field->findChildren<QRadioButton*>()) add(option);
+    }
+    order << bar_.update << bar_.cancel << bar_.first << bar_.previous << bar_.next << bar_.last << bar_.add
+          << bar_.edit << bar_.remove << bar_.close << help_;
+    for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+// ---- rows
+
+int RecordForm::rowCount() const {
+    return rows_ ? rows_->recordCount() : 0;
+}
+
+void RecordForm::openRecords() {
+    guarded(this, [this] {
+        rows_.emplace(cn().open(query()));
+        rowsRead();
+        row_ = hasRows() ? 0 : -1;
+    });
+    showList();
+    setState(State::Browse);
+}
+
+/// The table's rows as they are now, unless the reading failed. The position is void afterwards.
+bool RecordForm::readRows() {
+    const bool read = guarded(this, [this] {
+        if (rows_)
+            rows_->requery();
+        else
+            rows_.emplace(cn().open(query()));
+        rowsRead();
+    });
+    row_ = -1;
+    return read;
+}
+
+void RecordForm::showList() {
+    if (!gridRows_) return;
+    // A failed removal is told while the grid still shows the row.
+    gridRows_->setRows(rowCount(), [this](int row, int column) {
+        return row < rowCount() ? gridText(row, column) : QString();
+    });
+}
+
+void RecordForm::rereadRecords(const QStringList& key) {
+    if (state_ != State::Browse) return;
+    readRows();
+    standOn(key, 0);
+    showList();
+    setState(State::Browse);
+}
+
+QStringList RecordForm::keyOf(int row) const {
+    QStringList key;
+    for (const QString& column : keyColumns())
+        if (row >= 0) key << rows_->valueAt(row, rows_->fieldIndex(column)).toText();
+    return key;
+}
+
+/// On the row with that key, or on `otherwise`, which also settles a key that stands in several rows.
+void RecordForm::standOn(const QStringList& key, int otherwise) {
+    const int count = rowCount();
+    row_ = count == 0 ? -1 : std::clamp(otherwise, 0, count - 1);
+    const bool there = keyOf(row_) == key;
+    for (int row = 0; !there && !key.isEmpty() && row < count; ++row)
+        if (keyOf(row) == key) {
+            row_ = row;
+            break;
+        }
+    if (row_ >= 0) rows_->setAbsolutePosition(row_ + 1);
+}
+
+void RecordForm::goTo(int row) {
+    if (state_ != State::Browse || rowCount() == 0) return;
+    row_ = std::clamp(row, 0, rowCount() - 1);
+    rows_->setAbsolutePosition(row_ + 1);
+    showRow();
+}
+
+void RecordForm::step(int by) {
+    const int to = row_ + by;
+    if (hasRows() && (to < 0 || to >= rowCount())) QApplication::beep();
+    goTo(to);
+}
+
+QString RecordForm::shownText(const Bound& bound) const {
+    return row_ < 0 ? QString() : rows_->valueAt(row_, rows_->fieldIndex(bound.column)).toText();
+}
+
+void RecordForm::showRow() {
+    for (const Bound& bound : bound_) bound.write(shownText(bound));
+    bar_.status->setText(QStringLiteral("Record: %1").arg(row_ + 1));
+    if (grid_ && row_ >= 0 && grid_->currentIndex().row() != row_) grid_->selectRow(row_);
+    rowShown();
+}
+
+QString RecordForm::oldText(const QString& column) const {
+    if (state_ == State::Adding || row_ < 0) return {};
+    return rows_->valueAt(row_, rows_->fieldIndex(column)).toText();
+}
+
+// ---- states
+
+void RecordForm::set_buttons(bool browse) {
+    bar_.setBrowse(browse);
+    if (!browse) return;
+    const bool some = hasRows();
+    for (QPushButton* button : {bar_.edit, bar_.remove, bar_.first, bar_.previous, bar_.next, bar_.last})
+        button->setEnabled(some);
+    bar_.add->setEnabled(rows_ && mayAdd());
+}
+
+void RecordForm::setState(State state) {
+    state_ = state;
+    const bool browse = state == State::Browse;
+    set_buttons(browse);
+    clearFaults();
+    if (list_) list_->setVisible(browse);
+    for (const Bound& bound : bound_) bound.lock(browse || !bound.entered);
+    orderTabs();
+    if (browse) {
+        showRow();
+        focusInBrowse();
+    } else {
+        bar_.status->setText(state == State::Adding ? QStringLiteral("ﾚｺｰﾄﾞを追加します。")
+                                                    : QStringLiteral("ﾚｺｰﾄﾞを編集します。"));
+        begun_.clear();
+        for (const Bound& bound : bound_) begun_ << bound.read();
+        const auto first =
+            std::find_if(bound_.begin(), bound_.end(), [](const Bound& b) { return b.entered; });
+        if (first != bound_.end()) first->control->setFocus(Qt::OtherFocusReason);
+    }
+    stateChanged();
+}
+
+void RecordForm::focusInBrowse() {
+    QWidget* place = hasRows() && grid_ ? static_cast<QWidget*>(grid_)
+                     : hasRows()        ? static_cast<QWidget*>(bar_.next)
+                                 : static_cast<QWidget*>(bar_.add->isEnabled() ? bar_.add : bar_.close);
+    place->setFocus(Qt::OtherFocusReason);
+}
+
+void RecordForm::cmdAdd() {
+    savedKey_ = keyOf(row_);
+    for (const Bound& bound : bound_) bound.write(bound.fresh);
+    if (const Bound& first = bound_.front();
+        first.column == keyColumns().first() && qobject_cast<QLineEdit*>(first.control))
+        guarded(this, [&] { first.write(nextKey()); });
+    setState(State::Adding);
+}
+
+void RecordForm::cmdEdit() {
+    savedKey_ = keyOf(row_);
+    // Options keep showing the row before where this one has none of their values: what is stored must not be
+    // another's.
+    for (const Bound& bound : bound_)
+        if (!bound.fresh.isEmpty() && bound.read() != shownText(bound)) bound.write(bound.fresh);
+    setState(State::Editing);
+}
+
+bool RecordForm::hasInput() const {
+    for (std::size_t i = 0; i < bound_.size(); ++i)
+        if (bound_[i].entered && bound_[i].read() != begun_.value(qsizetype(i))) return true;
+    return false;
+}
+
+bool RecordForm::mayLoseInput(const QString& act) {
+    return !hasInput() || confirmInputLoss(this, act);
+}
+
+void RecordForm::cmdCancel() {
+    if (!mayLoseInput(QStringLiteral("入力を取り消す(&D)"))) return;
+    leaveInput();
+}
+
+void RecordForm::leaveInput() {
+    if (row_ < 0) standOn(savedKey_, 0);
+    setState(State::Browse);
+}
+
+void RecordForm::reject() {
+    if (state_ != State::Browse) {
+        if (!mayLoseInput(QStringLiteral("更新せずに閉じる(&D)"))) return;
+        leaveInput();
+    }
+    Form::reject();
+}
+
+// ---- update
+
+bool RecordForm::checkRequired() {
+    const Bound& first = bound_.front();
+    const bool named = first.column == keyColumns().first() && qobject_cast<QLineEdit*>(first.control);
+    if (!named || !first.read().isEmpty()) return true;
+    first.control->setFocus(Qt::OtherFocusReason);
+    return hasRows() && refuse(QStringLiteral("未入力は許されません。･･･") + keyCaption());
+}
+
+QString RecordForm::nextKey() const {
+    qint64 largest = 0;
+    qsizetype width = 0;
+    for (int row = 0; row < rowCount(); ++row) {
+        const QString key = keyOf(row).first();
+        bool number = false;
+        const qint64 one = key.toLongLong(&number);
+        if (!number) continue;
+        largest = std::max(largest, one);
+        width = std::max(width, key.size());
+    }
+    const QString next = QString::number(largest + 1).rightJustified(width, u'0');
+    return width == 0 || next.size() > width ? QString() : next;
+}
+
+bool RecordForm::passesChecks() {
+    for (const Bound& bound : bound_) {
+        if (!bound.check || !bound.entered || bound.check()) continue;
+        bound.control->setFocus(Qt::OtherFocusReason);
+        return false;
+    }
+    return true;
+}
+
+void RecordForm::showFaults() {
+    QStringList names;
+    for (const Bound& bound : bound_) {
+        if (!bound.check || !bound.entered) continue;
+        const HeldBoxes held;
+        if (bound.check()) continue;
+        widgets::setFaulty(bound.control, true);
+        if (!held.boxes().empty()) bound.control->setToolTip(held.boxes().front().text);
+        names << bound.control->accessibleName();
+    }
+    faults_->setText(QStringLiteral("入力を確かめてください： ") + names.join(QStringLiteral("、")));
+    faults_->setVisible(!names.isEmpty());
+}
+
+void RecordForm::clearFaults() {
+    faults_->hide();
+    for (const Bound& bound : bound_) {
+        if (!widgets::isFaulty(bound.control)) continue;
+        widgets::setFaulty(bound.control, false);
+        bound.control->setToolTip({});
+    }
+}
+
+bool RecordForm::keyDiffers() const {
+    const QStringList columns = keyColumns();
+    return std::any_of(bound_.begin(), bound_.end(), [&](const Bound& bound) {
+        return columns.contains(bound.column) && bound.read() != shownText(bound);
+    });
+}
+
+void RecordForm::cmdUpdate() {
+    const State was = state_;
+    bool written = false;
+    if (was == State::Editing && row_ < 0) forgetWrite();
+    const bool ok = guarded(this, transaction_, [&] {
+        if (was == State::Editing) requireRow();
+        clearFaults();
+        if (!checkRequired() || !passesChecks()) return showFaults();
+        if (!checkUpdate()) return;
+        setHourglass();
+        writeRow();
+        written = true;
+    });
+    if (!ok) {
+        forgetWrite();
+        return writeFailed();
+    }
+    if (!written) return;
+    readRows();
+    standOn(savedKey_, 0);
+    showList();
+    setState(State::Browse);
+    updated(was);
+}
+
+void RecordForm::writeRow() {
+    const bool adding = state_ == State::Adding;
+    const bool renames = !adding && keyDiffers();
+    updateBegins(renames);
+    transaction_.begin();
+    if (renames) keyRenamed();
+    if (adding) rows_->addNew();
+    for (const Bound& bound : bound_) {
+        const QString text = bound.read();
+        if (!adding && (!bound.entered || text == shownText(bound))) continue;
+        rows_->setValue(bound.column, text.isEmpty() ? store::Value() : store::Value(text));
+    }
+    rowWritten(*rows_);
+    rows_->update();
+    afterRow();
+    transaction_.commit();
+    if (!adding) savedKey_ = keyOf(row_);
+}
+
+/// After a failure the rows are as before, and so is the state: what was typed stands in the fields. Where
+/// the row being edited is not to be found it must not be written over another one: then there is none.
+void RecordForm::forgetWrite() {
+    if (!rows_) return;
+    const int at = row_;
+    rows_->cancelUpdate();
+    const bool read = readRows();
+    standOn(savedKey_, at);
+    if (state_ == State::Editing && (!read || keyOf(row_) != savedKey_)) row_ = -1;
+    showList();
+    if (state_ == State::Browse) showRow();
+}
+
+void RecordForm::requireRow() const {
+    if (row_ >= 0) return;
+    throw store::Error(store::Error::Reason::Conflict,
+                       QStringLiteral("編集中のレコードが見つからないため、更新できません。"));
+}
+
+// ---- removal
+
+QString RecordForm::removalQuestion() const {
+    QString question;
+    for (std::size_t i = 0; i < bound_.size() && i < 2; ++i) {
+        const auto* combo = qobject_cast<const widgets::CodeCombo*>(bound_[i].control);
+        question += u' ' + (combo ? combo->text() : bound_[i].read());
+    }
+    return question + QStringLiteral(" を削除しますか？");
+}
+
+bool RecordForm::confirmRemoval() {
+    return askLoss(this, removalQuestion(), QStringLiteral("削除の確認"));
+}
+
+void RecordForm::cmdDelete() {
+    bool gone = false;
+    const int at = row_;
+    savedKey_ = keyOf(row_);
+    const bool ok = guarded(this, transaction_, [&] {
+        if (!mayRemove() || !confirmRemoval()) return;
+        setHourglass();
+        removalBegins();
+        transaction_.begin();
+        rowGoes();
+        rows_->remove();
+        transaction_.commit();
+        gone = true;
+    });
+    if (!ok) {
+        forgetWrite();
+        return writeFailed();
+    }
+    if (!gone) return;
+    readRows();
+    standOn({}, at);
+    showList();
+    setState(State::Browse);
+    removed();
+}
+
+// ---- keys
+
+bool RecordForm::keepsKey(const QWidget* focused, int key) const {
+    return isEditable(focused) && (key == Qt::Key_Home || key == Qt::Key_End);
+}
+
+bool RecordForm::takesKey(int key, bool control) {
+    QPushButton* button = nullptr;
+    switch (key) {
+        case Qt::Key_Escape:
+            button = bar_.close;
+            break;
+        case Qt::Key_End:
+            button = bar_.last;
+            break;
+        case Qt::Key_Home:
+            button = bar_.first;
+            break;
+        case Qt::Key_Up:
+        case Qt::Key_PageUp:
+            button = control ? bar_.first : bar_.previous;
+            break;
+        case Qt::Key_Down:
+        case Qt::Key_PageDown:
+            button = control ? bar_.last : bar_.next;
+            break;
+        default:
+            return false;
+    }
+    // Not click(): it would take the focus of the list and paint a pressed button for each row passed.
+    if (button->isEnabled()) Q_EMIT button->clicked();
+    return true;
+}
+
+bool RecordForm::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || state_ != State::Browse || !watched->isWidgetType())
+        return Form::eventFilter(watched, event);
+    const auto* control = static_cast<QWidget*>(watched);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const auto modifiers = key->modifiers() & ~Qt::KeypadModifier;
+    const bool plain = modifiers == Qt::NoModifier || modifiers == Qt::ControlModifier;
+    const bool closesAgain = key->key() == Qt::Key_Escape && key->isAutoRepeat();
+    if (!plain || control != focusWidget() || control->window() != this || closesAgain ||
+        keepsKey(control, key->key()))
+        return Form::eventFilter(watched, event);
+    return takesKey(key->key(), modifiers == Qt::ControlModifier);
+}
+
+void RecordForm::place() {
+    placeAsMenu(this);
+}
+
+void RecordForm::showEvent(QShowEvent* event) {
+    Form::showEvent(event);
+    qApp->installEventFilter(this);
+}
+
+void RecordForm::hideEvent(QHideEvent* event) {
+    qApp->removeEventFilter(this);
+    Form::hideEvent(event);
+}
+
+store::Connection& RecordForm::cn() {
+    return *house_.global.cn_main;
+}
+
+bool RecordForm::refuse(const QString& text, const QString& title) {
+    tell(this, text, title);
+    return false;
+}
+
+}  // namespace forms
