@@ -10,6 +10,7 @@
 #include "company/create.h"
 #include "company/main_connection.h"
 #include "measure.h"
+#include "store/work.h"
 
 // The year's payments over four dates and the status check, in turns with the floor: the same answer by bare
 // set-based statements into and out of one scratch table.
@@ -26,7 +27,7 @@ class Company {
     explicit Company(int employees) {
         company::createCompany(folder_.path(), u"計測"_s, {});
         cn_ = company::openMainConnection(folder_.path(), u"計測"_s);
-        store::Transaction transaction(*cn_);
+        store::Work work(*cn_);
         const auto fill = [&](const QString& insert, const store::Binds& more = {}) {
             store::Binds binds{employees};
             binds.insert(binds.end(), more.begin(), more.end());
@@ -49,13 +50,13 @@ class Company {
                 u"INSERT INTO S係数設定(配分区分Code,配分基準Code,算定方式,設定名称,基礎額Ａ) "
                 "VALUES('01','01','1',printf('%02d', ?),-1)"_s,
                 {kind});
-        transaction.commit();
+        work.commit();
     }
     store::Connection& cn() { return *cn_; }
     /// Into a table of its own, read to the end, gone again; values travel as binds. `before` makes what the
     /// answer looks up.
     void bare(const QString& answer, const store::Binds& binds, const QStringList& before = {}) {
-        store::Transaction transaction(*cn_);
+        store::Work work(*cn_);
         cn_->execute(u"CREATE TABLE 下限(a,b,c,d,e,f,g,h)"_s);
         cn_->execute(u"CREATE TABLE 下限決定(社員Code PRIMARY KEY, 支給係数) WITHOUT ROWID"_s);
         for (const QString& statement : before) cn_->execute(statement, binds);
@@ -64,7 +65,7 @@ class Company {
         while (rows.step()) benchmark::DoNotOptimize(rows.toText(0));
         cn_->execute(u"DROP TABLE 下限"_s);
         cn_->execute(u"DROP TABLE 下限決定"_s);
-        transaction.commit();
+        work.commit();
     }
 
   private:

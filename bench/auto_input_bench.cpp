@@ -11,6 +11,7 @@
 #include "prep/snapshot.h"
 #include "prep/suspicions.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 
 // Automatic input of everything that can be automatic: both base amounts out of wages, the 14 coefficients
 // and 支給係数. In turns with the floor: the same work as set-based statements of the engine, on the same
@@ -50,7 +51,7 @@ class Company {
     explicit Company(int employees) {
         company::createCompany(folder_.path(), u"計測"_s, {true, false});
         cn_ = company::openMainConnection(folder_.path(), u"計測"_s);
-        store::Transaction transaction(*cn_);
+        store::Work work(*cn_);
         QStringList person, snapshot;
         for (const Kind& kind : kinds()) (ofPerson(kind) ? person : snapshot) << kind.key;
         fill(u"履歴書テーブル(社員Code, 氏名, %1) SELECT printf('%06d', n), '氏名', %2"_s.arg(
@@ -65,7 +66,7 @@ class Company {
             writer.add(QString::number(i).rightJustified(6, u'0'), u"01"_s, u"01"_s);
         cn_->execute(u"UPDATE S実行個人別計算 SET 評価 = 'A'"_s);
         setUp();
-        transaction.commit();
+        work.commit();
     }
     store::Connection& cn() { return *cn_; }
     const domain::RunKey run{QDate(2026, 12, 10), u"01"_s, u"01"_s};
@@ -180,9 +181,9 @@ QStringList setBased() {
 template <typename Work>
 auto committed(Company& c, const Work& work) {
     return [&c, work] {
-        store::Transaction transaction(c.cn());
+        store::Work work(c.cn());
         work();
-        transaction.commit();
+        work.commit();
     };
 }
 

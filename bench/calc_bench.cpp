@@ -10,6 +10,7 @@
 #include "company/main_connection.h"
 #include "measure.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 
 // Each measurement takes turns between the calculation and two yardsticks on the same keyed files: the floor
 // (the same values written into the same tables by bare prepared statements) and the same formula as
@@ -49,7 +50,7 @@ class Company {
     explicit Company(int employees) {
         company::createCompany(folder_.path(), u(u"計測"), {});
         cn_ = company::openMainConnection(folder_.path(), u(u"計測"));
-        store::Transaction transaction(*cn_);
+        store::Work work(*cn_);
         for (const Method& method : {kIndividual, kPool}) {
             fillRun(method, employees);
             for (int k : {1, 3, 4, 5, 8})
@@ -67,7 +68,7 @@ class Company {
                      {run.kijunbi});
         cn_->execute(u(u"INSERT INTO Tanka_hasuu(単価, 端数処理, 基準日) VALUES('2', '0', ?)"),
                      {run.kijunbi});
-        transaction.commit();
+        work.commit();
     }
     store::Connection& cn() { return *cn_; }
 
@@ -93,7 +94,7 @@ class Company {
 };
 
 void calculate(Company& c, const Method& method) {
-    store::Transaction transaction(c.cn());
+    store::Work work(c.cn());
     if (method.payColumn == kIndividual.payColumn) {
         calc::Kojinbetsu calculation(c.cn(), c.run, {});
         calculation.keisan1_kojinbetsu();
@@ -104,7 +105,7 @@ void calculate(Company& c, const Method& method) {
         calculation.keisan2_sougaku();
         calculation.keisan3_sougaku(kBudget);
     }
-    transaction.commit();
+    work.commit();
 }
 
 /// A bare statement of the engine.

@@ -9,6 +9,7 @@
 #include "measure.h"
 #include "prep/snapshot.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 
 // Opening a new date: the snapshot and the carrying forward from the date before, in turns with the floor
 // (the rows that it leaves, written into the same keyed file by bare prepared statements).
@@ -25,7 +26,7 @@ class Company {
     explicit Company(int employees) {
         company::createCompany(folder_.path(), u"計測"_s, {});
         cn_ = company::openMainConnection(folder_.path(), u"計測"_s);
-        store::Transaction transaction(*cn_);
+        store::Work work(*cn_);
         cn_->execute(kNumbers +
                          u" INSERT INTO 履歴書テーブル(社員Code,生年月日,入社日,退職フラグ) SELECT "
                          "printf('%06d', n), date('1965-01-01', (n * 37 % 14000) || ' days'), "
@@ -45,19 +46,19 @@ class Company {
                 writer.add(QString::number(i).rightJustified(6, u'0'), u"01"_s, u"01"_s);
         }
         prep::addDate(*cn_, prep::Side::Jikkou, kSummer);
-        transaction.commit();
+        work.commit();
     }
     store::Connection& cn() { return *cn_; }
     void importWinter() {
         prep::SelectIntoX(*cn_, kWinter);
-        store::Transaction transaction(*cn_);
+        store::Work work(*cn_);
         prep::addDate(*cn_, prep::Side::Jikkou, kWinter);
-        transaction.commit();
+        work.commit();
     }
     void removeWinter() {
-        store::Transaction transaction(*cn_);
+        store::Work work(*cn_);
         prep::removeDate(*cn_, prep::Side::Jikkou, kWinter.kijunbi);
-        transaction.commit();
+        work.commit();
     }
 
   private:
@@ -126,9 +127,9 @@ class Floor {
             copies_.push_back(std::make_unique<Copy>(db, prep::runTableName(table), true));
     }
     void operator()() const {
-        store::Transaction transaction(c_.cn());
+        store::Work work(c_.cn());
         for (const auto& copy : copies_) copy->write();
-        transaction.commit();
+        work.commit();
     }
 
   private:

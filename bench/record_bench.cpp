@@ -14,6 +14,7 @@
 #include "personnel/code_references.h"
 #include "schema/catalog.h"
 #include "schema/files.h"
+#include "store/work.h"
 
 // A record form over 20,000 rows: opened, and moved from row to row as the keys do; a rename of a code that
 // stands in 32,767 rows of every table that refers to it, in all files, beside the bare UPDATE statements in
@@ -41,14 +42,14 @@ class Company {
         for (const auto& [file, tables] : columns) {
             const auto secondary = connectionTo(file);
             store::Connection& target = secondary ? *secondary : *cn;
-            store::Transaction transaction(target);
+            store::Work work(target);
             for (const auto& [table, names] : tables)
                 target.execute(
                     u"insert into %1(%2) with recursive n(i) as (select 1 union all select i + 1 from n "
                     "where i < %3) select %4 from n"_s.arg(table, names.join(u','))
                         .arg(kRows)
                         .arg(QStringList(names.size(), u"'01'"_s).join(u',')));
-            transaction.commit();
+            work.commit();
         }
     }
     /// A connection of its own for the companions' files; none for those behind the main one.
@@ -81,11 +82,11 @@ void bareStatements(Company& company, const CodeKey& from, const CodeKey& to) {
             update(*company.cn, tables, from, to);
             continue;
         }
-        store::Transaction transaction(*secondary);
+        store::Work work(*secondary);
         update(*secondary, tables, from, to);
-        transaction.commit();
+        work.commit();
     }
-    company.cn->commitTrans();
+    company.cn->executeScript(u"COMMIT"_s);
 }
 
 void BM_Rename(benchmark::State& state) {
@@ -98,7 +99,7 @@ void BM_Rename(benchmark::State& state) {
         } else {
             company.cn->executeScript(u"BEGIN"_s);
             personnel::renameCode(company.databases(), referent, from, to);
-            company.cn->commitTrans();
+            company.cn->executeScript(u"COMMIT"_s);
         }
         std::swap(from, to);
     }

@@ -15,6 +15,7 @@
 #include "prep/frmSJikkou02.h"
 #include "prep/snapshot.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 
 // The grids of the run-time input at 100 to 32,767 employees: opening the screen until it is painted, a key
 // stroke in it, saving all rows, each beside the bare statements that do the same to the same keyed file.
@@ -33,7 +34,7 @@ class Company {
         global_.kijunbi = u"2026/12/10"_s;
         global_.haibun_kubun = global_.haibun_kijun = u"01"_s;
         global_.santei_houshiki = global_.santei_koumoku = u"1"_s;
-        store::Transaction transaction(cn());
+        store::Work work(cn());
         for (
             const QString& insert :
             {u"履歴書テーブル(社員Code,氏名) SELECT printf('%06d', n), '見本　太郎' || n FROM 番"_s,
@@ -49,7 +50,7 @@ class Company {
         prep::RunRowWriter writer(cn(), kTarget.table, kDate);
         for (int i = 1; i <= employees; ++i)
             writer.add(QString::number(i).rightJustified(6, u'0'), u"01"_s, u"01"_s);
-        transaction.commit();
+        work.commit();
     }
     store::Connection& cn() { return *global_.cn_main; }
     forms::House& house() { return house_; }
@@ -75,7 +76,7 @@ void BM_GridOpen(benchmark::State& state) {
     measured::compare(
         state, [&] { shown(c); },
         [&] {
-            store::Transaction transaction(c.cn());
+            store::Work work(c.cn());
             c.cn().execute(u"DELETE FROM IdoChuusyutsuMax3"_s);
             c.cn().execute(
                 u"INSERT INTO IdoChuusyutsuMax3 SELECT 位置.*, 行.配分区分, 行.配分基準, 人.氏名 FROM "
@@ -83,7 +84,7 @@ void BM_GridOpen(benchmark::State& state) {
                 "JOIN IdoChuusyutsuMax2 位置 ON 位置.社員Code = 行.社員Code JOIN 履歴書テーブル 人 ON "
                 "人.社員Code = "
                 "行.社員Code WHERE 行.基準日 = '2026-12-10' AND 行.配分区分 = '01' AND 行.配分基準 = '01'"_s);
-            transaction.commit();
+            work.commit();
             benchmark::DoNotOptimize(c.cn().query(
                 u"SELECT 基礎額Ａ, 氏名, 社員Code FROM S実行個人別計算 JOIN IdoChuusyutsuMax3 USING(社員Code)"_s));
         });
@@ -95,16 +96,16 @@ void BM_GridSave(benchmark::State& state) {
     measured::compare(
         state,
         [&] {
-            store::Transaction transaction(c.cn());
+            store::Work work(c.cn());
             if (prep::writeInputRows(c.cn(), c.run(), kTarget, rows)) state.SkipWithError("rows differ");
-            transaction.commit();
+            work.commit();
         },
         [&] {
-            store::Transaction transaction(c.cn());
+            store::Work work(c.cn());
             c.cn().execute(
                 u"UPDATE S実行個人別計算 SET 基礎額Ａ = 基礎額Ａ + 10000 WHERE 基準日 = '2026-12-10' "
                 "AND 配分区分 = '01' AND 配分基準 = '01'"_s);
-            transaction.commit();
+            work.commit();
         });
 }
 

@@ -8,6 +8,7 @@
 #include "personnel/position_in_force.h"
 #include "personnel/selection.h"
 #include "sample_company.h"
+#include "store/work.h"
 
 // Selecting among 20,000 people by each kind of condition, what the lists then need, and judging and writing
 // a sheet of as many new people.
@@ -59,10 +60,10 @@ void BM_StaffSheet(benchmark::State& state) {
     QStringList codes;
     for (const auto& person : personnel::selectPeople(cn, asked(0))) codes << person.code;
     for (auto _ : state) {
-        store::Transaction transaction(cn);
+        store::Work work(cn);
         personnel::SelectIntoZ(cn, codes, kToday);
         personnel::storeSelection(cn, codes);
-        transaction.commit();
+        work.commit();
         const auto rows = personnel::personRows(cn, personnel::PersonList::StaffSheet);
         benchmark::DoNotOptimize(personnel::personSheet(cn, personnel::PersonList::StaffSheet, rows));
     }
@@ -82,7 +83,7 @@ void BM_Import(benchmark::State& state) {
             state.SkipWithError(qPrintable(plan.rows.front().reasons.join(u' ')));
             return;
         }
-        store::Transaction transaction(cn);  // rolled back: every turn meets the same company
+        store::Work work(cn);  // rolled back: every turn meets the same company
         personnel::runImport(cn, plan);
     }
 }

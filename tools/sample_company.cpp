@@ -13,6 +13,7 @@
 #include "sample_runs.h"
 #include "schema/files.h"
 #include "schema/links.h"
+#include "store/work.h"
 
 namespace sample {
 namespace {
@@ -25,22 +26,22 @@ namespace {
 void writeRows(const QString& dataDir, const SampleOptions& options, const std::vector<Person>& people) {
     const bool wageItems = options.wageItems && options.companions;
     const std::unique_ptr<store::Connection> cn = company::openMainConnection(dataDir, options.company);
-    store::Transaction transaction(*cn);
+    store::Work work(*cn);
     writeMasters(*cn, options);
     writePeople(*cn, people);
     writeDesign(*cn, wageItems);
     writeEvaluations(*cn, people);
     if (options.companions) writeWages(*cn, people);
-    transaction.commit();
+    work.commit();
     makeRuns(*cn, options, people);
 }
 
 void writeHyouka(const QString& dataDir, const SampleOptions& options, const std::vector<Person>& people) {
     store::Connection hyouka(schema::filePath(dataDir, options.company, schema::File::Hyouka),
                              company::sharedKey());
-    store::Transaction transaction(hyouka);
+    store::Work work(hyouka);
     writeEvaluationSheets(hyouka, people);
-    transaction.commit();
+    work.commit();
 }
 
 /// The links hold full paths, and the files have moved.

@@ -11,6 +11,7 @@
 #include "prep/snapshot.h"
 #include "sample_inputs.h"
 #include "sample_writer.h"
+#include "store/work.h"
 
 namespace t = schema::tables;
 
@@ -44,7 +45,7 @@ class RunMaker {
 
     void makeDate(int index) {
         const QDate date = kijunbi(index);
-        store::Transaction transaction(cn_);
+        store::Work work(cn_);
         takeDate(index);
         assign(date);
         prep::RunSetting(cn_, date).save(kRoundings[index].unit, kRoundings[index].mode);
@@ -52,17 +53,17 @@ class RunMaker {
         fill(prep::RunTable::SougakuHaibun, u'2', date);
         fillTypedAmounts(date);
         writeBudgets(date);
-        transaction.commit();
+        work.commit();
     }
 
     void compute(int index) {
         for (const Criterion& criterion : kCriteria) {
             const domain::RunKey run = runKey(criterion, kijunbi(index));
             calc::openRunBudget(cn_, run);
-            store::Transaction transaction(cn_);
+            store::Work work(cn_);
             if (criterion.kojinbetsu) computeKojinbetsu(run);
             if (criterion.sougaku) computeSougaku(run);
-            transaction.commit();
+            work.commit();
             calc::updateGrandTotals(cn_, run);
         }
     }

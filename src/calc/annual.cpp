@@ -5,6 +5,7 @@
 #include "calc/run_rows.h"
 #include "calc/scratch_tables.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 
 namespace calc {
 namespace {
@@ -96,14 +97,14 @@ std::vector<QDate> nenkanChoices(store::Connection& cn) {
 }
 
 std::vector<ResultRow> nenkanRows(store::Connection& cn, const NenkanDates& dates) {
-    store::Transaction transaction(cn);
+    store::Work work(cn);
     for (const QString& table : {kNenkan, kHojo}) createScratch(cn, table);
     for (std::size_t n = 0; n < kNenkanDates; ++n)
         if (dates[n].isValid()) collect(cn, n, dates[n]);
     writeYears(cn, readYears(cn));
     auto rows = readNenkan(cn);
     for (const QString& table : {kNenkan, kHojo}) dropScratch(cn, table);
-    transaction.commit();
+    work.commit();
     return rows;
 }
 

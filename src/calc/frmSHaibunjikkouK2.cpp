@@ -603,15 +603,16 @@ void frmSHaibunjikkouK2::tellFinished(Houshiki houshiki) {
                 QStringLiteral("処理終了の確認"));
 }
 
-/// The calculation of the chosen 算定方式 inside the open transaction. False when it is refused: nothing was
-/// touched then.
-bool frmSHaibunjikkouK2::run(forms::FormTransaction& transaction, Houshiki houshiki) {
+/// The calculation of the chosen 算定方式 inside the open work; told as finished when it stands. False when
+/// it is refused: nothing was touched then.
+bool frmSHaibunjikkouK2::run(store::Work& work, Houshiki houshiki) {
     if (houshiki == Houshiki::Kojinbetsu) {
         confirmHoushiki(houshiki);
         storePaymentCoefficients(cn(), *run_, simulation());
         Kojinbetsu keisan(cn(), *run_, simulation());
         keisan.keisan1_kojinbetsu();
         keisan.keisan2_kojinbetsu();
+        work.commit();
         tellFinished(houshiki);
     } else if (houshiki == Houshiki::Sougaku) {
         const Money budget = shownAmount(text2_);
@@ -619,7 +620,7 @@ bool frmSHaibunjikkouK2::run(forms::FormTransaction& transaction, Houshiki housh
             forms::tell(this, QStringLiteral("総額配分予算を入力してください。"), QStringLiteral("未入力"),
                         forms::BoxIcon::Critical);
             setDefaultPointer();
-            transaction.commit();
+            work.commit();
             return false;
         }
         confirmHoushiki(houshiki);
@@ -627,6 +628,7 @@ bool frmSHaibunjikkouK2::run(forms::FormTransaction& transaction, Houshiki housh
         keisan.keisan1_sougaku();
         keisan.keisan2_sougaku();
         keisan.keisan3_sougaku(budget);
+        work.commit();
         tellFinished(houshiki);
     }
     return true;
@@ -650,18 +652,20 @@ void frmSHaibunjikkouK2::showChange() {
 }
 
 void frmSHaibunjikkouK2::Command1_Click() {
-    forms::FormTransaction transaction(cn());
-    const bool done = forms::guarded(this, transaction, [&] {
+    const auto calculate = [this] {
         if (refused() || !run_) return;
         const auto houshiki = chosenHoushiki();
         if (houshiki && !inputsAgreed(*houshiki)) return;
-        transaction.begin();
-        if (houshiki && !run(transaction, *houshiki)) return;
-        transaction.commit();
+        store::Work work(cn(), windowTitle());
+        if (houshiki && !run(work, *houshiki)) return;
+        if (work.open()) work.commit();
         showResults(true);
-    });
+    };
     // After a rollback the totals on the screen are those of the tables again.
-    if (!done && run_) forms::restored(this, [this] { showTotals(); });
+    const auto bringBack = [this] {
+        if (run_) showTotals();
+    };
+    forms::guarded(this, calculate, bringBack);
 }
 
 // ---- Payment coefficients

@@ -79,7 +79,7 @@ class frmSHaibunjikkouK2 : public widgets::Form {
     bool inputsAgreed(design::Houshiki houshiki);
     void showChange();
     reports::ListTitle listTitle() const;
-    bool run(forms::FormTransaction& transaction, design::Houshiki houshiki);
+    bool run(store::Work& work, design::Houshiki houshiki);
     void confirmHoushiki(design::Houshiki houshiki);
     void tellFinished(design::Houshiki houshiki);
 

@@ -8,6 +8,7 @@
 #include "calc/scratch_tables.h"
 #include "design/run_filter.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 
 namespace calc {
 namespace {
@@ -201,14 +202,14 @@ reports::SheetGrid inputCheckSheet(store::Connection& cn, const domain::RunKey& 
                                    const QString& kubunMei, const QString& kijunMei) {
     const Source source = sourceOf(method);
     const auto columns = checkColumns(cn, run, method);
-    store::Transaction transaction(cn);
+    store::Work work(cn);
     fillCheck(cn, run, source, columns);
     reports::SheetGrid grid;
     grid.setText(1, 1, QStringLiteral("◆") + kubunMei + QStringLiteral("／") + kijunMei + source.title);
     grid.setTexts(reports::kFirstListRow - 1, headingLine(cn, columns, source.factor));
     addEmployees(cn, run, method, columns, grid);
     for (const QString& table : {kCheck, kHeadings}) dropScratch(cn, table);
-    transaction.commit();
+    work.commit();
     return grid;
 }
 

@@ -2,6 +2,7 @@
 
 #include "calc/run_rows.h"
 #include "design/run_filter.h"
+#include "store/work.h"
 
 namespace calc {
 namespace {
@@ -35,14 +36,14 @@ void refuseOverflow(store::Connection& connection, const domain::RunKey& run) {
 }  // namespace
 
 void updateGrandTotals(store::Connection& connection, const domain::RunKey& run) {
-    store::Transaction transaction(connection);
+    store::Work work(connection);
     connection.execute(
         QStringLiteral(
             "UPDATE S配分基準対応社員 SET 合計 = 個人別計算 + 総額配分 + 金一封 + 特別加算金 WHERE %1")
             .arg(design::kRunFilter),
         design::runBinds(run));
     refuseOverflow(connection, run);
-    transaction.commit();
+    work.commit();
 }
 
 const QStringList& resultHeadings() {

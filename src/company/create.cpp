@@ -11,6 +11,7 @@
 #include "schema/links.h"
 #include "schema/upgrade.h"
 #include "store/connection.h"
+#include "store/work.h"
 
 namespace company {
 namespace {
@@ -96,10 +97,10 @@ void fillLinks(store::Connection& syouyo, const QString& dataDir, const QString&
 
 void createFile(const QString& path, schema::File file, const std::function<void(store::Connection&)>& fill) {
     store::Connection connection(path, sharedKey(), store::Connection::Mode::Create);
-    store::Transaction transaction(connection);
+    store::Work work(connection);
     schema::createTables(connection, file);
     fill(connection);
-    transaction.commit();
+    work.commit();
 }
 
 }  // namespace

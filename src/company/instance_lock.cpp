@@ -51,7 +51,7 @@ std::unique_ptr<CompanyLock> CompanyLock::acquire(const QString& folder) {
         auto file =
             std::make_unique<store::Connection>(path, store::Key::none(), store::Connection::Mode::Create);
         file->executeScript(QStringLiteral("PRAGMA busy_timeout = 0"));  // refused at once, not after a wait
-        file->beginTrans();
+        file->executeScript(QStringLiteral("BEGIN IMMEDIATE"));
         return std::unique_ptr<CompanyLock>(new CompanyLock(folder, std::move(file)));
     } catch (const store::Error& error) {
         if (error.reason() == store::Error::Reason::Locked) return nullptr;

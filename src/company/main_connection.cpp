@@ -7,6 +7,7 @@
 #include "schema/files.h"
 #include "schema/links.h"
 #include "schema/upgrade.h"
+#include "store/work.h"
 
 namespace company {
 namespace {
@@ -24,9 +25,9 @@ void removeStaleJournals(store::Connection& connection, const QString& company) 
     }
     if (stale.isEmpty()) return;
     try {
-        connection.beginTrans();
+        store::Work alone(connection);
         for (const QString& file : stale) folder.remove(file);
-        connection.rollbackTrans();
+        alone.rollback();
     } catch (const store::Error&) {
         // They do no harm; the next open tries again.
     }

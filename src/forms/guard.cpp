@@ -1,24 +1,25 @@
 #include "forms/guard.h"
 
 #include <new>
+#include <optional>
 
 #include "forms/box.h"
+#include "store/error.h"
 
 namespace forms {
 namespace {
 
-const QString kSavepoint = QStringLiteral("SAVEPOINT 画面");
-const QString kRelease = QStringLiteral("RELEASE 画面");
-
 /// What the user reads of a failure.
 struct Failure {
     QString text, cause;
+    bool cancelled = false;  ///< it took back a change
 };
-/// Nothing when the work went through.
-std::optional<Failure> failureOf(const std::function<void()>& work) {
+
+/// Nothing when the procedure went through.
+std::optional<Failure> failureOf(const std::function<void()>& procedure) {
     const auto plain = [](const QString& text) { return Failure{text, text}; };
     try {
-        work();
+        procedure();
     } catch (const store::Error& error) {
         return Failure{error.text(), error.cause()};
     } catch (const std::bad_alloc&) {
@@ -31,81 +32,53 @@ std::optional<Failure> failureOf(const std::function<void()>& work) {
     return {};
 }
 
-void tellPlain(widgets::Form* form, const Failure& failure) {
-    if (form && failure.cause != failure.text) form->showCause(failure.cause);
-    tell(form, failure.text, QString());
+/// With the works as they were before the procedure, whatever it did with its own.
+std::optional<Failure> settledFailureOf(const std::function<void()>& procedure) {
+    const store::Work::Tally before = store::Work::tally();
+    std::optional<Failure> failure = failureOf(procedure);
+    const store::Work::Tally after = store::Work::tally();
+    if (failure) failure->cancelled = after.cancelled > before.cancelled;
+    if (after.open > before.open || after.forgotten > before.forgotten) {
+        const QString text = QStringLiteral("処理が最後まで行われなかったため、登録できませんでした。");
+        if (!failure) failure = Failure{text, text};
+        failure->cancelled = true;
+        store::Work::endAbove(before.open);
+    }
+    store::Work::settle(before);
+    return failure;
 }
 
-void tellCancelled(widgets::Form* form, FormTransaction& transaction) {
-    tell(form, QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"), QStringLiteral("取消"),
-         BoxIcon::Information);
-    if (const auto failure = failureOf([&] { transaction.rollback(); })) tellPlain(form, *failure);
+void tellFailure(widgets::Form* form, const Failure& failure) {
+    if (form && (failure.cancelled || failure.cause != failure.text)) form->showCause(failure.cause);
+    if (failure.cancelled)
+        tell(form, QStringLiteral("処理中にエラーが発生しました。処理を取り消します。"),
+             QStringLiteral("取消"), BoxIcon::Information);
+    else
+        tell(form, failure.text, QString());
+}
+
+bool run(widgets::Form* form, const std::function<void()>& procedure,
+         const std::function<void()>& bringBack) {
+    const auto failure = settledFailureOf(procedure);
+    if (failure) {
+        const auto second = bringBack ? settledFailureOf(bringBack) : std::nullopt;
+        tellFailure(form, *failure);
+        if (second) tell(form, second->text, QString());
+    }
+    if (form) form->setDefaultPointer();
+    return !failure;
 }
 
 }  // namespace
 
-void FormTransaction::begin() {
-    nested_ = cn_.inTransaction();
-    if (nested_)
-        cn_.execute(kSavepoint);
-    else
-        cn_.beginTrans(reserve_);
-    open_ = true;
-}
-
-void FormTransaction::commit() {
-    if (nested_)
-        cn_.execute(kRelease);
-    else
-        commitOutermost();
-    open_ = false;
-}
-
-/// Where nobody knows whether it stands, it is not told as taken back.
-void FormTransaction::commitOutermost() {
-    try {
-        cn_.commitTrans();
-    } catch (const store::Error& error) {
-        open_ = error.reason() != store::Error::Reason::CommitUnknown;
-        throw;
-    }
-}
-
-void FormTransaction::rollback() {
-    open_ = false;
-    // A full disk makes the engine roll back on its own.
-    if (!cn_.inTransaction()) return;
-    if (nested_) {
-        cn_.execute(QStringLiteral("ROLLBACK TO 画面"));
-        cn_.execute(kRelease);
-    } else {
-        cn_.rollbackTrans();
-    }
-}
-
-bool guarded(widgets::Form* form, const std::function<void()>& work) {
+bool guarded(widgets::Form* form, const std::function<void()>& procedure,
+             const std::function<void()>& bringBack) {
     if (form) form->showCause({});
-    return restored(form, work);
+    return run(form, procedure, bringBack);
 }
 
-bool restored(widgets::Form* form, const std::function<void()>& work) {
-    const auto failure = failureOf(work);
-    if (failure) tellPlain(form, *failure);
-    if (form) form->setDefaultPointer();
-    return !failure;
-}
-
-bool guarded(widgets::Form* form, FormTransaction& transaction, const std::function<void()>& work) {
-    if (form) form->showCause({});
-    const auto failure = failureOf(work);
-    if (failure && transaction.open()) {
-        if (form) form->showCause(failure->cause);
-        tellCancelled(form, transaction);
-    } else if (failure) {
-        tellPlain(form, *failure);
-    }
-    if (form) form->setDefaultPointer();
-    return !failure;
+bool restored(widgets::Form* form, const std::function<void()>& procedure) {
+    return run(form, procedure, {});
 }
 
 }  // namespace forms

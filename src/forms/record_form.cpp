@@ -38,7 +38,6 @@ bool holdsText(const QString& table, const QString& column) {
 RecordForm::RecordForm(const QString& name, const QString& caption, House& house, QWidget* parent)
     : Form(name, caption, parent),
       house_(house),
-      transaction_(*house.global.cn_main, FormTransaction::Reserve::AsWritten),
       bar_(this),
       help_(make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("ヘルプ"))),
       faults_(make<QLabel>(QStringLiteral("lblFaults"))) {
@@ -459,7 +458,7 @@ void RecordForm::cmdUpdate() {
     const State was = state_;
     bool written = false;
     if (was == State::Editing && row_ < 0) forgetWrite();
-    const bool ok = guarded(this, transaction_, [&] {
+    const auto update = [&] {
         if (was == State::Editing) requireRow();
         clearFaults();
         if (!checkRequired() || !passesChecks()) return showFaults();
@@ -467,11 +466,8 @@ void RecordForm::cmdUpdate() {
         setHourglass();
         writeRow();
         written = true;
-    });
-    if (!ok) {
-        forgetWrite();
-        return writeFailed();
-    }
+    };
+    if (!guarded(this, update, [this] { forgetWrite(); })) return writeFailed();
     if (!written) return;
     readRows();
     standOn(savedKey_, 0);
@@ -484,7 +480,7 @@ void RecordForm::writeRow() {
     const bool adding = state_ == State::Adding;
     const bool renames = !adding && keyDiffers();
     updateBegins(renames);
-    transaction_.begin();
+    store::Work work(cn(), windowTitle(), store::Work::Reserve::AsWritten);
     if (renames) keyRenamed();
     if (adding) rows_->addNew();
     for (const Bound& bound : bound_) {
@@ -495,7 +491,7 @@ void RecordForm::writeRow() {
     rowWritten(*rows_);
     rows_->update();
     afterRow();
-    transaction_.commit();
+    work.commit();
     if (!adding) savedKey_ = keyOf(row_);
 }
 
@@ -537,20 +533,17 @@ void RecordForm::cmdDelete() {
     bool gone = false;
     const int at = row_;
     savedKey_ = keyOf(row_);
-    const bool ok = guarded(this, transaction_, [&] {
+    const auto remove = [&] {
         if (!mayRemove() || !confirmRemoval()) return;
         setHourglass();
         removalBegins();
-        transaction_.begin();
+        store::Work work(cn(), windowTitle(), store::Work::Reserve::AsWritten);
         rowGoes();
         rows_->remove();
-        transaction_.commit();
+        work.commit();
         gone = true;
-    });
-    if (!ok) {
-        forgetWrite();
-        return writeFailed();
-    }
+    };
+    if (!guarded(this, remove, [this] { forgetWrite(); })) return writeFailed();
     if (!gone) return;
     readRows();
     standOn({}, at);

@@ -162,7 +162,6 @@ class RecordForm : public widgets::Form {
     QString oldText(const QString& column) const;
     /// Tells and answers false, for checks.
     bool refuse(const QString& text, const QString& title = QStringLiteral("入力エラー"));
-    FormTransaction& transaction() { return transaction_; }
     store::Connection& cn();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -216,7 +215,6 @@ class RecordForm : public widgets::Form {
 
     std::vector<Bound> bound_;
     std::optional<store::Recordset> rows_;
-    FormTransaction transaction_;
     widgets::RecordBar bar_;
     QPushButton* help_;
     QLabel* faults_;

@@ -2,6 +2,7 @@
 
 #include "reports/designs.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 
 namespace masters {
 namespace {
@@ -42,7 +43,7 @@ QString selectOf(const MasterKind& kind) {
 Report sectionReport(store::Connection& cn, const QString& title, const QString& company) {
     const QString scratch = QStringLiteral("jsyozoku");
     const QString drop = QStringLiteral("DROP TABLE IF EXISTS main.") + scratch;
-    store::Transaction transaction(cn);
+    store::Work work(cn);
     cn.execute(drop);
     for (const QString& statement : schema::createStatements(schema::tableNamed(scratch)))
         cn.execute(statement);
@@ -52,7 +53,7 @@ Report sectionReport(store::Connection& cn, const QString& title, const QString&
         "所属大マスタ.Code Order by CodeKey(所属大マスタ.Code),CodeKey(所属小マスタ.Code)"));
     const auto rows = cn.query(QStringLiteral("select * from jsyozoku order by rowid"));
     cn.execute(drop);
-    transaction.commit();
+    work.commit();
     std::vector<Printed> columns;
     for (int i = 0; i < rows.fieldCount(); ++i) columns.push_back({rows.fieldName(i), rows.fieldName(i)});
     return reportOf(QStringLiteral("DataReportFtype"), title, company, rows, columns);

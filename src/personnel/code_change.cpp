@@ -4,6 +4,7 @@
 
 #include "schema/catalog.h"
 #include "schema/files.h"
+#include "store/work.h"
 
 namespace t = schema::tables;
 
@@ -115,7 +116,7 @@ std::optional<CutOffChange> cutOffChange(const CompanyDatabases& company) {
 
 void finishChange(const CompanyDatabases& company, const CutOffChange& change) {
     if (!change.clear) return forgetChange(company.cn_main);
-    store::Transaction transaction(company.cn_main, store::Connection::Reserve::AsWritten);
+    store::Work work(company.cn_main, store::Work::Reserve::AsWritten);
     if (change.removal) {
         removeCode(company, change.referent, change.from);
         removeEntry(company.cn_main, change.referent, change.from);
@@ -123,7 +124,7 @@ void finishChange(const CompanyDatabases& company, const CutOffChange& change) {
         renameCode(company, change.referent, change.from, change.to, change.shimei);
         renameEntry(company.cn_main, change.referent, change.from, change.to);
     }
-    transaction.commit();
+    work.commit();
 }
 
 void takeBackChange(const CompanyDatabases& company, const CutOffChange& change) {

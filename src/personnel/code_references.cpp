@@ -9,6 +9,7 @@
 #include "personnel/code_change.h"
 #include "schema/catalog.h"
 #include "schema/files.h"
+#include "store/work.h"
 
 namespace t = schema::tables;
 using schema::File;
@@ -362,9 +363,9 @@ class Walk {
     void visitSecondary(const QString& path, Part part) const {
         if (visited(part).empty()) return;
         store::Connection secondary(path, company_.cn_main.key());
-        store::Transaction transaction(secondary);
+        store::Work work(secondary);
         visit(secondary, part);
-        transaction.commit();
+        work.commit();
     }
 
     void visit(store::Connection& cn, Part part) const {

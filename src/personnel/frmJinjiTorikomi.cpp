@@ -41,7 +41,7 @@ QString outcomeText(Outcome outcome) {
 }  // namespace
 
 frmJinjiTorikomi::frmJinjiTorikomi(forms::House& house, QWidget* parent)
-    : Form(u"frmJinjiTorikomi"_s, kTitle, parent), house_(house), transaction_(*house.global.cn_main) {
+    : Form(u"frmJinjiTorikomi"_s, kTitle, parent), house_(house) {
     setMinimumSize(112 * widgets::kGrid, 70 * widgets::kGrid);
     auto* title = make<QLabel>(u"lblTitle"_s, kTitle);
     auto* purpose = make<QLabel>(
@@ -254,14 +254,14 @@ void frmJinjiTorikomi::Command3_Click() {
                                                         u"取り込まない(&B)"_s)
                                    : forms::ask(this, question, title);
     if (!meant) return;
-    const bool done = forms::guarded(this, transaction_, [&] {
+    const bool done = forms::guarded(this, [&] {
         setHourglass();
         // Rows that a change cut off left under a code must not fall to somebody new.
         if (kind() == ImportKind::Employees && added > 0)
             settleChange({cn(), house_.global.dataDir(), house_.global.panels.folder});
-        transaction_.begin();
+        store::Work work(cn(), kTitle);
         runImport(cn(), *plan_);
-        transaction_.commit();
+        work.commit();
     });
     if (!done) return;
     QString told = u"取込が終了しました。"_s;

@@ -53,7 +53,6 @@ class frmJinjiTorikomi : public widgets::Form {
     store::Connection& cn() const { return *house_.global.cn_main; }
 
     forms::House& house_;
-    forms::FormTransaction transaction_;
     std::vector<domain::CsvRow> sheet_;
     QString path_;
     std::optional<ImportPlan> plan_;

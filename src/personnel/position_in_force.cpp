@@ -2,26 +2,12 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <optional>
 
 #include "domain/years.h"
+#include "store/work.h"
 
 namespace personnel {
 namespace {
-
-/// The work tables change together: in the transaction that is open, or in one of our own.
-class JoinedTransaction {
-  public:
-    explicit JoinedTransaction(store::Connection& cn) {
-        if (!cn.inTransaction()) own_.emplace(cn);
-    }
-    void commit() {
-        if (own_) own_->commit();
-    }
-
-  private:
-    std::optional<store::Transaction> own_;
-};
 
 store::Statement selectWhoCounts(store::Connection& cn, QDate kijunbi, WhoCounts who) {
     const QString leaving = who == WhoCounts::EmployedAtDate
@@ -114,24 +100,24 @@ QString jsonArray(const QStringList& texts) {
 }
 
 void SelectIntoY(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
-    JoinedTransaction transaction(cn);
+    store::Work work(cn);
     fillNen(cn, dates, who);
-    transaction.commit();
+    work.commit();
 }
 
 void SelectIntoX(store::Connection& cn, const PositionDates& dates, WhoCounts who) {
-    JoinedTransaction transaction(cn);
+    store::Work work(cn);
     fillNen(cn, dates, who);
     fillMax(cn, dates.kijunbi);
     fillMax2(cn);
-    transaction.commit();
+    work.commit();
 }
 
 void SelectIntoZ(store::Connection& cn, const QStringList& codes, QDate kijunbi) {
-    JoinedTransaction transaction(cn);
+    store::Work work(cn);
     fillMaxOf(cn, codes, kijunbi);
     fillMax2WithNames(cn);
-    transaction.commit();
+    work.commit();
 }
 
 void SelectIntoZZ(store::Connection& cn, const QString& code, QDate kijunbi) {

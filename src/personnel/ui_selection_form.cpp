@@ -59,7 +59,6 @@ SelectionForm::SelectionForm(const Names& names, const std::vector<SelectionMode
       house_(house),
       sheets_(sheets),
       mode_(modeOf(house.global, modes)),
-      transaction_(*house.global.cn_main),
       listed_(mode_->list),
       count_(make<QLabel>(names.count)) {
     setMinimumSize(112 * widgets::kGrid, 66 * widgets::kGrid);
@@ -232,7 +231,7 @@ void SelectionForm::send(bool all) {
     }
     told_->hide();
     sent_->hide();
-    forms::guarded(this, transaction_, [&] {
+    forms::guarded(this, [&] {
         if (mode_->deed == Deed::Restore) return restore(codes.first());
         handOver(codes, all);
         switch (mode_->deed) {
@@ -251,7 +250,7 @@ void SelectionForm::send(bool all) {
 /// The work tables and 社員絞込 change together.
 void SelectionForm::handOver(const QStringList& codes, bool all) {
     setHourglass();
-    transaction_.begin();
+    store::Work work(cn(), windowTitle());
     if (mode_->deed != Deed::OpenScreen && showsPosition(listed_)) {
         if (all)
             SelectIntoZ(cn(), codes, referenceDate());
@@ -259,7 +258,7 @@ void SelectionForm::handOver(const QStringList& codes, bool all) {
             SelectIntoZZ(cn(), codes.first(), referenceDate());
     }
     storeSelection(cn(), codes);
-    transaction_.commit();
+    work.commit();
 }
 
 void SelectionForm::openScreen(const QString& code, bool all) {

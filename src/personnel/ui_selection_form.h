@@ -99,7 +99,6 @@ class SelectionForm : public widgets::Form {
 
     const reports::SheetFolder& sheets_;
     const SelectionMode* mode_;
-    forms::FormTransaction transaction_;
     Query query_;        ///< of the people found
     PersonList listed_;  ///< what Print and Sheet make of them
     FoundPeople people_;

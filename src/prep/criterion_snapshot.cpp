@@ -1,6 +1,6 @@
 #include "prep/criterion_snapshot.h"
 
-#include <optional>
+#include "store/work.h"
 
 namespace prep {
 namespace {
@@ -26,11 +26,10 @@ const QString kFillSql = QStringLiteral(
 }  // namespace
 
 void SelectIntoX3(store::Connection& cn, const domain::RunKey& run, RunTable table) {
-    std::optional<store::Transaction> own;
-    if (!cn.inTransaction()) own.emplace(cn);
+    store::Work work(cn);
     cn.execute(QStringLiteral("DELETE FROM IdoChuusyutsuMax3"));
     cn.execute(kFillSql.arg(runTableName(table)), {run.kijunbi, run.haibunKubun, run.haibunKijun});
-    if (own) own->commit();
+    work.commit();
 }
 
 }  // namespace prep

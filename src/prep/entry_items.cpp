@@ -1,5 +1,7 @@
 #include "prep/entry_items.h"
 
+#include "store/work.h"
+
 namespace prep {
 namespace {
 
@@ -62,13 +64,13 @@ bool baseIsOrphaned(store::Connection& cn, const domain::RunKey& run, const QStr
 
 void removeBaseSetup(store::Connection& cn, const domain::RunKey& run, const QString& santeiHoushiki,
                      Base base) {
-    store::Transaction transaction(cn);
+    store::Work work(cn);
     for (const char16_t* table : {u"S基礎額設定", u"S基礎額基本給", u"S基礎額手当"})
         cn.execute(QStringLiteral(
                        "DELETE FROM %1 where 配分区分 = ? AND 配分基準 = ? AND 算定方式 = ? AND 処理区分 = ?")
                        .arg(QString::fromUtf16(table)),
                    {run.haibunKubun, run.haibunKijun, santeiHoushiki, baseCode(base)});
-    transaction.commit();
+    work.commit();
 }
 
 }  // namespace prep

@@ -68,10 +68,7 @@ Side sideOf(const forms::GlobalRecord& global) {
 }  // namespace
 
 frmSDatatorikomi::frmSDatatorikomi(forms::House& house, QWidget* parent)
-    : Form(u"frmSDatatorikomi"_s, u"人事データ取込"_s, parent),
-      house_(house),
-      side_(sideOf(house.global)),
-      torikomi_trans_(*house.global.cn_main) {
+    : Form(u"frmSDatatorikomi"_s, u"人事データ取込"_s, parent), house_(house), side_(sideOf(house.global)) {
     build();
     connectEvents();
     setState(State::Opening);
@@ -343,7 +340,7 @@ void frmSDatatorikomi::rebuildSnapshot(const personnel::PositionDates& dates) {
 void frmSDatatorikomi::importNewDate() {
     if (!checkAllDates()) return;
     store::Connection& cn = *house_.global.cn_main;
-    forms::guarded(this, torikomi_trans_, [&] {
+    forms::guarded(this, [&] {
         const personnel::PositionDates dates{store::requireDate(Text1_[0]->text()),
                                              store::requireDate(Text1_[1]->text()),
                                              store::requireDate(Text1_[2]->text())};
@@ -356,10 +353,10 @@ void frmSDatatorikomi::importNewDate() {
             cancel();
             return;
         }
-        torikomi_trans_.begin();
+        store::Work work(cn, u"人事データの取込"_s);
         addDate(cn, side_, dates);
         if (Text2_[0]) storeBonusText(cn, dates.kijunbi, Text2_[0]->text());
-        torikomi_trans_.commit();
+        work.commit();
         leave(dates);
     });
 }
@@ -400,7 +397,7 @@ bool frmSDatatorikomi::confirmContents(QDate kijunbi) {
 
 void frmSDatatorikomi::deleteDate() {
     store::Connection& cn = *house_.global.cn_main;
-    forms::guarded(this, torikomi_trans_, [&] {
+    forms::guarded(this, [&] {
         const QDate kijunbi = requireChosenDate();
         if (!kijunbi.isValid()) return;
         house_.global.kijunbi = store::formatDate(kijunbi);
@@ -409,9 +406,9 @@ void frmSDatatorikomi::deleteDate() {
         if (!confirmContents(kijunbi)) return;
         setHourglass();
         const BusyLine busy(Label4_, kDeleting);
-        torikomi_trans_.begin();
+        store::Work work(cn, u"基準日の削除"_s);
         removeDate(cn, side_, kijunbi);
-        torikomi_trans_.commit();
+        work.commit();
         fillList();
         setState(State::ExistingDate);
         DataList1_->setFocus();

@@ -68,7 +68,6 @@ class frmSDatatorikomi : public widgets::Form {
     const Side side_;
     bool shinki_mode_ = false;  ///< a new date is being entered
     bool dateOpened_ = false;   ///< closed on a date: the run may go on
-    forms::FormTransaction torikomi_trans_;
 
     QPushButton* Command1_ = nullptr;
     QPushButton* Command2_ = nullptr;

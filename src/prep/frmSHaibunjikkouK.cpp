@@ -212,22 +212,22 @@ bool frmSHaibunjikkouK::confirmed(Houshiki houshiki) {
                       QStringLiteral("算定方式指定の確認"));
 }
 
-/// The run of the chosen 算定方式 inside the open transaction.
-void frmSHaibunjikkouK::fill(Houshiki houshiki) {
+/// The run of the chosen 算定方式 inside the open work.
+void frmSHaibunjikkouK::fill(store::Work& work, Houshiki houshiki) {
     const QString caption = captionOf(houshiki);
     house_.global.santei_houshiki = design::houshikiCode(houshiki);
     house_.global.santei_houshiki_mei = caption;
     setHourglass();
     items_ = autoInput(cn(), design::currentRun(house_.global), houshiki);
+    work.commit();  // told as finished is what stands
     setDefaultPointer();
     forms::tell(this, QStringLiteral("『%1』の処理を終了しました。").arg(caption),
                 QStringLiteral("処理終了の確認"));
 }
 
 void frmSHaibunjikkouK::Command1_Click() {
-    forms::FormTransaction jidou_trans(cn());
     const AutoItems before = items_;
-    const bool done = forms::guarded(this, jidou_trans, [&] {
+    const bool done = forms::guarded(this, [&] {
         if (refused()) return;
         const auto houshiki = chosenHoushiki();
         if (houshiki &&
@@ -237,9 +237,11 @@ void frmSHaibunjikkouK::Command1_Click() {
             return;
         if (houshiki && !confirmed(*houshiki)) return;
         items_.clear();
-        jidou_trans.begin();
-        if (houshiki) fill(*houshiki);
-        jidou_trans.commit();
+        store::Work work(cn(), windowTitle());
+        if (houshiki)
+            fill(work, *houshiki);
+        else
+            work.commit();
         allowList(true);
     });
     // After a rollback the judgments of the run before stand again.

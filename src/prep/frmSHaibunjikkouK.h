@@ -5,6 +5,7 @@
 #include "design/criteria.h"
 #include "forms/screens.h"
 #include "prep/auto_input.h"
+#include "store/work.h"
 #include "widgets/form.h"
 
 class QHBoxLayout;
@@ -40,7 +41,7 @@ class frmSHaibunjikkouK : public widgets::Form {
     void tellState(bool employees, bool automatic);
     bool refused();
     bool confirmed(design::Houshiki houshiki);
-    void fill(design::Houshiki houshiki);
+    void fill(store::Work& work, design::Houshiki houshiki);
     void allowList(bool allowed);
     std::optional<design::Houshiki> chosenHoushiki() const;
     QString captionOf(design::Houshiki houshiki) const;

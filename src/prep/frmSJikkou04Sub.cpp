@@ -160,14 +160,13 @@ void frmSJikkou04Sub::takeIn(QDate date) {
 }
 
 void frmSJikkou04Sub::Command2_Click() {
-    forms::FormTransaction torikomi_trans(cn());
-    forms::guarded(this, torikomi_trans, [&] {
-        torikomi_trans.begin();
+    forms::guarded(this, [&] {
+        store::Work work(cn(), QStringLiteral("評価の取込"));
         setHourglass();
         if (!option1_[1]->isChecked()) {
             const std::optional<QDate> date = chosenDate();
             if (!date) {
-                torikomi_trans.rollback();
+                work.rollback();
                 return;
             }
             takeIn(*date);
@@ -176,9 +175,9 @@ void frmSJikkou04Sub::Command2_Click() {
         // All or nothing: a grid that could not be saved takes the results back with it. A full disk has
         // ended the transaction already; what the grid saved after that was all of it.
         if (left == InputGridForm::SaveFailed || !cn().inTransaction())
-            torikomi_trans.rollback();
+            work.rollback();
         else
-            torikomi_trans.commit();
+            work.commit();
     });
 }
 

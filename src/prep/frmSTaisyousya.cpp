@@ -344,13 +344,12 @@ bool frmSTaisyousya::store() {
     const QDate kijunbi = store::requireDate(house_.global.kijunbi);
     std::map<Assignment, QStringList> groups;
     for (int row : changedRows()) groups[future(row)] << people_[static_cast<std::size_t>(row)].syainCode;
-    forms::FormTransaction transaction(*house_.global.cn_main);
-    return forms::guarded(this, transaction, [&] {
+    return forms::guarded(this, [&] {
         setHourglass();
-        transaction.begin();
+        store::Work work(*house_.global.cn_main, QStringLiteral("対応の登録"));
         for (const auto& [assignment, codes] : groups)
             assign(*house_.global.cn_main, kijunbi, codes, assignment);
-        transaction.commit();
+        work.commit();
         setDefaultPointer();
     });
 }

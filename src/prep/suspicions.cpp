@@ -8,6 +8,7 @@
 #include "personnel/position_in_force.h"
 #include "prep/auto_plan.h"
 #include "prep/snapshot.h"
+#include "store/work.h"
 
 namespace prep {
 namespace {
@@ -82,7 +83,7 @@ class Inputs {
     void addAutomatic(Houshiki houshiki, const QSet<QString>& withoutGrade) {
         const QString place = QStringLiteral("自動入力"), screen = QStringLiteral("frmSHaibunjikkouK");
         try {
-            const store::Transaction takenBack(cn_);
+            const store::Work takenBack(cn_);
             const AutoPlan plan = planAutoInput(cn_, run_, houshiki);
             if (plan.items.empty()) return;
             const Compared compared = compare(plan);

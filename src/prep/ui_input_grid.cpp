@@ -587,16 +587,15 @@ bool InputGridForm::refuses() {
 
 void InputGridForm::Command1_Click() {
     if (refuses()) return;
-    forms::FormTransaction transaction(cn());
     std::optional<QString> difference;
-    const bool worked = forms::guarded(this, transaction, [&] {
+    const bool worked = forms::guarded(this, [&] {
         setHourglass();
-        transaction.begin();
+        store::Work work(cn(), windowTitle());
         difference = store();
         if (difference)
-            transaction.rollback();
+            work.rollback();
         else
-            transaction.commit();
+            work.commit();
     });
     if (worked && difference)
         forms::tell(this, *difference, QStringLiteral("社員の不一致"), forms::BoxIcon::Warning);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "schema/files.h"
+#include "store/work.h"
 
 namespace schema {
 namespace {
@@ -132,10 +133,10 @@ void refresh(Link& link, const QString& linked, Targets& targets, std::vector<Li
 /// A company that did not move is only read; one that did is written in one transaction.
 void writeLinks(store::Connection& dao_db, const std::vector<Link>& changed) {
     if (changed.empty()) return;
-    store::Transaction transaction(dao_db);
+    store::Work work(dao_db);
     store::Statement update = dao_db.prepare(QStringLiteral("update Sリンクテーブル set 接続=? where ID=?"));
     for (const Link& link : changed) update.bind(1, link.connection).bind(2, link.id).run();
-    transaction.commit();
+    work.commit();
 }
 
 }  // namespace

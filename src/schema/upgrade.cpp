@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "schema/files.h"
+#include "store/work.h"
 
 namespace schema {
 namespace {
@@ -105,13 +106,13 @@ void upgradeSchema(store::Connection& connection) {
         if (version < kSchemaVersion) older.push_back({schema, *file, version});
     }
     if (older.empty()) return;
-    store::Transaction transaction(connection);
+    store::Work work(connection);
     for (const Older& file : older) {
         for (int version = file.version + 1; version <= kSchemaVersion; ++version)
             upgradeTo(version, connection, file.schema, file.file);
         setVersion(connection, file.schema, kSchemaVersion);
     }
-    transaction.commit();
+    work.commit();
 }
 
 }  // namespace schema

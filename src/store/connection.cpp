@@ -191,12 +191,8 @@ void Connection::beginTrans(Reserve reserve) {
 }
 
 void Connection::commitTrans() {
-    finish("COMMIT");
-}
-
-void Connection::finish(const char* sql) {
     const Changes before = changes();
-    const int code = sqlite3_exec(db_, sql, nullptr, nullptr, nullptr);
+    const int code = sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr);
     if (code == SQLITE_OK) return;
     const Error error = errorOf(code);
     // Open still: nothing is written, the caller rolls back.
@@ -304,20 +300,6 @@ Error Connection::errorOf(int code) const {
 
 void Connection::fail(int code) const {
     throw errorOf(code);
-}
-
-Transaction::~Transaction() {
-    if (!open_) return;
-    try {
-        connection_.rollbackTrans();
-    } catch (...) {
-        // Closing the connection rolls back what this could not.
-    }
-}
-
-void Transaction::commit() {
-    connection_.commitTrans();
-    open_ = false;
 }
 
 }  // namespace store

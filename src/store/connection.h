@@ -43,16 +43,11 @@ class Connection {
     /// An updatable static snapshot of one table: "select * from <table> where <where> order by <orderBy>".
     Recordset open(const TableQuery& query);
 
+    /// How a transaction (store::Work) takes hold of the files.
     enum class Reserve {
         AllFiles,   ///< every attached file, from the beginning
         AsWritten,  ///< each file when it is first written: the others stay open to connections of their own
     };
-    void beginTrans(Reserve reserve = Reserve::AllFiles);
-    /// Returns when the transaction stands. An error at the very end of a commit comes when everything is
-    /// written already: then this returns too. Throws while the transaction is open or was rolled back, and
-    /// Error(CommitUnknown) where the files can't be read to find out.
-    void commitTrans();
-    void rollbackTrans();
     bool inTransaction() const;
 
     bool hasTable(const QString& table) const;        ///< in any of the files
@@ -66,9 +61,14 @@ class Connection {
     sqlite3* handle() const { return db_; }
 
   private:
+    void beginTrans(Reserve reserve);
+    /// Returns when the transaction stands. An error at the very end of a commit comes when everything is
+    /// written already: then this returns too. Throws while the transaction is open or was rolled back, and
+    /// Error(CommitUnknown) where the files can't be read to find out.
+    void commitTrans();
+    void rollbackTrans();
     void open(const QString& path, Mode mode);
     void verify(const QString& schema, const QString& path);
-    void finish(const char* sql);  ///< commitTrans() with the statement that ends the outermost transaction
     /// What the files show of changes, to tell by and by whether one more stands.
     struct Changes {
         std::vector<quint32> counters;
@@ -84,26 +84,11 @@ class Connection {
     Error errorOf(int code) const;
     [[noreturn]] void fail(int code) const;
     friend class Statement;
+    friend class Work;
     QString path_;
     Key key_;
+    int works_ = 0;  ///< open works
     sqlite3* db_ = nullptr;
-};
-
-/// Rolls back unless committed.
-class Transaction {
-  public:
-    explicit Transaction(Connection& connection, Connection::Reserve reserve = Connection::Reserve::AllFiles)
-        : connection_(connection) {
-        connection.beginTrans(reserve);
-    }
-    ~Transaction();
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
-    void commit();
-
-  private:
-    Connection& connection_;
-    bool open_ = true;
 };
 
 /// The engine's error code as an Error with a Japanese text; `description` is the engine's own English one,

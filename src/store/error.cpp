@@ -18,6 +18,11 @@ void throwTypeMismatch() {
     throw Error(Error::Reason::Type, QString::fromUtf16(kTypeText),
                 QStringLiteral("値の形が正しくありません。"));
 }
+void throwEnded() {
+    throw Error(Error::Reason::Engine,
+                QStringLiteral("処理の途中でデータベースが変更を取り消したため、登録できません。"));
+}
+
 void throwOverflow() {
     throw Error(Error::Reason::Overflow, QString::fromUtf16(kOverflowText),
                 QStringLiteral("数が大きすぎて計算できません。"));

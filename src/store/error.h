@@ -59,6 +59,7 @@ inline constexpr char16_t kDateText[] = u"日付の形式が正しくありま�
 
 [[noreturn]] void throwNull();          ///< "Null の使い方が不正です。"
 [[noreturn]] void throwTypeMismatch();  ///< "型が一致しません。"
+[[noreturn]] void throwEnded();         ///< the engine ended the transaction of a work that goes on
 [[noreturn]] void throwOverflow();      ///< "オーバーフローしました。"
 [[noreturn]] void throwDivideByZero();  ///< "0 で除算しました。"
 

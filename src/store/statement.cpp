@@ -164,7 +164,10 @@ Statement& Statement::bindAll(const Binds& values) {
 bool Statement::step() {
     // A write outside of any transaction is one of its own, and may fail in its commit as others do.
     std::optional<Connection::Changes> before;
-    if (!sqlite3_stmt_readonly(stmt_) && !connection_->inTransaction()) before = connection_->changes();
+    if (!sqlite3_stmt_readonly(stmt_) && !connection_->inTransaction()) {
+        if (connection_->works_ > 0) throwEnded();
+        before = connection_->changes();
+    }
     const int code = sqlite3_step(stmt_);
     if (code == SQLITE_ROW) return true;
     if (code == SQLITE_DONE) {

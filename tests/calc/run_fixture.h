@@ -4,6 +4,7 @@
 #include "domain/run_key.h"
 #include "prep/run_company.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 #include "support/store_probe.h"
 
 namespace store {
@@ -93,9 +94,9 @@ class OneRun : public preptest::RunCompany {
     /// Runs a calculation as the screen does.
     template <typename Calculation>
     auto committed(Calculation&& calculation) {
-        store::Transaction transaction(cn_);
+        store::Work work(cn_);
         const auto result = calculation();
-        transaction.commit();
+        work.commit();
         return result;
     }
     /// Damages the company and runs what must fail for this reason; both are taken back and nothing stays.
@@ -104,10 +105,10 @@ class OneRun : public preptest::RunCompany {
         SCOPED_TRACE(damage);
         const QByteArray before = support::dump(cn_);
         const auto failure = support::errorOf([&] {
-            store::Transaction transaction(cn_);
+            store::Work work(cn_);
             sql(damage);
             calculation();
-            transaction.commit();
+            work.commit();
         });
         ASSERT_TRUE(failure);
         EXPECT_EQ(failure->reason(), reason) << failure->what();

@@ -18,6 +18,7 @@
 #include "sample_company.h"
 #include "schema/catalog.h"
 #include "schema/files.h"
+#include "store/work.h"
 
 namespace durability {
 namespace {
@@ -54,12 +55,12 @@ void changeDates(store::Connection& cn, int side) {
     const QDate extra(2027, 7, 10);  // the sample company does not have it
     const personnel::PositionDates dates{extra, extra, extra};
     prep::SelectIntoX(cn, dates);
-    store::Transaction transaction(cn);
+    store::Work work(cn);
     if (side == 1)
         prep::addDate(cn, prep::Side::Jikkou, dates);
     else
         prep::removeDate(cn, prep::Side::Jikkou, extra);
-    transaction.commit();
+    work.commit();
 }
 
 void fillAutomatically(store::Connection& cn, int side) {
@@ -102,10 +103,10 @@ void renameEmployee(store::Connection& cn, int side) {
     const personnel::CodeKey from{kRenamed[1 - side], {}}, to{kRenamed[side], {}};
     const personnel::CompanyDatabases company = databasesOf(cn);
     personnel::announceRename(company, Referent::Syain, from, to);
-    store::Transaction transaction(cn, store::Connection::Reserve::AsWritten);
+    store::Work work(cn, store::Work::Reserve::AsWritten);
     personnel::renameCode(company, Referent::Syain, from, to);
     personnel::renameEntry(cn, Referent::Syain, from, to);
-    transaction.commit();
+    work.commit();
 }
 
 /// Another person with all rows of one that every file knows. What the person is called is of no account.
@@ -127,14 +128,14 @@ void removeEmployee(store::Connection& cn, int side) {
     const personnel::CodeKey copy{QStringLiteral("900002"), {}};
     const personnel::CompanyDatabases company = databasesOf(cn);
     personnel::announceRemoval(company, Referent::Syain, copy);
-    store::Transaction transaction(cn, store::Connection::Reserve::AsWritten);
+    store::Work work(cn, store::Work::Reserve::AsWritten);
     personnel::removeCode(company, Referent::Syain, copy);
     personnel::removeEntry(cn, Referent::Syain, copy);
-    transaction.commit();
+    work.commit();
     if (side == 1) return;
     store::Connection hyouka(schema::filePath(company.dataDir, company.company, schema::File::Hyouka),
                              company::sharedKey());
-    store::Transaction own(cn), other(hyouka);
+    store::Work own(cn), other(hyouka);
     copyEmployee(cn, schema::tableNamed(QStringLiteral("履歴書テーブル")), 0, copy.code);
     for (const personnel::Reference& each : personnel::codeReferences())
         if (each.table->columns[static_cast<std::size_t>(each.column)].name == u"社員Code" &&
@@ -163,9 +164,9 @@ void importPeople(store::Connection& cn, int side) {
 
 template <auto Work>
 void inOneTransaction(store::Connection& cn, int side) {
-    store::Transaction transaction(cn);
+    store::Work work(cn);
     Work(cn, side);
-    transaction.commit();
+    work.commit();
 }
 
 }  // namespace

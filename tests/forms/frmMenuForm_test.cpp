@@ -78,37 +78,75 @@ TEST_F(HouseScreens, BoxesSpeakJapaneseAndALossDefaultsToNo) {
     tell(nullptr, u"x"_s, QString(), BoxIcon::Critical);
 }
 
-TEST_F(HouseScreens, FailuresAreToldOnceAndAnOpenTransactionIsRolledBack) {
+TEST_F(HouseScreens, FailuresAreToldOnceAndAnOpenWorkIsRolledBack) {
     CompanyFolder company;
     company.makeEmpty();
     const auto cn = company.open();
     widgets::Form form(u"frmX"_s, QString(), nullptr);
-    FormTransaction transaction(*cn);
     const auto count = [&] { return cn->query(u"select * from Tanka_hasuu"_s).recordCount(); };
     const auto insert = [&] { cn->execute(u"INSERT INTO Tanka_hasuu (単価) VALUES (?)"_s, {u"1"}); };
     const store::Error error(store::Error::Reason::DiskFull, u"ディスクの空き容量が不足しています。"_s);
-
-    EXPECT_TRUE(guarded(&form, transaction, [&] {
-        transaction.begin();
+    const auto expectCancelled = [&] {
+        driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s, BoxAnswer::Ok,
+                          BoxIcon::Information);
+    };
+    EXPECT_TRUE(guarded(&form, [&] {
+        store::Work work(*cn, u"登録"_s);
         insert();
-        transaction.commit();
+        work.commit();
     }));
     EXPECT_EQ(count(), 1);
 
-    driver_.expectBox(u"処理中にエラーが発生しました。処理を取り消します。"_s, u"取消"_s, BoxAnswer::Ok,
-                      BoxIcon::Information);
-    EXPECT_FALSE(guarded(&form, transaction, [&] {
-        form.setHourglass();
-        transaction.begin();
-        insert();
-        throw error;
-    }));
-    EXPECT_EQ(count(), 1);
-    EXPECT_FALSE(transaction.open() || cn->inTransaction());
+    // The screen is brought back before the box; a work inside another one takes back its own part only.
+    int left = -1;
+    expectCancelled();
+    EXPECT_FALSE(guarded(
+        &form,
+        [&] {
+            form.setHourglass();
+            store::Work work(*cn, u"登録"_s);
+            insert();
+            {
+                store::Work inner(*cn);
+                insert();
+            }
+            EXPECT_EQ(count(), 2);
+            throw error;
+        },
+        [&] {
+            left = count();
+            EXPECT_TRUE(driver_.boxes().empty());
+        }));
+    EXPECT_EQ(left, 1);
     EXPECT_EQ(form.cursor().shape(), Qt::ArrowCursor);
 
+    // Forgotten: ended without a word, or never; the works that follow are no part of it.
+    std::unique_ptr<store::Work> kept;
+    for (const bool stays : {false, true}) {
+        expectCancelled();
+        EXPECT_FALSE(guarded(&form, [&] {
+            auto work = std::make_unique<store::Work>(*cn, u"登録"_s);
+            insert();
+            if (stays) kept = std::move(work);
+        }));
+        EXPECT_FALSE(cn->inTransaction());
+    }
+    EXPECT_EQ(count(), 1);
+
+    // What the engine ended goes on for nobody: neither its rest nor its commit.
+    for (const bool writes : {true, false}) {
+        expectCancelled();
+        EXPECT_FALSE(guarded(&form, [&] {
+            store::Work work(*cn, u"登録"_s);
+            cn->executeScript(u"ROLLBACK"_s);
+            if (writes) insert();
+            work.commit();
+        }));
+    }
+    EXPECT_EQ(count(), 1);
+
     driver_.expectBox(error.text(), QString(), BoxAnswer::Ok, BoxIcon::None);
-    EXPECT_FALSE(guarded(&form, transaction, [&] { throw error; }));
+    EXPECT_FALSE(guarded(&form, [&] { throw error; }));
     driver_.expectBox(error.text(), QString());
     EXPECT_FALSE(guarded(nullptr, [&] { throw error; }));
 }

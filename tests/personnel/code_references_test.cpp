@@ -123,7 +123,7 @@ TEST_F(CodeReferences, ACodeIsCarriedThroughEveryFileAndGoesFromEveryFile) {
     cn_->executeScript(u"BEGIN"_s);
     for (const Referent referent : all)
         renameCode(company(), referent, key(referent, kOld), key(referent, kNew));
-    cn_->commitTrans();
+    cn_->executeScript(u"COMMIT"_s);
     QByteArray found = folder_.fingerprint();
     for (const Referent referent : all) {
         const qsizetype strangers = referent == Referent::SyozokuSyo ? 1 : 0;
@@ -141,7 +141,7 @@ TEST_F(CodeReferences, ACodeIsCarriedThroughEveryFileAndGoesFromEveryFile) {
     for (const QString& table : {u"所属小マスタ"_s, u"続柄マスタ"_s}) cn_->execute(u"delete from "_s + table);
     cn_->executeScript(u"BEGIN"_s);
     for (const Referent referent : all) removeCode(company(), referent, key(referent, kNew));
-    cn_->commitTrans();
+    cn_->executeScript(u"COMMIT"_s);
     found = folder_.fingerprint();
     for (const Referent referent : all)
         EXPECT_EQ(found.count(key(referent, kNew).code.toUtf8()), 0) << int(referent);
@@ -157,7 +157,7 @@ TEST_F(CodeReferences, SecondaryFilesStandByThemselves) {
     secondaries_.clear();
     cn_->executeScript(u"BEGIN"_s);
     renameCode(company(), Referent::Syain, from, to, u"改名　花子"_s);
-    cn_->rollbackTrans();
+    cn_->executeScript(u"ROLLBACK"_s);
     store::Connection chingin(folder_.file(File::Chingin), company::sharedKey());
     for (const QString& table : {u"C改定テーブル"_s, u"C改定シミュレーションテーブル"_s}) {
         const auto copy = chingin.query(u"select 社員Code, 氏名 from "_s + table);
@@ -217,7 +217,7 @@ TEST_F(CodeReferences, WhatWasCutOffGoesToItsEndOrBack) {
             removeCode(company(), referent, from);
         else
             renameCode(company(), referent, from, to, u"改名　花子"_s);
-        cn_->rollbackTrans();
+        cn_->executeScript(u"ROLLBACK"_s);
         const auto change = cutOffChange(company());
         ASSERT_TRUE(change);
         EXPECT_EQ(change->changed.size(), 2);

@@ -3,6 +3,7 @@
 #include "prep/run_company.h"
 #include "prep/snapshot.h"
 #include "schema/catalog.h"
+#include "store/work.h"
 
 namespace {
 
@@ -71,9 +72,9 @@ class AutoInput : public RunCompany {
                 {ofPeople[i], u"00000%1"_s.arg(i + 1)});
     }
     prep::AutoItems fill(Houshiki houshiki = Houshiki::Kojinbetsu) {
-        store::Transaction transaction(cn_);
+        store::Work work(cn_);
         const auto filled = prep::autoInput(cn_, run_, houshiki);
-        transaction.commit();
+        work.commit();
         return filled;
     }
     void expectRefusal() {

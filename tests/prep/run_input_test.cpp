@@ -3,6 +3,7 @@
 #include "prep/criterion_snapshot.h"
 #include "prep/pasted_people.h"
 #include "prep/run_company.h"
+#include "store/work.h"
 
 namespace {
 
@@ -45,9 +46,9 @@ TEST_F(RunInputTest, ReadsTheCriterionByNumberWithNamesAndWithoutWhoLeftTheSnaps
     sql(u"delete from S実行個人別計算"_s);
     EXPECT_TRUE(load(u"基礎額Ａ"_s).empty());
     // In a caller's transaction the list goes back with it.
-    cn_.beginTrans();
+    store::Work takenBack(cn_);
     prep::SelectIntoX3(cn_, kRun, prep::RunTable::SougakuHaibun);
-    cn_.rollbackTrans();
+    takenBack.rollback();
     EXPECT_EQ(cn_.query(u"select 1 from IdoChuusyutsuMax3"_s).recordCount(), 0);
 }
 

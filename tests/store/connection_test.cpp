@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include "schema/catalog.h"
+#include "store/work.h"
 #include "support/fault_vfs.h"
 #include "support/store_probe.h"
 
@@ -33,12 +34,12 @@ class Store : public testing::Test {
     /// A file with a table of its own name: (ID, コード, 額), rows (i, 9 i, i yen).
     Connection create(const QString& name, int rows = 3) const {
         Connection cn(path(name), kKey, Mode::Create);
-        store::Transaction transaction(cn);
+        store::Work work(cn);
         cn.execute(u"CREATE TABLE %1(ID INTEGER PRIMARY KEY,コード Text(6),額 CURRENCY)"_s.arg(name));
         for (int i = 1; i <= rows; ++i)
             cn.execute(u"insert into %1 values(?,?,?)"_s.arg(name),
                        {i, QString::number(i * 9), Money::fromYen(i)});
-        transaction.commit();
+        work.commit();
         return Connection(path(name), kKey);
     }
     std::optional<Reason> openReason(const QString& name, const store::Key& key = kKey) const {
@@ -83,18 +84,18 @@ TEST_F(Store, RefusesWritesItCannotDo) {
                reader(path(u"t"_s), kKey, Mode::ReadOnly);
     EXPECT_EQ(reasonOf([&] { reader.execute(u"delete from t"_s); }), Reason::ReadOnly);
     for (Connection* cn : {&holder, &second}) sqlite3_busy_timeout(cn->handle(), 20);
-    holder.beginTrans();
-    EXPECT_EQ(reasonOf([&] { second.beginTrans(); }), Reason::Locked);
+    std::optional<store::Work> work(std::in_place, holder);
+    EXPECT_EQ(reasonOf([&] { store::Work{second}; }), Reason::Locked);
     EXPECT_FALSE(second.inTransaction());
     // A reader in the way of the commit leaves the transaction open, to be tried again.
     holder.execute(u"delete from t where ID=1"_s);
     {
         store::Statement rows = second.prepare(u"select * from t"_s);
         ASSERT_TRUE(rows.step());
-        EXPECT_EQ(reasonOf([&] { holder.commitTrans(); }), Reason::Locked);
+        EXPECT_EQ(reasonOf([&] { work->commit(); }), Reason::Locked);
         EXPECT_TRUE(holder.inTransaction());
     }
-    holder.commitTrans();
+    work->commit();
     EXPECT_EQ(one(second, u"select count(*) from t"_s), 2);
 }
 
@@ -107,7 +108,7 @@ TEST_F(Store, OneTransactionCoversAllFiles) {
     for (const QString& schema : {u"main"_s, u"zweite"_s})
         EXPECT_EQ(one(cn, u"PRAGMA %1.synchronous"_s.arg(schema)), 2);
     {
-        store::Transaction dropped(cn);
+        store::Work dropped(cn);
         cn.execute(u"delete from t"_s);
         EXPECT_EQ(cn.execute(u"delete from u"_s), 3);
     }
@@ -116,9 +117,9 @@ TEST_F(Store, OneTransactionCoversAllFiles) {
     };
     // A failure of any write of the transaction leaves both files as they were, also for the next program.
     const auto raise = [&] {
-        store::Transaction transaction(cn);
+        store::Work work(cn);
         for (const QString& table : {u"t"_s, u"u"_s}) cn.execute(u"update %1 set 額=額+10000"_s.arg(table));
-        transaction.commit();
+        work.commit();
     };
     bool failed = true;
     for (qint64 n = 1; failed; ++n) {
