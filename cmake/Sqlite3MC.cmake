@@ -71,7 +71,7 @@ endif()
 
 add_library(sqlite3mc STATIC ${_mint_sqlite_c})
 set_target_properties(sqlite3mc PROPERTIES C_VISIBILITY_PRESET hidden AUTOMOC OFF AUTORCC OFF
-                                           UNITY_BUILD OFF)
+                                           UNITY_BUILD OFF POSITION_INDEPENDENT_CODE ON)
 target_include_directories(sqlite3mc SYSTEM PUBLIC ${_mint_sqlite_dir}/package/deps/sqlite3)
 target_compile_definitions(
   sqlite3mc
@@ -92,4 +92,4 @@ if(NOT MSVC)
   target_compile_options(sqlite3mc PRIVATE -w -O2)
 endif()
 find_package(Threads REQUIRED)
-target_link_libraries(sqlite3mc PUBLIC Threads::Threads ${CMAKE_DL_LIBS})
+target_link_libraries(sqlite3mc PUBLIC Threads::Threads ${CMAKE_DL_LIBS} PRIVATE mint_hardening)

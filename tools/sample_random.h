@@ -6,7 +6,7 @@ namespace sample {
 
 /// What a random sequence is for: each purpose has its own, so that a choice added to one moves nothing in
 /// another.
-enum class Purpose { Person = 1, Career, Address, Family, Shikaku, Wage, Hyouka, RunInput };
+enum class Purpose : std::uint64_t { Person = 1, Career, Address, Family, Shikaku, Wage, Hyouka, RunInput };
 
 /// A random sequence of a person for one purpose, the same on every machine (SplitMix64 with a fixed seed).
 class Random {

@@ -56,7 +56,7 @@ void frmJinjiIdou2::makeControls() {
     txtFields_[Idoubi]->setPlaceholderText(u"入力例： 2000/4/1"_s);
     txtFields_[Tokyu]->setPlaceholderText(u"1～20"_s);
     widgets::admitOnly(txtFields_[Tokyu], u"0123456789"_s);
-    for (int i = 0; i < kCombos; ++i) {
+    for (std::size_t i = 0; i < kCombos; ++i) {
         auto* combo = combo_[i] = make<widgets::CodeCombo>(u"DataCombo1_%1"_s.arg(i));
         connect(combo, &widgets::CodeCombo::entered, this,
                 [this, i] { forms::guarded(this, [this, i] { enterCombo(i); }); });
@@ -68,7 +68,7 @@ void frmJinjiIdou2::makeControls() {
 
 void frmJinjiIdou2::bindFields() {
     bind(txtFields_[Idoubi], u"異動日"_s, [this] { return checkIdoubiField(); });
-    for (int i = 0; i < kCombos; ++i) bind(combo_[i], kItems[i], [this, i] { return checkCombo(i); });
+    for (std::size_t i = 0; i < kCombos; ++i) bind(combo_[i], kItems[i], [this, i] { return checkCombo(i); });
     bind(txtFields_[Tokyu], u"等級"_s, [this] { return checkTokyuField(); });
     bind(txtFields_[Comment], u"コメント"_s,
          [this] { return passes(this, checkComment(txtFields_[Comment]->text())); });
@@ -86,7 +86,7 @@ QLayout* frmJinjiIdou2::arrangeFields() {
                           txtFields_[field]);
     };
     addEdit(Idoubi, u"異動日:"_s);
-    for (int i = 0; i < kCombos; ++i)
+    for (std::size_t i = 0; i < kCombos; ++i)
         widgets::addField(fields, labelFor(u"lblCombo_%1"_s.arg(i), kItems[i] + u':', combo_[i]), combo_[i]);
     addEdit(Tokyu, u"等級:"_s);
     widgets::addField(fields, make<QLabel>(u"Label4_0"_s, u"号俸:"_s), kept_[0]);
@@ -107,8 +107,8 @@ void frmJinjiIdou2::rowsRead() {
     }
 }
 
-QString frmJinjiIdou2::nameOf(int index, const QString& code, const QString& parent) const {
-    const auto& master = masters_[std::size_t(index)];
+QString frmJinjiIdou2::nameOf(std::size_t index, const QString& code, const QString& parent) const {
+    const auto& master = masters_[index];
     const auto found = std::find_if(master.begin(), master.end(), [&](const CodeChoice& choice) {
         return choice.code == code && (index != SyozokuSyou || choice.parent == parent);
     });
@@ -158,8 +158,8 @@ void frmJinjiIdou2::rowWritten(store::Recordset& row) {
 
 void frmJinjiIdou2::showWholeLists() {
     const QString dai = combo_[SyozokuDai]->code();
-    for (int i = 0; i < kCombos; ++i) {
-        std::vector<CodeChoice> choices = masters_[std::size_t(i)];
+    for (std::size_t i = 0; i < kCombos; ++i) {
+        std::vector<CodeChoice> choices = masters_[i];
         // A 所属小 is named under its 所属大 only.
         if (i == SyozokuSyou) std::erase_if(choices, [&](const CodeChoice& c) { return c.parent != dai; });
         combo_[i]->setItems(comboItems(choices));
@@ -188,20 +188,20 @@ bool frmJinjiIdou2::checkTokyuField() {
     return true;
 }
 
-bool frmJinjiIdou2::listHasRows(int index) {
+bool frmJinjiIdou2::listHasRows(std::size_t index) {
     if (index == SyozokuSyou)
         return !codeChoicesAt(cn(), kItems[index], enteredDate(), combo_[SyozokuDai]->code()).empty();
-    return !masters_[std::size_t(index)].empty();
+    return !masters_[index].empty();
 }
 
-bool frmJinjiIdou2::checkCombo(int index) {
+bool frmJinjiIdou2::checkCombo(std::size_t index) {
     return passes(this,
                   checkTransferChoice(items_, kItems[index], combo_[index]->text(), listHasRows(index)));
 }
 
 // ---- what is offered
 
-void frmJinjiIdou2::enterCombo(int index) {
+void frmJinjiIdou2::enterCombo(std::size_t index) {
     if (index == Jiyuu) return;
     if (!passes(this, checkIdoubi(txtFields_[Idoubi]->text(), {}))) {
         txtFields_[Idoubi]->setFocus(Qt::OtherFocusReason);
@@ -223,7 +223,7 @@ void frmJinjiIdou2::enterCombo(int index) {
     if (!offer(index)) sendBackToDate(u"この異動日以前に設定された%1はありません。"_s.arg(kItems[index]));
 }
 
-bool frmJinjiIdou2::offer(int index) {
+bool frmJinjiIdou2::offer(std::size_t index) {
     const auto choices = codeChoicesAt(cn(), kItems[index], enteredDate(),
                                        index == SyozokuSyou ? combo_[SyozokuDai]->code() : QString());
     combo_[index]->setItems(comboItems(choices));

@@ -25,7 +25,7 @@ class frmJinjiIdou2 : public PersonRecordForm {
     QString gridText(int row, int column) const override;
 
   private:
-    static constexpr int kCombos = 7;
+    static constexpr std::size_t kCombos = 7;
     enum Combo { Jiyuu, SyainKubun, SyozokuDai, SyozokuSyou, Yakusyoku, Syokusyu, Course };
 
     void makeControls();
@@ -33,17 +33,17 @@ class frmJinjiIdou2 : public PersonRecordForm {
     QLayout* arrangeFields();
     bool checkIdoubiField();
     bool checkTokyuField();
-    bool checkCombo(int index);
-    bool listHasRows(int index);
+    bool checkCombo(std::size_t index);
+    bool listHasRows(std::size_t index);
     /// Before the user chooses: only what was set up by the 異動日 is offered.
-    void enterCombo(int index);
-    bool offer(int index);
+    void enterCombo(std::size_t index);
+    bool offer(std::size_t index);
     void sendBackToDate(const QString& text);
     void dropSyozokuSyou();
     /// The whole masters, so that a row shows its names whenever they were set up.
     void showWholeLists();
     QDate enteredDate() const;
-    QString nameOf(int index, const QString& code, const QString& parent) const;
+    QString nameOf(std::size_t index, const QString& code, const QString& parent) const;
 
     EntryItems items_;
     std::array<std::vector<CodeChoice>, kCombos> masters_;

@@ -277,7 +277,7 @@ void frmSTaisyousya::refilter() {
 void frmSTaisyousya::showCounts() {
     int unassigned = 0;
     for (int row = 0; row < static_cast<int>(people_.size()); ++row) unassigned += future(row).none() ? 1 : 0;
-    const int chosen = table_->selectionModel()->selectedRows().size();
+    const qsizetype chosen = table_->selectionModel()->selectedRows().size();
     const auto changes = changedRows().size();
     unassigned_->setText(QStringLiteral("未割り当て %1人").arg(unassigned));
     counts_->setText(QStringLiteral("対象者 %1人　変更 %2人").arg(people_.size()).arg(changes));
