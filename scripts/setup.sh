@@ -2,8 +2,11 @@
 # preset named in `preset`; dev if none is).
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-preset="${preset:-dev}"
-build="$root/build/$preset"
+use_preset() {
+    preset="$1"
+    build="$root/build/$preset"
+}
+use_preset "${preset:-dev}"
 
 say() { printf '%s\n' "▸ $*"; }
 
@@ -35,9 +38,9 @@ install_packages() {
         "${missing[@]}" >/dev/null
 }
 
-# build_project target...: configures once and builds what changed.
+# build_project target...: configures where a preset is new or changed, and builds what changed.
 build_project() {
-    if [ ! -f "$build/build.ninja" ]; then
+    if [ ! -f "$build/build.ninja" ] || [ "$root/CMakePresets.json" -nt "$build/build.ninja" ]; then
         say "ビルドを準備しています（build/$preset）"
         mkdir -p "$build"
         (cd "$root" && cmake --preset "$preset" >"$build/configure.log" 2>&1) || {

@@ -141,7 +141,9 @@ void installTranslator(QApplication& app) {
     if (app.findChild<QTranslator*>(name)) return;
     auto* translator = new QTranslator(&app);
     translator->setObjectName(name);
-    if (translator->load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    const QString shipped = QCoreApplication::applicationDirPath() + QStringLiteral("/translations");
+    if (translator->load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)) ||
+        translator->load(name, shipped))
         app.installTranslator(translator);
 }
 
