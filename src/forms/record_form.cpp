@@ -2,11 +2,13 @@
 
 #include <QApplication>
 #include <QBoxLayout>
+#include <QCheckBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <algorithm>
 
 #include "forms/box.h"
@@ -38,6 +40,7 @@ bool holdsText(const QString& table, const QString& column) {
 RecordForm::RecordForm(const QString& name, const QString& caption, House& house, QWidget* parent)
     : Form(name, caption, parent),
       house_(house),
+      rows_(this),
       bar_(this),
       help_(make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("ヘルプ"))),
       faults_(make<QLabel>(QStringLiteral("lblFaults"))) {
@@ -58,7 +61,7 @@ RecordForm::RecordForm(const QString& name, const QString& caption, House& house
     connect(bar_.next, &QPushButton::clicked, this, [this] { step(+1); });
     connect(bar_.last, &QPushButton::clicked, this, [this] { goTo(rowCount() - 1); });
     connect(help_, &QPushButton::clicked, this, [this] {
-        if (house_.help) house_.help(helpTopic());
+        if (house_.help) house_.help(objectName());
     });
     setCancelButton(bar_.close);
 }
@@ -106,6 +109,33 @@ void RecordForm::bind(widgets::OptionRow* options, const QString& column) {
          .fresh = QStringLiteral("1")});
 }
 
+void RecordForm::bind(QCheckBox* box, const QString& column) {
+    const auto text = [](bool checked) { return store::Value(checked).toText(); };
+    add({.control = box,
+         .column = column,
+         .read = [box, text] { return text(box->isChecked()); },
+         .write = [box, text](const QString& stored) { box->setChecked(stored == text(true)); },
+         .lock = [box](bool locked) { box->setEnabled(!locked); },
+         .fresh = text(false)});
+}
+
+void RecordForm::bind(QLineEdit* edit, const QString& column, const domain::NumberRule& rule) {
+    edit->setAlignment(Qt::AlignRight);
+    widgets::typeDirectly(edit);
+    add({.control = edit,
+         .column = column,
+         .read = [edit] { return domain::withoutSeparators(edit->text()); },
+         .write = [edit](const QString& stored) { edit->setText(domain::withSeparators(stored)); },
+         .lock = [edit](bool locked) { edit->setReadOnly(locked); },
+         .check =
+             [this, edit, column, rule] {
+                 const auto fault = domain::numberFault(edit->text(), rule);
+                 const bool untouched =
+                     state_ == State::Editing && edit->text() == domain::withSeparators(oldText(column));
+                 return !fault || untouched || refuse(*fault);
+             }});
+}
+
 void RecordForm::setEntered(QWidget* control, bool entered) {
     for (Bound& bound : bound_) {
         if (bound.control != control) continue;
@@ -123,15 +153,15 @@ bool RecordForm::isEntered(const QWidget* control) const {
 
 widgets::Table* RecordForm::setGrid(std::vector<GridColumn> columns) {
     gridColumns_ = std::move(columns);
-    std::vector<widgets::RowsModel::Column> headings;
+    QStringList headings;
     int width = 0;
     for (const GridColumn& column : gridColumns_) {
-        headings.push_back({column.heading});
+        headings << column.heading;
         width += widgets::twips(column.width);
     }
     grid_ = make<widgets::Table>(QStringLiteral("DataGrid1"));
-    gridRows_ = new widgets::RowsModel(std::move(headings), this);
-    grid_->setModel(gridRows_);
+    rows_.setColumns(std::move(headings), [this](int row, int cell) { return gridText(row, cell); });
+    grid_->setModel(&rows_);
     grid_->setMinimumWidth(width + 4 * widgets::kGrid);
     grid_->setAccessibleName(QStringLiteral("一覧"));
     connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -152,12 +182,12 @@ void RecordForm::setList(QWidget* list) {
 }
 
 void RecordForm::refreshGrid() {
-    if (gridRows_) gridRows_->refresh();
+    rows_.refresh();
 }
 
 QString RecordForm::gridText(int row, int column) const {
     const QString& name = gridColumns_.at(static_cast<std::size_t>(column)).column;
-    return rows_->valueAt(row, rows_->fieldIndex(name)).toText();
+    return rows().valueAt(row, name).toText();
 }
 
 void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside) {
@@ -211,53 +241,31 @@ void RecordForm::orderTabs() {
 
 // ---- rows
 
-int RecordForm::rowCount() const {
-    return rows_ ? rows_->recordCount() : 0;
-}
-
 void RecordForm::openRecords() {
-    guarded(this, [this] {
-        rows_.emplace(cn().open(query()));
-        rowsRead();
-        row_ = hasRows() ? 0 : -1;
-    });
-    showList();
+    guarded(this, [this] { readRows(); });
+    row_ = hasRows() ? 0 : -1;
     setState(State::Browse);
 }
 
-/// The table's rows as they are now, unless the reading failed. The position is void afterwards.
-bool RecordForm::readRows() {
-    const bool read = guarded(this, [this] {
-        if (rows_)
-            rows_->requery();
-        else
-            rows_.emplace(cn().open(query()));
-        rowsRead();
-    });
+/// The table's rows as they are now; those that were read before stay where that fails. The position is void
+/// afterwards.
+void RecordForm::readRows() {
     row_ = -1;
-    return read;
-}
-
-void RecordForm::showList() {
-    if (!gridRows_) return;
-    // A failed removal is told while the grid still shows the row.
-    gridRows_->setRows(rowCount(), [this](int row, int column) {
-        return row < rowCount() ? gridText(row, column) : QString();
-    });
+    rows_.take(cn().open(query()));
+    rowsRead();
 }
 
 void RecordForm::rereadRecords(const QStringList& key) {
     if (state_ != State::Browse) return;
-    readRows();
+    guarded(this, [this] { readRows(); });
     standOn(key, 0);
-    showList();
     setState(State::Browse);
 }
 
 QStringList RecordForm::keyOf(int row) const {
     QStringList key;
     for (const QString& column : keyColumns())
-        if (row >= 0) key << rows_->valueAt(row, rows_->fieldIndex(column)).toText();
+        if (row >= 0) key << rows().valueAt(row, column).toText();
     return key;
 }
 
@@ -271,13 +279,11 @@ void RecordForm::standOn(const QStringList& key, int otherwise) {
             row_ = row;
             break;
         }
-    if (row_ >= 0) rows_->setAbsolutePosition(row_ + 1);
 }
 
 void RecordForm::goTo(int row) {
     if (state_ != State::Browse || rowCount() == 0) return;
     row_ = std::clamp(row, 0, rowCount() - 1);
-    rows_->setAbsolutePosition(row_ + 1);
     showRow();
 }
 
@@ -288,7 +294,7 @@ void RecordForm::step(int by) {
 }
 
 QString RecordForm::shownText(const Bound& bound) const {
-    return row_ < 0 ? QString() : rows_->valueAt(row_, rows_->fieldIndex(bound.column)).toText();
+    return row_ < 0 ? QString() : shown(bound.column).toText();
 }
 
 void RecordForm::showRow() {
@@ -300,7 +306,7 @@ void RecordForm::showRow() {
 
 QString RecordForm::oldText(const QString& column) const {
     if (state_ == State::Adding || row_ < 0) return {};
-    return rows_->valueAt(row_, rows_->fieldIndex(column)).toText();
+    return shown(column).toText();
 }
 
 // ---- states
@@ -311,7 +317,7 @@ void RecordForm::set_buttons(bool browse) {
     const bool some = hasRows();
     for (QPushButton* button : {bar_.edit, bar_.remove, bar_.first, bar_.previous, bar_.next, bar_.last})
         button->setEnabled(some);
-    bar_.add->setEnabled(rows_ && mayAdd());
+    bar_.add->setEnabled(rows_.known() && mayAdd());
 }
 
 void RecordForm::setState(State state) {
@@ -457,7 +463,7 @@ bool RecordForm::keyDiffers() const {
 void RecordForm::cmdUpdate() {
     const State was = state_;
     bool written = false;
-    if (was == State::Editing && row_ < 0) forgetWrite();
+    if (was == State::Editing && row_ < 0) restored(this, [this] { forgetWrite(); });
     const auto update = [&] {
         if (was == State::Editing) requireRow();
         clearFaults();
@@ -469,9 +475,8 @@ void RecordForm::cmdUpdate() {
     };
     if (!guarded(this, update, [this] { forgetWrite(); })) return writeFailed();
     if (!written) return;
-    readRows();
+    guarded(this, [this] { readRows(); });
     standOn(savedKey_, 0);
-    showList();
     setState(State::Browse);
     updated(was);
 }
@@ -482,30 +487,34 @@ void RecordForm::writeRow() {
     updateBegins(renames);
     store::Work work(cn(), windowTitle(), store::Work::Reserve::AsWritten);
     if (renames) keyRenamed();
-    if (adding) rows_->addNew();
+    auto row = adding ? store::RowEdit(cn(), rows()) : store::RowEdit(cn(), rows(), row_);
     for (const Bound& bound : bound_) {
         const QString text = bound.read();
         if (!adding && (!bound.entered || text == shownText(bound))) continue;
-        rows_->setValue(bound.column, text.isEmpty() ? store::Value() : store::Value(text));
+        row.set(bound.column, text.isEmpty() ? store::Value() : store::Value(text));
     }
-    rowWritten(*rows_);
-    rows_->update();
-    afterRow();
+    rowWritten(row);
+    row.write();
+    afterRow(row);
     work.commit();
-    if (!adding) savedKey_ = keyOf(row_);
+    if (adding) return;
+    savedKey_.clear();
+    for (const QString& column : keyColumns()) savedKey_ << row.value(column).toText();
 }
 
-/// After a failure the rows are as before, and so is the state: what was typed stands in the fields. Where
-/// the row being edited is not to be found it must not be written over another one: then there is none.
+/// After a failure the state is as before: what was typed stands in the fields. The rows are read anew, since
+/// others may have changed them. Where the row being edited is not to be found it must not be written over
+/// another one: then there is none.
 void RecordForm::forgetWrite() {
-    if (!rows_) return;
     const int at = row_;
-    rows_->cancelUpdate();
-    const bool read = readRows();
-    standOn(savedKey_, at);
-    if (state_ == State::Editing && (!read || keyOf(row_) != savedKey_)) row_ = -1;
-    showList();
-    if (state_ == State::Browse) showRow();
+    bool read = false;
+    const auto stand = qScopeGuard([&] {
+        standOn(savedKey_, at);
+        if (state_ == State::Editing && (!read || keyOf(row_) != savedKey_)) row_ = -1;
+        if (state_ == State::Browse) showRow();
+    });
+    readRows();
+    read = true;
 }
 
 void RecordForm::requireRow() const {
@@ -539,15 +548,14 @@ void RecordForm::cmdDelete() {
         removalBegins();
         store::Work work(cn(), windowTitle(), store::Work::Reserve::AsWritten);
         rowGoes();
-        rows_->remove();
+        store::RowEdit(cn(), rows(), at).remove();
         work.commit();
         gone = true;
     };
     if (!guarded(this, remove, [this] { forgetWrite(); })) return writeFailed();
     if (!gone) return;
-    readRows();
+    guarded(this, [this] { readRows(); });
     standOn({}, at);
-    showList();
     setState(State::Browse);
     removed();
 }

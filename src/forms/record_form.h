@@ -7,9 +7,11 @@
 #include <optional>
 #include <vector>
 
+#include "domain/number_rule.h"
 #include "forms/guard.h"
+#include "forms/record_rows.h"
 #include "forms/screens.h"
-#include "store/recordset.h"
+#include "store/row_edit.h"
 #include "widgets/code_combo.h"
 #include "widgets/form.h"
 #include "widgets/option_row.h"
@@ -17,6 +19,7 @@
 #include "widgets/table.h"
 
 class QBoxLayout;
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 
@@ -52,13 +55,13 @@ namespace forms {
 /// What a refused update found wrong is told for the first field; all fields that would be refused are
 /// marked.
 /// Order of an update: checkRequired(), the checks of all entered fields, checkUpdate(), updateBegins(),
-/// BeginTrans, keyRenamed() (Editing, key changed), the fields into the row, rowWritten() (all states), the
-/// row into the table, afterRow(), CommitTrans, then updated(): the row that was shown before is shown again.
-/// Of a removal: mayRemove(), confirmRemoval(), removalBegins(), BeginTrans, rowGoes(), the row, CommitTrans,
-/// then removed(). A failure inside is told as "取消" and rolled back; the form stays in its state with
-/// everything that was typed. The transaction reserves the files as it writes them, so that a companion's
-/// file can be written by a connection of its own meanwhile: nothing in it may read a table of the wage file
-/// through cn_main.
+/// the work, keyRenamed() (Editing, key changed), the fields into the row, rowWritten() (all states), the
+/// row into the table, afterRow(), its commit, the rows anew, then updated(): the row that was shown before
+/// is shown again. Of a removal: mayRemove(), confirmRemoval(), removalBegins(), the work, rowGoes(), the
+/// row, its commit, the rows anew, then removed(). A failure inside is told as "取消" and rolled back; the
+/// form stays in its state with everything that was typed. The work reserves the files as it writes them, so
+/// that a companion's file can be written by a connection of its own meanwhile: nothing in it may read a
+/// table of the wage file through cn_main.
 class RecordForm : public widgets::Form {
     Q_OBJECT
   public:
@@ -88,7 +91,7 @@ class RecordForm : public widgets::Form {
     /// empty where there is none to offer.
     virtual QString nextKey() const;
     virtual QString keyCaption() const { return keyColumns().first(); }
-    /// Before BeginTrans, all checks passed: what has to stand even if the update is cut off. `renames`:
+    /// Before the work, all checks passed: what has to stand even if the update is cut off. `renames`:
     /// Editing with another key.
     virtual void updateBegins(bool renames) { Q_UNUSED(renames) }
     virtual void removalBegins() {}  ///< the same of a removal, after its question
@@ -96,8 +99,9 @@ class RecordForm : public widgets::Form {
     virtual void writeFailed() {}
     virtual void keyRenamed() {}
     /// The row has its fields; what no control is bound to (社員Code, 退職フラグ of a new row) is set here.
-    virtual void rowWritten(store::Recordset& row) { Q_UNUSED(row) }
-    virtual void afterRow() {}                         ///< the row stands in the table, not yet committed
+    virtual void rowWritten(store::RowEdit& row) { Q_UNUSED(row) }
+    /// The row stands in the table, not yet committed.
+    virtual void afterRow(const store::RowEdit& row) { Q_UNUSED(row) }
     virtual void updated(State was) { Q_UNUSED(was) }  ///< committed, Browse again, the row shown
     virtual bool mayRemove() { return true; }
     /// The question " <code> <name> を削除しますか？"; texts of the first two bound fields unless overridden.
@@ -108,7 +112,6 @@ class RecordForm : public widgets::Form {
     virtual void rowsRead() {}      ///< the rows were read anew: companions' rows are read here
     virtual void rowShown() {}      ///< the fields show another row (or none): age, subordinate commands
     virtual void stateChanged() {}  ///< after every change of state and at opening
-    virtual QString helpTopic() const { return objectName(); }  ///< whose topic the help button shows
     /// Keys that the focused control has for itself in Browse: Home and End in an editable text box.
     virtual bool keepsKey(const QWidget* focused, int key) const;
     /// The text of a cell of DataGrid1; the row's value unless overridden. `row` counts from 0.
@@ -122,6 +125,10 @@ class RecordForm : public widgets::Form {
     void bind(QLineEdit* edit, const QString& column, Check check = {});
     void bind(widgets::CodeCombo* combo, const QString& column, Check check = {});
     void bind(widgets::OptionRow* options, const QString& column);
+    void bind(QCheckBox* box, const QString& column);  ///< of a Boolean; a new row starts unchecked
+    /// The number of a column, shown with separated thousands. What is stored with more digits than the rule
+    /// takes is shown whole and stays until it is typed over.
+    void bind(QLineEdit* edit, const QString& column, const domain::NumberRule& rule);
     /// An item that the company does not enter: grey, out of the keyboard's way, never unlocked, not checked,
     /// not written.
     void setEntered(QWidget* control, bool entered);
@@ -152,9 +159,11 @@ class RecordForm : public widgets::Form {
     /// Reads the rows again and stands on the row with that key, or on the first. Browse only.
     void rereadRecords(const QStringList& key = {});
 
-    bool hasRows() const { return rows_ && rows_->recordCount() > 0; }
-    const store::Recordset& rows() const { return *rows_; }  ///< after openRecords() without failure
-    int rowCount() const;
+    bool hasRows() const { return rowCount() > 0; }
+    const store::Recordset& rows() const { return rows_.rows(); }  ///< after openRecords() without failure
+    int rowCount() const { return rows_.count(); }
+    /// What the table holds of the row that is shown, which there is.
+    const store::Value& shown(const QString& column) const { return rows().valueAt(row_, column); }
     int row() const { return row_; }  ///< from 0; -1 for none
     void goTo(int row);               ///< Browse only
     /// What the shown row holds in the table, whatever is typed meanwhile: old_code, old_name, old_idoubi. In
@@ -206,15 +215,14 @@ class RecordForm : public widgets::Form {
     void setState(State state);
     void focusInBrowse();
     void showRow();
-    void showList();
-    bool readRows();
+    void readRows();
     void standOn(const QStringList& key, int otherwise);
     QStringList keyOf(int row) const;
     QString shownText(const Bound& bound) const;
     bool takesKey(int key, bool control);
 
     std::vector<Bound> bound_;
-    std::optional<store::Recordset> rows_;
+    RecordRows rows_;
     widgets::RecordBar bar_;
     QPushButton* help_;
     QLabel* faults_;
@@ -223,7 +231,6 @@ class RecordForm : public widgets::Form {
     int row_ = -1;
     QStringList savedKey_;  ///< saved_bookmark: the row to return to
     widgets::Table* grid_ = nullptr;
-    widgets::RowsModel* gridRows_ = nullptr;
     std::vector<GridColumn> gridColumns_;
     QPointer<QWidget> list_;
     QBoxLayout* column_ = nullptr;

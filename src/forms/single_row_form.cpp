@@ -18,6 +18,7 @@ SingleRowForm::SingleRowForm(const QString& name, const QString& caption, const 
                              QWidget* parent)
     : Form(name, caption, parent),
       house_(house),
+      table_(table),
       command1_(make<QPushButton>(QStringLiteral("Command1"), QStringLiteral("更新(&U)"))),
       command2_(make<QPushButton>(QStringLiteral("Command2"), QStringLiteral("キャンセル(&C)"))),
       command3_(make<QPushButton>(QStringLiteral("Command3"), QStringLiteral("ヘルプ(&H)"))) {
@@ -57,13 +58,15 @@ void SingleRowForm::reject() {
 }
 
 store::Value SingleRowForm::stored(const QString& column) const {
-    return row_ && !row_->eof() ? row_->value(column) : store::Value();
+    return row_ && !row_->isEmpty() ? row_->value(column) : store::Value();
 }
 
-void SingleRowForm::rewrite(const std::function<void(store::Recordset&)>& change) {
-    if (!row_ || row_->eof()) return;
-    change(*row_);
-    row_->update();
+void SingleRowForm::rewrite(const std::function<void(store::RowEdit&)>& change) {
+    if (!row_ || row_->isEmpty()) return;
+    store::RowEdit row(cn(), *row_, 0);
+    change(row);
+    row.write();
+    row_ = cn().open({table_, {}, {}, {}});
 }
 
 store::Connection& SingleRowForm::cn() {
@@ -76,9 +79,9 @@ void SingleRowForm::Command1_Click() {
         if (!ask(this, QStringLiteral("内容を変更します。\nよろしいですか。"), QStringLiteral("更新の確認")))
             return;
         setHourglass();
-        if (row_->recordCount() == 0) row_->addNew();
-        fill(*row_);
-        row_->update();
+        auto row = row_->isEmpty() ? store::RowEdit(cn(), *row_) : store::RowEdit(cn(), *row_, 0);
+        fill(row);
+        row.write();
         updated();
         accept();
     });

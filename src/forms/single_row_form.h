@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "forms/screens.h"
-#include "store/recordset.h"
+#include "store/row_edit.h"
 #include "widgets/form.h"
 
 class QLayout;
@@ -24,9 +24,9 @@ class SingleRowForm : public widgets::Form {
     SingleRowForm(const QString& name, const QString& caption, const QString& table, House& house,
                   QWidget* parent);
 
-    virtual bool mayUpdate() { return true; }      ///< tells what is wrong and answers false
-    virtual void fill(store::Recordset& row) = 0;  ///< what was entered goes into the row
-    virtual void updated() {}                      ///< written, about to close
+    virtual bool mayUpdate() { return true; }    ///< tells what is wrong and answers false
+    virtual void fill(store::RowEdit& row) = 0;  ///< what was entered goes into the row
+    virtual void updated() {}                    ///< written, about to close
 
     /// Title and `guidance` (may be empty), the fields, the buttons. Called once, with the row in the
     /// controls.
@@ -34,7 +34,7 @@ class SingleRowForm : public widgets::Form {
     /// What the column holds; Null without the row or when it could not be read.
     store::Value stored(const QString& column) const;
     /// Writes the row as `change` leaves it, without a question; nothing without the row.
-    void rewrite(const std::function<void(store::Recordset&)>& change);
+    void rewrite(const std::function<void(store::RowEdit&)>& change);
     QPushButton* cancel() const { return command2_; }
     store::Connection& cn();
 
@@ -44,6 +44,7 @@ class SingleRowForm : public widgets::Form {
     void Command1_Click();
     QStringList entered() const;  ///< what the text and check boxes hold
 
+    QString table_;
     std::optional<store::Recordset> row_;
     QStringList begun_;  ///< entered() when the screen was arranged
     QPushButton* command1_;

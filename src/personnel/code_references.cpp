@@ -266,7 +266,8 @@ Where rowsOf(const Reference& reference, const CodeKey& key) {
 /// would reserve it for the rest of the caller's transaction.
 bool stands(store::Connection& cn, const schema::Table& table) {
     if (table.lifetime != schema::Lifetime::Scratch) return true;
-    return !cn.query(QStringLiteral("select 1 from main.sqlite_schema where name = ?"), {table.name}).eof();
+    return !cn.query(QStringLiteral("select 1 from main.sqlite_schema where name = ?"), {table.name})
+                .isEmpty();
 }
 
 /// What is done to one reference, on the connection that reaches its table.

@@ -87,7 +87,7 @@ std::vector<CodeUse> codeUsage(store::Connection& cn_main, Referent referent, co
 /// What goes with an employee, for the question before: the rows of each table of people, results and runs.
 std::vector<CodeUse> employeeHistory(store::Connection& cn_main, const QString& syainCode);
 
-/// Carries a code through every table of every file. In the caller's transaction on cn_main (FormTransaction
+/// Carries a code through every table of every file. In the work of the caller on cn_main (Work
 /// of a record form): codehenkou4 there, then codehenkou1_sub and codehenkou2_sub on connections of their
 /// own, each in a transaction of its own and skipped when its file is missing, then the company's own tables
 /// on cn_main. What a secondary file got stands even if the caller rolls back. The row of the code itself

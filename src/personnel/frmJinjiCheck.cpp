@@ -44,12 +44,12 @@ frmJinjiCheck::frmJinjiCheck(forms::House& house, QWidget* parent)
 /// A switched-off attribute must not stay required: its flag is taken back at once.
 void frmJinjiCheck::nameAttributes() {
     const EntryItems items = EntryItems::read(cn());
-    rewrite([&](store::Recordset& row) {
+    rewrite([&](store::RowEdit& row) {
         for (int i = t::自由1; i <= t::自由5; ++i) {
             const bool off = items.caption(columnAt(i)) == u"未設定"_s;
             check1_[std::size_t(i)]->setEnabled(!off);
             if (off)
-                row.setValue(i, false);
+                row.set(i, false);
             else
                 check1_[std::size_t(i)]->setText(widgets::asCaption(items.caption(columnAt(i))));
         }
@@ -80,8 +80,8 @@ QWidget* frmJinjiCheck::frame(const QString& title, int first, int count, int co
     return box;
 }
 
-void frmJinjiCheck::fill(store::Recordset& row) {
-    for (int i = 0; i < kChecks; ++i) row.setValue(i, check1_[std::size_t(i)]->isChecked());
+void frmJinjiCheck::fill(store::RowEdit& row) {
+    for (int i = 0; i < kChecks; ++i) row.set(i, check1_[std::size_t(i)]->isChecked());
 }
 
 }  // namespace personnel

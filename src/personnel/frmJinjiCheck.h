@@ -15,7 +15,7 @@ class frmJinjiCheck : public forms::SingleRowForm {
     frmJinjiCheck(forms::House& house, QWidget* parent);
 
   protected:
-    void fill(store::Recordset& row) override;
+    void fill(store::RowEdit& row) override;
 
   private:
     static constexpr int kChecks = 26;  ///< the columns of 入力可・不可テーブル

@@ -102,7 +102,7 @@ void frmJinjiIdou2::rowsRead() {
     inForce_ = -1;
     // The newest stand first: the first row that has come into force is the one.
     for (int row = 0; row < rows().recordCount() && inForce_ < 0; ++row) {
-        const store::Value& date = rows().valueAt(row, rows().fieldIndex(u"異動日"_s));
+        const store::Value& date = rows().valueAt(row, u"異動日"_s);
         if (!date.isNull() && date.toDate() <= today) inForce_ = row;
     }
 }
@@ -116,9 +116,7 @@ QString frmJinjiIdou2::nameOf(std::size_t index, const QString& code, const QStr
 }
 
 QString frmJinjiIdou2::gridText(int row, int column) const {
-    const auto text = [&](const QString& name) {
-        return rows().valueAt(row, rows().fieldIndex(name)).toText();
-    };
+    const auto text = [&](const QString& name) { return rows().valueAt(row, name).toText(); };
     switch (column) {
         case 0:
             return text(u"異動日"_s);
@@ -141,8 +139,8 @@ QString frmJinjiIdou2::gridText(int row, int column) const {
 void frmJinjiIdou2::rowShown() {
     showWholeLists();
     const bool shown = row() >= 0;
-    kept_[0]->setText(shown ? rows().value(u"号俸"_s).toText() : QString());
-    kept_[1]->setText(shown ? rows().value(u"評語"_s).toText() : QString());
+    kept_[0]->setText(shown ? this->shown(u"号俸"_s).toText() : QString());
+    kept_[1]->setText(shown ? this->shown(u"評語"_s).toText() : QString());
 }
 
 void frmJinjiIdou2::stateChanged() {
@@ -151,9 +149,9 @@ void frmJinjiIdou2::stateChanged() {
 }
 
 /// A 所属小 of the former 所属大 does not survive, not even where the company does not enter it any more.
-void frmJinjiIdou2::rowWritten(store::Recordset& row) {
+void frmJinjiIdou2::rowWritten(store::RowEdit& row) {
     PersonRecordForm::rowWritten(row);
-    if (combo_[SyozokuSyou]->code().isEmpty()) row.setValue(kItems[SyozokuSyou], store::Value());
+    if (combo_[SyozokuSyou]->code().isEmpty()) row.set(kItems[SyozokuSyou], store::Value());
 }
 
 void frmJinjiIdou2::showWholeLists() {

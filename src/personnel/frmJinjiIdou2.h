@@ -21,7 +21,7 @@ class frmJinjiIdou2 : public PersonRecordForm {
     void rowsRead() override;
     void rowShown() override;
     void stateChanged() override;
-    void rowWritten(store::Recordset& row) override;
+    void rowWritten(store::RowEdit& row) override;
     QString gridText(int row, int column) const override;
 
   private:

@@ -9,6 +9,7 @@
 #include "forms/global_record.h"
 #include "forms/guard.h"
 #include "store/date_text.h"
+#include "store/row_edit.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
@@ -27,7 +28,7 @@ frmJinjiTaisyokusyori::frmJinjiTaisyokusyori(forms::House& house, QWidget* paren
       house_(house),
       text1_(make<QLineEdit>(u"Text1"_s)) {
     makeButtons();
-    command1_->setEnabled(forms::guarded(this, [this] { Form_Load(); }) && person_ && !person_->eof());
+    command1_->setEnabled(forms::guarded(this, [this] { Form_Load(); }) && person_ && !person_->isEmpty());
     layOut();
     text1_->setText(stored(kTaisyokubi));
     text1_->setPlaceholderText(u"入力例： 2000/3/31"_s);
@@ -73,13 +74,13 @@ void frmJinjiTaisyokusyori::layOut() {
 void frmJinjiTaisyokusyori::Form_Load() {
     person_.emplace(house_.global.cn_main->open(
         {u"履歴書テーブル"_s, u"社員Code = ?"_s, {house_.global.syain_code}, u"CodeKey(社員Code)"_s}));
-    if (person_->eof() || !person_->value(u"退職フラグ"_s).toBool()) return;
+    if (person_->isEmpty() || !person_->value(u"退職フラグ"_s).toBool()) return;
     forms::tell(parentWidget(), stored(u"氏名"_s) + u" は退職処理済です。"_s, u"退職処理済データ"_s,
                 forms::BoxIcon::Information);
 }
 
 QString frmJinjiTaisyokusyori::stored(const QString& column) const {
-    return person_ && !person_->eof() ? person_->value(column).toText() : QString();
+    return person_ && !person_->isEmpty() ? person_->value(column).toText() : QString();
 }
 
 bool frmJinjiTaisyokusyori::checkDate() {
@@ -101,9 +102,13 @@ void frmJinjiTaisyokusyori::Command1_Click() {
     if (!checkDate()) return;
     const QString question = u"%1 の退職日を%2で登録します。\nよろしいですか。"_s;
     if (!forms::ask(this, question.arg(stored(u"氏名"_s), text1_->text()), u"更新の確認"_s)) return;
-    person_->setValue(u"退職フラグ"_s, true);
-    person_->setValue(kTaisyokubi, text1_->text());
-    person_->update();
+    const bool stands = forms::guarded(this, [this] {
+        store::RowEdit person(*house_.global.cn_main, *person_, 0);
+        person.set(u"退職フラグ"_s, true);
+        person.set(kTaisyokubi, text1_->text());
+        person.write();
+    });
+    if (!stands) return;
     forms::tell(this, u"処理が終了しました。"_s, u"処理終了確認"_s, forms::BoxIcon::Information);
     accept();
 }

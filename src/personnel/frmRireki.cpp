@@ -93,7 +93,7 @@ void frmRireki::chooseWhom() {
     if (whom_ != Whom::One) return;
     const auto person =
         cn().query(u"SELECT rowid FROM 履歴書テーブル WHERE 社員Code = ?"_s, {global.syain_code});
-    if (!person.eof()) personRow_ = person.value(0).toInteger();
+    if (!person.isEmpty()) personRow_ = person.value(0).toInteger();
 }
 
 store::TableQuery frmRireki::query() const {
@@ -264,10 +264,8 @@ QList<QWidget*> frmRireki::fieldOrder() const {
 // ---- rows
 
 void frmRireki::rowsRead() {
-    people_->setPeople(rows().recordCount(), [this](int row, int text) {
-        // A failed removal is told while the list still shows the row.
-        return row < rows().recordCount() ? rows().valueAt(row, text).toText() : QString();
-    });
+    people_->setPeople(rows().recordCount(),
+                       [people = rows()](int row, int text) { return people.valueAt(row, text).toText(); });
 }
 
 void frmRireki::rowShown() {
@@ -327,7 +325,7 @@ QString frmRireki::nextKey() const {
 
 bool frmRireki::taken(const QString& code) {
     if (code == oldText(kSyainCode)) return false;
-    return !cn().query(u"SELECT 社員Code FROM 履歴書テーブル WHERE 社員Code = ?"_s, {code}).eof();
+    return !cn().query(u"SELECT 社員Code FROM 履歴書テーブル WHERE 社員Code = ?"_s, {code}).isEmpty();
 }
 
 // ---- update and removal
@@ -382,12 +380,12 @@ void frmRireki::keyRenamed() {
                txtFields_[Shimei]->text());
 }
 
-void frmRireki::rowWritten(store::Recordset& row) {
-    if (state() == State::Adding) row.setValue(u"退職フラグ"_s, false);
+void frmRireki::rowWritten(store::RowEdit& row) {
+    if (state() == State::Adding) row.set(u"退職フラグ"_s, false);
 }
 
-void frmRireki::afterRow() {
-    const auto text = [this](Text field) { return rows().value(kColumns[field]).toText(); };
+void frmRireki::afterRow(const store::RowEdit& row) {
+    const auto text = [&](Text field) { return row.value(kColumns[field]).toText(); };
     added_ = {text(Code), text(Shimei), text(Nyuusyabi), text(Seinengappi)};
 }
 

@@ -34,8 +34,8 @@ class frmRireki : public forms::RecordForm {
     void removalBegins() override;
     void writeFailed() override;
     void keyRenamed() override;
-    void rowWritten(store::Recordset& row) override;
-    void afterRow() override;
+    void rowWritten(store::RowEdit& row) override;
+    void afterRow(const store::RowEdit& row) override;
     void updated(State was) override;
     bool confirmRemoval() override;
     void rowGoes() override;

@@ -256,8 +256,11 @@ class TransferJudge : public Judge {
         for (const ImportItem& item : items_)
             if (item.kind == Kind::Choice) checkChoice(item.column);
         QString& tokyu = text(u"等級"_s);
-        if (entered_.entered(u"等級"_s)) fault(checkTokyu(tokyu));
-        tokyu = tokyuText(tokyu);
+        if (entered_.entered(u"等級"_s)) {
+            const Finding finding = checkTokyu(tokyu);
+            fault(finding);
+            if (!finding) tokyu = tokyuText(tokyu);
+        }
         fault(checkComment(text(u"コメント"_s)));
     }
 

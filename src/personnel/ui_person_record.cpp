@@ -34,8 +34,8 @@ store::TableQuery PersonRecordForm::query() const {
     return {table_, u"社員Code = ?"_s, {house_.global.syain_code}, orderBy_};
 }
 
-void PersonRecordForm::rowWritten(store::Recordset& row) {
-    row.setValue(u"社員Code"_s, house_.global.syain_code);
+void PersonRecordForm::rowWritten(store::RowEdit& row) {
+    row.set(u"社員Code"_s, house_.global.syain_code);
 }
 
 void PersonRecordForm::addPerson(QGridLayout* fields) {
@@ -69,7 +69,7 @@ bool PersonRecordForm::taken(const QString& column, const store::Value& value) {
         cn().prepare(u"SELECT count(*) FROM %1 WHERE 社員Code = ? AND %2 = ?"_s.arg(table_, column));
     others.bindAll({house_.global.syain_code, value});
     others.step();
-    const bool own = state() == State::Editing && row() >= 0 && rows().value(column) == value;
+    const bool own = state() == State::Editing && row() >= 0 && shown(column) == value;
     return !own && others.toInteger(0) > 0;
 }
 

@@ -26,7 +26,7 @@ class PersonRecordForm : public forms::RecordForm {
                      const QString& orderBy, forms::House& house, QWidget* parent);
 
     store::TableQuery query() const override;
-    void rowWritten(store::Recordset& row) override;
+    void rowWritten(store::RowEdit& row) override;
 
     /// 社員Code and 氏名 on the first line of the fields.
     void addPerson(QGridLayout* fields);

@@ -1,6 +1,7 @@
 #include "prep/run_setting.h"
 
 #include "schema/catalog.h"
+#include "store/row_edit.h"
 
 namespace prep {
 namespace {
@@ -12,13 +13,13 @@ store::Recordset openRow(store::Connection& cn, QDate kijunbi) {
 }
 
 store::Recordset openOrCreateRow(store::Connection& cn, QDate kijunbi) {
-    store::Recordset row = openRow(cn, kijunbi);
-    if (row.recordCount() > 0) return row;
-    row.addNew();
-    row.setValue(t::Tanka_hasuu::単価, u"0");
-    row.setValue(t::Tanka_hasuu::端数処理, u"0");
-    row.setValue(t::Tanka_hasuu::基準日, kijunbi);
-    row.update();
+    const store::Recordset rows = openRow(cn, kijunbi);
+    if (!rows.isEmpty()) return rows;
+    store::RowEdit row(cn, rows);
+    row.set(t::Tanka_hasuu::単価, u"0");
+    row.set(t::Tanka_hasuu::端数処理, u"0");
+    row.set(t::Tanka_hasuu::基準日, kijunbi);
+    row.write();
     return openRow(cn, kijunbi);
 }
 
@@ -32,7 +33,8 @@ int optionIndex(const store::Value& stored, int options) {
 
 }  // namespace
 
-RunSetting::RunSetting(store::Connection& cn, QDate kijunbi) : row_(openOrCreateRow(cn, kijunbi)) {}
+RunSetting::RunSetting(store::Connection& cn, QDate kijunbi)
+    : cn_(cn), kijunbi_(kijunbi), row_(openOrCreateRow(cn, kijunbi)) {}
 
 int RunSetting::unit() const {
     return optionIndex(row_.value(t::Tanka_hasuu::単価), kUnits);
@@ -43,9 +45,11 @@ int RunSetting::rounding() const {
 }
 
 void RunSetting::save(int unit, int rounding) {
-    if (unit >= 0) row_.setValue(t::Tanka_hasuu::単価, QString::number(unit));
-    if (rounding >= 0) row_.setValue(t::Tanka_hasuu::端数処理, QString::number(rounding));
-    row_.update();
+    store::RowEdit row(cn_, row_, 0);
+    if (unit >= 0) row.set(t::Tanka_hasuu::単価, QString::number(unit));
+    if (rounding >= 0) row.set(t::Tanka_hasuu::端数処理, QString::number(rounding));
+    row.write();
+    row_ = openRow(cn_, kijunbi_);
 }
 
 }  // namespace prep

@@ -12,7 +12,7 @@ class RunSetting {
     static constexpr int kUnits = 5;      ///< 1, 10, 100, 1000, 10000 yen
     static constexpr int kRoundings = 3;  ///< 四捨五入, 切り上げ, 切り捨て
 
-    /// Creates the row when there is none and keeps a row set open on it.
+    /// Creates the row when there is none. `cn` must outlive the setting.
     RunSetting(store::Connection& cn, QDate kijunbi);
 
     int unit() const;      ///< 0 to 4; -1 for a value that is no unit
@@ -21,6 +21,8 @@ class RunSetting {
     void save(int unit, int rounding);
 
   private:
+    store::Connection& cn_;
+    QDate kijunbi_;
     store::Recordset row_;
 };
 

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include "schema/catalog.h"
+#include "store/row_edit.h"
 
 namespace prep {
 namespace {
@@ -138,10 +139,10 @@ void addDate(store::Connection& cn, Side side, const personnel::PositionDates& d
 }
 
 void removeDate(store::Connection& cn, Side side, QDate kijunbi) {
-    store::Recordset rows = cn.open({dateTable(side), QStringLiteral("基準日 = ?"), {kijunbi}, {}});
+    const store::Recordset rows = cn.open({dateTable(side), QStringLiteral("基準日 = ?"), {kijunbi}, {}});
     if (side == Side::Jikkou) sakusyuukei(cn, kijunbi);
     // Two rows of one date are nothing that this program makes: which of them to drop is not ours to guess.
-    if (rows.recordCount() == 1) rows.remove();
+    if (rows.recordCount() == 1) store::RowEdit(cn, rows, 0).remove();
 }
 
 QString bonusTextOf(store::Connection& cn, QDate kijunbi) {

@@ -62,6 +62,21 @@ std::vector<Table> build() {
     return tables;
 }
 
+/// One form of each value, so that a comparison in a statement means what it says. Null is always allowed.
+QString checkOf(const Column& column) {
+    switch (column.type.kind) {
+        case store::TypeKind::Boolean:
+            return QStringLiteral(" CHECK(%1 in (0,-1))").arg(column.name);
+        case store::TypeKind::DateTime:
+            return QStringLiteral(" CHECK(%1 glob '[0-9][0-9][0-9][0-9]-[01][0-9]-[0-3][0-9]')")
+                .arg(column.name);
+        case store::TypeKind::Currency:
+            return QStringLiteral(" CHECK(typeof(%1) in ('integer','null'))").arg(column.name);
+        default:
+            return {};
+    }
+}
+
 }  // namespace
 
 const std::vector<Table>& catalog() {
@@ -80,6 +95,13 @@ const Table& tableNamed(const QString& name) {
     return *found;
 }
 
+QString columnDefinition(const Table& table, const Column& column) {
+    const QString plain = column.name + u' ' + store::declarationOf(column.type);
+    // The companions' files are theirs: what they store there is read as it comes.
+    if (table.file != File::Kihon && table.file != File::Syouyo) return plain;
+    return plain + checkOf(column);
+}
+
 std::vector<store::ColumnType> typesOf(const Table& table, const QStringList& columns) {
     std::vector<store::ColumnType> types;
     for (const QString& name : columns) {
@@ -93,8 +115,7 @@ std::vector<store::ColumnType> typesOf(const Table& table, const QStringList& co
 
 QStringList createStatements(const Table& table) {
     QStringList columns;
-    for (const Column& column : table.columns)
-        columns << column.name + u' ' + store::declarationOf(column.type);
+    for (const Column& column : table.columns) columns << columnDefinition(table, column);
     QStringList statements{QStringLiteral("CREATE TABLE %1(%2)").arg(table.name, columns.join(u','))};
     for (std::size_t i = 0; i < table.indexes.size(); ++i)
         statements << QStringLiteral("CREATE INDEX %1＿索引%2 ON %1(%3)")

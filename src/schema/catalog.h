@@ -42,6 +42,8 @@ const std::vector<Table>& catalog();
 const Table& tableNamed(const QString& name);
 /// The types of these columns, in this order; a column that the table does not have is a bug.
 std::vector<store::ColumnType> typesOf(const Table& table, const QStringList& columns);
+/// "<name> <type>" with the check of its form in the tables that are ours.
+QString columnDefinition(const Table& table, const Column& column);
 /// "CREATE TABLE …" and, in Table::indexes, its "CREATE INDEX …" statements.
 QStringList createStatements(const Table& table);
 

@@ -35,8 +35,8 @@ void appendColumns(store::Connection& connection, const QString& schema, const T
     const QStringList present = columnNames(connection, schema, table.name);
     for (const Column& column : table.columns)
         if (!present.contains(column.name) && column.type.kind != store::TypeKind::Counter)
-            connection.execute(QStringLiteral("ALTER TABLE %1.%2 ADD COLUMN %3 %4")
-                                   .arg(schema, table.name, column.name, store::declarationOf(column.type)));
+            connection.execute(QStringLiteral("ALTER TABLE %1.%2 ADD COLUMN %3")
+                                   .arg(schema, table.name, columnDefinition(table, column)));
 }
 
 /// What the catalogue knows and the file lacks is added, behind what stands there.

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "store/date_text.h"
 #include "store/error.h"
 
 namespace store {
@@ -83,7 +84,7 @@ Value convertTo(ColumnType type, const Value& value) {
         case TypeKind::Double:
             return finite(value.toDouble());
         case TypeKind::DateTime:
-            return value.toDate();
+            return requireStorable(value.toDate());
         case TypeKind::Boolean:
             return value.toBool();
     }

@@ -290,10 +290,6 @@ QStringList Connection::tables(const QString& schema) const {
     return names;
 }
 
-qint64 Connection::lastInsertId() const {
-    return sqlite3_last_insert_rowid(db_);
-}
-
 Error Connection::errorOf(int code) const {
     return engineError(code, QString::fromUtf8(db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(code)));
 }

@@ -17,7 +17,8 @@ namespace store {
 
 /// A connection to one database file and the files attached to it. Rollback journal, synchronous FULL: one
 /// transaction covers all attached files, a crash leaves all of them before or all of them after. One thread;
-/// not copyable. Every failure throws store::Error with a text for the user.
+/// not copyable; outlives its statements, works and row edits (rows need it no longer). Every failure throws
+/// store::Error with a text for the user.
 class Connection {
   public:
     enum class Mode { ReadWrite, ReadOnly, Create };
@@ -38,9 +39,9 @@ class Connection {
     /// Runs a fixed script of several statements without values.
     void executeScript(const QString& sql);
     Statement prepare(const QString& sql);
-    /// A read-only static snapshot of a query's rows.
     Recordset query(const QString& sql, const Binds& binds = {});
-    /// An updatable static snapshot of one table: "select * from <table> where <where> order by <orderBy>".
+    /// Rows of one table that a RowEdit may start from: "select * from <table> where <where> order by
+    /// <orderBy>".
     Recordset open(const TableQuery& query);
 
     /// How a transaction (store::Work) takes hold of the files.
@@ -56,7 +57,6 @@ class Connection {
     QString filePath(const QString& schema) const;  ///< the file behind a schema
     QString path() const { return path_; }
     const Key& key() const { return key_; }
-    qint64 lastInsertId() const;
 
     sqlite3* handle() const { return db_; }
 

@@ -80,6 +80,12 @@ QDate requireDate(const QString& text) {
     return *date;
 }
 
+QDate requireStorable(QDate date) {
+    if (date.year() < 100 || date.year() > 9999)
+        throw Error(Error::Reason::Type, QString::fromUtf16(kDateText));
+    return date;
+}
+
 QString formatDate(QDate date) {
     return date.isValid() ? QStringLiteral("%1/%2/%3")
                                 .arg(date.year(), 4, 10, QChar(u'0'))

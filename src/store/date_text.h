@@ -19,4 +19,8 @@ QString formatDate(QDate date);
 /// The long form of the status bar and of reports: 2003年4月1日.
 QString formatLongDate(QDate date);
 
+/// The date as it may be stored; throws Error(Type) for a year that four digits do not hold, which would be
+/// read back as another one.
+QDate requireStorable(QDate date);
+
 }  // namespace store

@@ -118,7 +118,7 @@ void Statement::put(int parameter, QDate value) {
         return;
     }
     char text[11];
-    int rest = value.year();
+    int rest = requireStorable(value).year();
     for (int i = 3; i >= 0; --i, rest /= 10) text[i] = static_cast<char>('0' + rest % 10);
     const auto append = [&text](int at, int number) {
         text[at] = '-';
@@ -236,6 +236,10 @@ bool Statement::toBool(int column) const {
 QString Statement::toText(int column) const {
     const TypeKind kind = columnType(column).kind;
     if (kind != TypeKind::Text && kind != TypeKind::Unknown) return value(column).toText();
+    return storedText(column);
+}
+
+QString Statement::storedText(int column) const {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt_, column));
     return QString::fromUtf8(text, sqlite3_column_bytes(stmt_, column));
 }
@@ -257,8 +261,9 @@ Value Statement::value(int column) const {
             return toMoney(column);
         case TypeKind::DateTime:
             return toDate(column);
-        case TypeKind::Boolean:
-            return sqlite3_column_int64(stmt_, column) != 0;
+        case TypeKind::Boolean:  // other programs store "True" and 1
+            if (storage == SQLITE_TEXT) return Value(storedText(column)).toBool();
+            return sqlite3_column_double(stmt_, column) != 0;
         case TypeKind::Double:
             return sqlite3_column_double(stmt_, column);
         default:
@@ -266,8 +271,7 @@ Value Statement::value(int column) const {
     }
     if (storage == SQLITE_INTEGER) return static_cast<qint64>(sqlite3_column_int64(stmt_, column));
     if (storage == SQLITE_FLOAT) return sqlite3_column_double(stmt_, column);
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt_, column));
-    return QString::fromUtf8(text, sqlite3_column_bytes(stmt_, column));
+    return storedText(column);
 }
 
 ColumnType Statement::columnType(int column) const {

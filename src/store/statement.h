@@ -14,7 +14,8 @@ namespace store {
 class Connection;
 
 /// A prepared statement for the set-based steps: bind, step, read the columns by position, reset, bind again.
-/// Move-only; finished on destruction. Reading a Null through a typed reader throws Error(Type).
+/// Move-only; finished on destruction, which must come before
+/// that of its connection. Reading a Null through a typed reader throws Error(Type).
 class Statement {
   public:
     Statement(Statement&& other) noexcept;
@@ -69,6 +70,7 @@ class Statement {
     friend class Connection;
     Statement(Connection& connection, sqlite3_stmt* stmt);
     void requireValue(int column) const;
+    QString storedText(int column) const;
     void check(int code) const;
     /// Into the parameter, by way of its column where it has one.
     template <typename T>

@@ -52,8 +52,9 @@ std::optional<double> parseNumber(const QString& text) {
     bool ok = false;
     const double number =
         trimmed.contains(u',') ? trimmed.toString().remove(u',').toDouble(&ok) : trimmed.toDouble(&ok);
-    // Too large for a double: the callers' range checks must see it.
-    return ok ? number : (trimmed.startsWith(u'-') ? -HUGE_VAL : HUGE_VAL);
+    // Too small for a double is 0. Too large: the callers' range checks must see it.
+    if (ok || number == 0) return number;
+    return trimmed.startsWith(u'-') ? -HUGE_VAL : HUGE_VAL;
 }
 
 Value::Value(QDate v) {

@@ -26,7 +26,9 @@ class Value {
     Value(QDate v);
     Value(const QString& v) : v_(v) {}
     Value(const char16_t* v) : v_(QString::fromUtf16(v)) {}
-    Value(const char*) = delete;
+    /// Any other pointer would silently become a Boolean.
+    template <typename T>
+    Value(T*) = delete;
 
     Kind kind() const { return static_cast<Kind>(v_.index()); }
     bool isNull() const { return kind() == Kind::Null; }

@@ -131,7 +131,7 @@ class TwoCompanies : public testing::Test {
         folder.makeSample(options);
         folder.addCompanionMarker();
         std::unique_ptr<company::CompanyLock> none;
-        auto opened = company::openCompany(folder.programDir(), company, none);
+        auto opened = company::openCompany(company::placesOf(folder.programDir()), company, none);
         global_.company_lock = std::move(opened.lock);
         global_.cn_main = std::move(opened.cn_main);
         global_.cn_main->execute(u"update 履歴書テーブル set 氏名 = ?"_s, {person});

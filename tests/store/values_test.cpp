@@ -53,6 +53,11 @@ TEST(Money, ReadsTextExactly) {
         EXPECT_EQ(reasonOf([&] { read(text); }), Reason::Overflow) << shown(text);
 }
 
+TEST(Number, TooSmallIsZeroAndTooLargeIsSeen) {
+    EXPECT_EQ(store::parseNumber(u"1e-400"_s), 0.0);
+    EXPECT_EQ(store::parseNumber(u"-1e400"_s), -HUGE_VAL);
+}
+
 TEST(Money, ArithmeticNeverWraps) {
     const Money most = Money::fromRaw(kMost), least = Money::fromRaw(kLeast), one = Money::fromRaw(1);
     EXPECT_EQ((most - one + one), most);
