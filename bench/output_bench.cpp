@@ -29,7 +29,7 @@ class Program {
     }
     company::OpenedCompany open() const {
         std::unique_ptr<company::CompanyLock> none;
-        return company::openCompany(folder_.path(), company_, none);
+        return company::openCompany(company::placesOf(folder_.path()), company_, none);
     }
     QString file(const QString& name) const { return folder_.filePath(name); }
 

@@ -38,88 +38,87 @@
 
 namespace {
 
+using Factory = forms::ScreenRegistry::Factory;
+using Sheets = std::shared_ptr<reports::SheetFolder>;
+using enum forms::HelpFile;
+
 template <class Screen>
-void add(forms::ScreenRegistry& screens, const char* name) {
-    screens.add(QString::fromLatin1(name),
-                [](forms::House& house, QWidget* parent) -> QDialog* { return new Screen(house, parent); });
+Factory make() {
+    return [](forms::House& house, QWidget* parent) -> QDialog* { return new Screen(house, parent); };
 }
-
-void addShell(forms::ScreenRegistry& screens) {
-    add<company::frmDBSentaku>(screens, "frmDBSentaku");
-    add<shell::frmMenu000>(screens, "frmMenu000");
-    add<shell::frmAbout>(screens, "frmAbout");
-    add<company::frmKaisha>(screens, "frmKaisha");
-    for (const QString& name : shell::frmMenus::names())
-        screens.add(name, [name](forms::House& house, QWidget* parent) -> QDialog* {
-            return new shell::frmMenus(name, house, parent);
-        });
+/// A screen that sends spreadsheets.
+template <class Screen>
+Factory make(const Sheets& sheets) {
+    return [sheets](forms::House& house, QWidget* parent) -> QDialog* {
+        return new Screen(house, *sheets, parent);
+    };
 }
-
-void addRecords(forms::ScreenRegistry& screens) {
-    add<personnel::frmRireki>(screens, "frmRireki");
-    add<personnel::frmJinjiIdou2>(screens, "frmJinjiIdou2");
-    add<personnel::frmJinjiTaisyokusyori>(screens, "frmJinjiTaisyokusyori");
-    add<personnel::frmJinjiCheck>(screens, "frmJinjiCheck");
-    add<personnel::frmJinjiKazoku>(screens, "frmJinjiKazoku");
-    add<personnel::frmJinjiSikaku>(screens, "frmJinjiSikaku");
+Factory menu(const char* name) {
+    return [name](forms::House& house, QWidget* parent) -> QDialog* {
+        return new shell::frmMenus(QString::fromLatin1(name), house, parent);
+    };
 }
 
 void addMasters(forms::ScreenRegistry& screens) {
-    add<masters::frmMenuMasuta>(screens, "frmMenuMasuta");
     for (const masters::MasterKind& kind : masters::masterKinds())
-        screens.add(kind.screen, [&kind](forms::House& house, QWidget* parent) -> QDialog* {
-            return new masters::frmMasta(kind, house, parent);
-        });
-}
-
-void addRun(forms::ScreenRegistry& screens) {
-    add<prep::frmSDatatorikomi>(screens, "frmSDatatorikomi");
-    add<prep::frmMenuSJikkou>(screens, "frmMenuSJikkou");
-    add<prep::frmSTaisyousya>(screens, "frmSTaisyousya");
-    add<prep::frmSHaibunjikkouK>(screens, "frmSHaibunjikkouK");
-    add<prep::frmSSanteishikiSub>(screens, "frmSSanteishikiSub");
-    add<prep::frmSSanteishitei>(screens, "frmSSanteishitei");
-    add<prep::frmSSanteishitei2>(screens, "frmSSanteishitei2");
-    add<prep::frmSJikkou01>(screens, "frmSJikkou01");
-    add<prep::frmSJikkou02>(screens, "frmSJikkou02");
-    add<prep::frmSJikkou03Sub>(screens, "frmSJikkou03Sub");
-    add<prep::frmSJikkou03>(screens, "frmSJikkou03");
-    add<prep::frmSJikkou04Sub>(screens, "frmSJikkou04Sub");
-    add<prep::frmSJikkou04>(screens, "frmSJikkou04");
-}
-
-template <class Screen>
-void addSender(forms::ScreenRegistry& screens, const char* name,
-               const std::shared_ptr<reports::SheetFolder>& sheets) {
-    screens.add(QString::fromLatin1(name), [sheets](forms::House& house, QWidget* parent) -> QDialog* {
-        return new Screen(house, *sheets, parent);
-    });
-}
-
-void addSelection(forms::ScreenRegistry& screens, const std::shared_ptr<reports::SheetFolder>& sheets) {
-    addSender<personnel::frmJinjiSiborikomi>(screens, "frmJinjiSiborikomi", sheets);
-    addSender<personnel::frmJinjiSiborikomi2>(screens, "frmJinjiSiborikomi2", sheets);
-    add<personnel::frmJinjiTorikomi>(screens, "frmJinjiTorikomi");
-}
-
-void addCalculation(forms::ScreenRegistry& screens, const std::shared_ptr<reports::SheetFolder>& sheets) {
-    addSender<calc::frmSHaibunjikkouK2>(screens, "frmSHaibunjikkouK2", sheets);
-    addSender<calc::frmSJCheck>(screens, "frmSJCheck", sheets);
-    addSender<calc::frmSNenkan>(screens, "frmSNenkan", sheets);
+        screens.add(
+            kind.screen,
+            [&kind](forms::House& house, QWidget* parent) -> QDialog* {
+                return new masters::frmMasta(kind, house, parent);
+            },
+            forms::HelpTopic{Jhelp, kind.help});
 }
 
 }  // namespace
 
 void registerScreens(forms::ScreenRegistry& screens, const QString& sheetFolder) {
     screens.companyOpened = personnel::askCutOffChange;
-    addShell(screens);
-    addMasters(screens);
-    addRecords(screens);
-    addRun(screens);
     const auto sheets = std::make_shared<reports::SheetFolder>(reports::SheetFolder::Options{
         sheetFolder.isEmpty() ? reports::SheetFolder::defaultFolder() : sheetFolder});
-    addSelection(screens, sheets);
-    addCalculation(screens, sheets);
-    // The list of snapshots is no screen of its own: the top menu opens its preview by this name.
-    screens.add(QStringLiteral("frmHDataPrint"), reports::previewSnapshotDates);
+    const struct {
+        const char* name;
+        Factory factory;
+        std::optional<forms::HelpTopic> help;
+    } lines[] = {
+        {"frmMenu000", make<shell::frmMenu000>(), {{Mhelp, 1000}}},
+        {"frmMenuMasuta", make<masters::frmMenuMasuta>(), {{Mhelp, 1001}}},
+        {"frmMenuJinji", menu("frmMenuJinji"), {{Mhelp, 1002}}},
+        {"frmMenuJinjiSub", menu("frmMenuJinjiSub"), {{Mhelp, 1003}}},
+        {"frmMenuJinjiTaisyoku", menu("frmMenuJinjiTaisyoku"), {{Mhelp, 1004}}},
+        {"frmMenuSSyouyo", menu("frmMenuSSyouyo"), {{Mhelp, 7503}}},
+        {"frmMenuSJikkou", make<prep::frmMenuSJikkou>(), {{Mhelp, 7500}}},
+        {"frmAbout", make<shell::frmAbout>(), {}},
+        {"frmDBSentaku", make<company::frmDBSentaku>(), {{Jhelp, 3}}},
+        {"frmBackup", {}, {{Jhelp, 5}}},
+        {"frmSaiteki", {}, {{Jhelp, 6}}},
+        {"frmKaisha", make<company::frmKaisha>(), {{Jhelp, 2001}}},
+        {"frmRireki", make<personnel::frmRireki>(), {{Jhelp, 3028}}},
+        {"frmJinjiIdou2", make<personnel::frmJinjiIdou2>(), {{Jhelp, 3002}}},
+        {"frmJinjiKazoku", make<personnel::frmJinjiKazoku>(), {{Jhelp, 3003}}},
+        {"frmJinjiSikaku", make<personnel::frmJinjiSikaku>(), {{Jhelp, 3006}}},
+        {"frmJinjiTaisyokusyori", make<personnel::frmJinjiTaisyokusyori>(), {{Jhelp, 3007}}},
+        {"frmJinjiCheck", make<personnel::frmJinjiCheck>(), {{Jhelp, 3001}}},
+        {"frmJinjiTorikomi", make<personnel::frmJinjiTorikomi>(), {{Jhelp, 3101}}},
+        {"frmJinjiSiborikomi", make<personnel::frmJinjiSiborikomi>(sheets), {{Jhelp, 3004}}},
+        {"frmJinjiSiborikomi2", make<personnel::frmJinjiSiborikomi2>(sheets), {{Jhelp, 3005}}},
+        {"frmSDatatorikomi", make<prep::frmSDatatorikomi>(), {{Shelp, 7001}}},
+        {"frmSTaisyousya", make<prep::frmSTaisyousya>(), {{Shelp, 7501}}},
+        {"frmSSanteishikiSub", make<prep::frmSSanteishikiSub>(), {{Shelp, 7029}}},
+        {"frmSSanteishitei", make<prep::frmSSanteishitei>(), {{Shelp, 7030}}},
+        {"frmSSanteishitei2", make<prep::frmSSanteishitei2>(), {{Shelp, 7031}}},
+        {"frmSHaibunjikkouK", make<prep::frmSHaibunjikkouK>(), {{Shelp, 7003}}},
+        {"frmSJikkou01", make<prep::frmSJikkou01>(), {{Shelp, 7009}}},
+        {"frmSJikkou02", make<prep::frmSJikkou02>(), {{Shelp, 7010}}},
+        {"frmSJikkou03", make<prep::frmSJikkou03>(), {{Shelp, 7011}}},
+        {"frmSJikkou03Sub", make<prep::frmSJikkou03Sub>(), {{Shelp, 7012}}},
+        {"frmSJikkou04", make<prep::frmSJikkou04>(), {{Shelp, 7013}}},
+        {"frmSJikkou04Sub", make<prep::frmSJikkou04Sub>(), {{Shelp, 7014}}},
+        {"frmSHaibunjikkouK2", make<calc::frmSHaibunjikkouK2>(sheets), {{Shelp, 7004}}},
+        {"frmSJCheck", make<calc::frmSJCheck>(sheets), {{Shelp, 7200}}},
+        {"frmSNenkan", make<calc::frmSNenkan>(sheets), {{Shelp, 7027}}},
+        // The list of snapshots is no screen of its own: the top menu opens its preview by this name.
+        {"frmHDataPrint", reports::previewSnapshotDates, {}},
+    };
+    for (const auto& [name, factory, help] : lines) screens.add(QString::fromLatin1(name), factory, help);
+    addMasters(screens);
 }

@@ -14,10 +14,9 @@ namespace company {
 namespace {
 
 struct Place {
-    QString programDir;
-    QString dataDir;
+    const Places& places;
     QString company;
-    QString path(schema::File file) const { return schema::filePath(dataDir, company, file); }
+    QString path(schema::File file) const { return schema::filePath(places.data, company, file); }
 };
 
 bool refreshPass(store::Connection& dao_db, const QString& target, schema::LinkPass pass,
@@ -38,37 +37,34 @@ bool refreshAllLinks(store::Connection& dao_db, const Place& place, OpenedCompan
 
 /// Base amounts by method '3' come out of the companion's wage tables.
 bool usesWageCompanion(store::Connection& cnMain) {
-    return !cnMain.query(QStringLiteral("select 1 from S基礎額設定 where 設定方法 = '3' limit 1")).eof();
+    return !cnMain.query(QStringLiteral("select 1 from S基礎額設定 where 設定方法 = '3' limit 1")).isEmpty();
 }
 
 OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
     using Outcome = OpenedCompany::Outcome;
-    opened.companion_present = QFileInfo::exists(place.programDir + QStringLiteral("/zukanzen.exe"));
+    opened.companion_present = QFileInfo::exists(place.places.program + QStringLiteral("/zukanzen.exe"));
     // The connection that refreshes the links becomes the main one, with the files it has attached: opening a
     // keyed file is what costs most here, and so each is opened once.
-    auto dao_db = std::make_unique<store::Connection>(place.path(schema::File::Syouyo), company::sharedKey());
+    auto dao_db = std::make_unique<store::Connection>(place.path(schema::File::Syouyo), sharedKey());
     schema::refuseNewer(*dao_db);  // before its links are rewritten
     if (!refreshAllLinks(*dao_db, place, opened)) return Outcome::LinkFailed;
-    company::makeMain(*dao_db, place.company);
+    makeMain(*dao_db, place.company);
     schema::createMissingTables(*dao_db);
     opened.cn_main = std::move(dao_db);
     if (!opened.companion_present && usesWageCompanion(*opened.cn_main)) return Outcome::CompanionMissing;
     return Outcome::Opened;
 }
 
-QString settingsFile(const QString& programDir) {
-    return programDir + QStringLiteral("/mint.ini");
-}
 const QString kLastCompany = QStringLiteral("LastCompany");
 
 }  // namespace
 
-QString lastCompany(const QString& programDir) {
-    return QSettings(settingsFile(programDir), QSettings::IniFormat).value(kLastCompany).toString();
+QString lastCompany(const Places& places) {
+    return QSettings(places.settings(), QSettings::IniFormat).value(kLastCompany).toString();
 }
 
-void rememberCompany(const QString& programDir, const QString& company) {
-    QSettings(settingsFile(programDir), QSettings::IniFormat).setValue(kLastCompany, company);
+void rememberCompany(const Places& places, const QString& company) {
+    QSettings(places.settings(), QSettings::IniFormat).setValue(kLastCompany, company);
 }
 
 QStringList companyFolders(const QString& dataDir) {
@@ -87,10 +83,9 @@ QStringList companyFolders(const QString& dataDir) {
     return names;
 }
 
-OpenedCompany openCompany(const QString& programDir, const QString& company,
-                          std::unique_ptr<CompanyLock>& held) {
-    const Place place{programDir, programDir + QStringLiteral("/Data"), company};
-    const QString folder = place.dataDir + u'/' + company;
+OpenedCompany openCompany(const Places& places, const QString& company, std::unique_ptr<CompanyLock>& held) {
+    const Place place{places, company};
+    const QString folder = places.data + u'/' + company;
     OpenedCompany opened;
     const bool ours = held && held->folder() == folder;
     // A folder that is no company gets no lock file; opening the bonus database tells what is wrong with it.

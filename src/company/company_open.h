@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "company/instance_lock.h"
+#include "company/places.h"
 #include "store/connection.h"
 
 namespace company {
@@ -12,10 +13,10 @@ namespace company {
 /// not count, nor what a creation that was cut off left. Throws store::Error when the folder is not there.
 QStringList companyFolders(const QString& dataDir);
 
-/// The company opened last, as the program folder remembers it in mint.ini; empty when it remembers none.
+/// The company opened last, as the settings remember it; empty when it remembers none.
 /// That a folder cannot be written is no failure: nothing is remembered then.
-QString lastCompany(const QString& programDir);
-void rememberCompany(const QString& programDir, const QString& company);
+QString lastCompany(const Places& places);
+void rememberCompany(const Places& places, const QString& company);
 
 /// What opening a company came to.
 struct OpenedCompany {
@@ -36,12 +37,11 @@ struct OpenedCompany {
     QString link_error_text;
 };
 
-/// Opens the company <programDir>/Data/<company>: looks for the companion program, rewrites the links to the
+/// Opens the company in <data>/<company>: looks for the companion program, rewrites the links to the
 /// wage file (if there is one) and to the basic file, opens the main connection, creates the three tables
 /// that older companies lack. Works with full paths; the current directory is left alone. `held` is the lock
 /// that the caller still has from an earlier try, or null: it is taken over when it is this company's. Throws
 /// store::Error for a file that cannot be opened; links rewritten before stay rewritten.
-OpenedCompany openCompany(const QString& programDir, const QString& company,
-                          std::unique_ptr<CompanyLock>& held);
+OpenedCompany openCompany(const Places& places, const QString& company, std::unique_ptr<CompanyLock>& held);
 
 }  // namespace company

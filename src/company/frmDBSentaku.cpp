@@ -82,7 +82,7 @@ void frmDBSentaku::loadCompanies() {
     if (companies.size() == 1)
         List1_->choose(0);
     else
-        List1_->chooseCode(lastCompany(house_.global.app_dir));
+        List1_->chooseCode(lastCompany(house_.global.places()));
 }
 
 void frmDBSentaku::Command2_Click() {
@@ -98,14 +98,14 @@ void frmDBSentaku::Command2_Click() {
         auto& global = house_.global;
         global.setFolderPanel(name);
         QDir::setCurrent(global.dataDir() + u'/' + name);
-        OpenedCompany opened = openCompany(global.app_dir, name, global.company_lock);
+        OpenedCompany opened = openCompany(global.places(), name, global.company_lock);
         const auto outcome = opened.outcome;
         if (outcome != OpenedCompany::Outcome::LinkFailed) QDir::setCurrent(global.dataDir());
         if (outcome != OpenedCompany::Outcome::Opened) tellFailure(opened, name);
         keep(std::move(opened));
         if (outcome == OpenedCompany::Outcome::LinkFailed) forms::endProcess(house_);
         if (outcome != OpenedCompany::Outcome::Opened) return;
-        rememberCompany(global.app_dir, name);
+        rememberCompany(global.places(), name);
         if (house_.screens.companyOpened) house_.screens.companyOpened(house_, this);
         accept();
     });
@@ -141,10 +141,6 @@ void frmDBSentaku::tellFailure(const OpenedCompany& opened, const QString& name)
 void frmDBSentaku::keep(OpenedCompany opened) {
     auto& global = house_.global;
     if (opened.outcome == OpenedCompany::Outcome::InUse) return;
-    global.companion_present = opened.companion_present;
-    global.chingin_db_exists = opened.chingin_db_exists;
-    global.syouyo_db_name = opened.syouyo_db_name;
-    global.link_saki_path = opened.link_saki_path;
     global.link_error_text = opened.link_error_text;
     global.link_chingin_pass = false;
     global.link_kihon_pass = true;

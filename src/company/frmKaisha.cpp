@@ -86,7 +86,7 @@ void frmKaisha::place() {
 }
 
 bool frmKaisha::masterInUse(int number) {
-    return !cn().query(u"select Code from 自由マスタ%1"_s.arg(number)).eof();
+    return !cn().query(u"select Code from 自由マスタ%1"_s.arg(number)).isEmpty();
 }
 
 bool frmKaisha::checkField(int index) {
@@ -117,8 +117,8 @@ bool frmKaisha::mayUpdate() {
     return true;
 }
 
-void frmKaisha::fill(store::Recordset& row) {
-    for (int i = 0; i < kFields; ++i) row.setValue(item(i).column, txtFields_[std::size_t(i)]->text());
+void frmKaisha::fill(store::RowEdit& row) {
+    for (int i = 0; i < kFields; ++i) row.set(item(i).column, txtFields_[std::size_t(i)]->text());
 }
 
 void frmKaisha::updated() {

@@ -18,7 +18,7 @@ class frmKaisha : public forms::SingleRowForm {
   protected:
     void place() override;
     bool mayUpdate() override;
-    void fill(store::Recordset& row) override;
+    void fill(store::RowEdit& row) override;
     void updated() override;
 
   private:

@@ -1,8 +1,10 @@
 #pragma once
+#include <QDir>
 #include <QString>
 #include <memory>
 
 #include "company/instance_lock.h"
+#include "company/places.h"
 #include "domain/clock.h"
 #include "store/connection.h"
 
@@ -28,17 +30,9 @@ struct GlobalRecord {
     /// it).
     std::unique_ptr<company::CompanyLock> company_lock;
     std::unique_ptr<store::Connection> cn_main;
-    std::unique_ptr<store::Connection> cn_chingin;
-    std::unique_ptr<store::Connection> cn_hyouka;
-    std::unique_ptr<store::Connection> cn_syouyo;
-    std::unique_ptr<store::Connection> dao_db;
-    QString syouyo_db_name;
-    QString link_saki_path;
     QString link_error_text;
     bool link_chingin_pass = false;
     bool link_kihon_pass = false;
-    bool chingin_db_exists = false;
-    bool companion_present = false;
     QString kaisha_folder;
     QString help_bunya;
 
@@ -91,14 +85,16 @@ struct GlobalRecord {
     /// frmMain redraws its status bar when the panels change.
     std::function<void()> panelsChanged;
     domain::Clock clock = domain::systemClock();
-    /// Where the companies live; <program>/Data.
-    QString dataDir() const { return app_dir + QStringLiteral("/Data"); }
+    company::Places places() const { return company::placesOf(app_dir); }
+    QString dataDir() const { return places().data; }  ///< where the companies live
     bool companyOpen() const { return panels.company != kNoCompanyPrompt; }
 
-    /// Closes cn_main and lets other processes have the company. The panels are the caller's.
+    /// Closes cn_main and lets other processes have the company: its folder is nobody's working directory any
+    /// more. The panels are the caller's.
     void closeCompany() {
         cn_main.reset();
         company_lock.reset();
+        QDir::setCurrent(dataDir());
     }
 
     void setCompanyPanel(const QString& text) { setPanel(panels.company, text); }

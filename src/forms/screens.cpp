@@ -6,8 +6,19 @@
 namespace forms {
 
 QDialog* ScreenRegistry::create(const QString& name, House& house, QWidget* parent) const {
-    const auto factory = factories_.constFind(name);
-    return factory == factories_.constEnd() ? nullptr : (*factory)(house, parent);
+    const Factory factory = lines_.value(name).factory;
+    return factory ? factory(house, parent) : nullptr;
+}
+
+void ScreenRegistry::add(const QString& name, Factory factory, std::optional<HelpTopic> help) {
+    lines_.insert(name, {std::move(factory), help});
+}
+
+QStringList ScreenRegistry::names() const {
+    QStringList names;
+    for (auto line = lines_.begin(); line != lines_.end(); ++line)
+        if (line->factory) names << line.key();
+    return names;
 }
 
 void endProcess(House& house) {

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
+
+#include "forms/help_topic.h"
 
 class QDialog;
 class QWidget;
@@ -30,16 +33,22 @@ void endProcess(House& house);
 class ScreenRegistry {
   public:
     using Factory = std::function<QDialog*(House&, QWidget* parent)>;
-    void add(const QString& name, Factory factory) { factories_.insert(name, std::move(factory)); }
-    /// False for a screen that is not built: its entries are shown disabled.
-    bool has(const QString& name) const { return factories_.contains(name); }
-    QStringList names() const { return factories_.keys(); }
+    /// The one line of a screen: what the house has to know of it. Without a factory it is not built: its
+    /// menu entries are shown disabled.
+    void add(const QString& name, Factory factory, std::optional<HelpTopic> help = {});
+    bool has(const QString& name) const { return bool(lines_.value(name).factory); }
+    QStringList names() const;  ///< of the screens that are built
+    std::optional<HelpTopic> helpOn(const QString& name) const { return lines_.value(name).help; }
     /// What is done with a company that was just opened, before its menu shows; nothing unless set.
     std::function<void(House&, QWidget* parent)> companyOpened = {};
     QDialog* create(const QString& name, House& house, QWidget* parent) const;
 
   private:
-    QHash<QString, Factory> factories_;
+    struct Line {
+        Factory factory;
+        std::optional<HelpTopic> help;
+    };
+    QHash<QString, Line> lines_;
 };
 
 }  // namespace forms

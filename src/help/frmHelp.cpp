@@ -318,8 +318,7 @@ HelpShelf::~HelpShelf() {
     for (auto& [file, window] : windows_) delete window;
 }
 
-void HelpShelf::helpOn(const QString& screen) {
-    const auto topic = helpTopic(screen);
+void HelpShelf::helpOn(std::optional<HelpTopic> topic) {
     if (!topic) return open(HelpFile::Mhelp);
     help_bunya(global_.help_bunya, global_.app_dir, topic->file, topic->number, *this);
 }

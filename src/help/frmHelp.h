@@ -69,7 +69,8 @@ class HelpShelf : public HelpWindows {
     ~HelpShelf() override;
 
     /// The topic of a screen (frmSDatatorikomi).
-    void helpOn(const QString& screen);
+    /// The page of a topic; the start page of the first book without one.
+    void helpOn(std::optional<HelpTopic> topic);
     /// The start page of a book.
     void open(HelpFile file);
     frmHelp* window(HelpFile file) const;  ///< null while the book is closed

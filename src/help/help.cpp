@@ -17,55 +17,6 @@ constexpr std::array kClosingOrder = {HelpFile::Mhelp, HelpFile::Jhelp, HelpFile
 constexpr std::array kExitOrder = {HelpFile::Hhelp, HelpFile::Chelp, HelpFile::Mhelp, HelpFile::Jhelp,
                                    HelpFile::Shelp};
 
-std::vector<HelpTopic> makeTopics() {
-    using enum HelpFile;
-    std::vector<HelpTopic> topics = {
-        {"frmMenu000", Mhelp, 1000},
-        {"frmMenuMasuta", Mhelp, 1001},
-        {"frmMenuJinji", Mhelp, 1002},
-        {"frmMenuJinjiSub", Mhelp, 1003},
-        {"frmMenuJinjiTaisyoku", Mhelp, 1004},
-        {"frmMenuSJikkou", Mhelp, 7500},
-        {"frmMenuSSyouyo", Mhelp, 7503},
-        {"frmDBSentaku", Jhelp, 3},
-        {"frmBackup", Jhelp, 5},
-        {"frmSaiteki", Jhelp, 6},
-        {"frmKaisha", Jhelp, 2001},
-        {"frmJinjiCheck", Jhelp, 3001},
-        {"frmJinjiIdou2", Jhelp, 3002},
-        {"frmJinjiKazoku", Jhelp, 3003},
-        {"frmJinjiSiborikomi", Jhelp, 3004},
-        {"frmJinjiSiborikomi2", Jhelp, 3005},
-        {"frmJinjiSikaku", Jhelp, 3006},
-        {"frmJinjiTaisyokusyori", Jhelp, 3007},
-        {"frmMastaGiyuu1", Jhelp, 3010},
-        {"frmMastaGiyuu2", Jhelp, 3011},
-        {"frmMastaGiyuu3", Jhelp, 3012},
-        {"frmMastaGiyuu4", Jhelp, 3013},
-        {"frmMastaGiyuu5", Jhelp, 3014},
-        {"frmMastaSyain", Jhelp, 3019},
-        {"frmMasta", Jhelp, 3020},
-        {"frmRireki", Jhelp, 3028},
-        {"frmJinjiTorikomi", Jhelp, 3101},
-        {"frmSDatatorikomi", Shelp, 7001},
-        {"frmSHaibunjikkouK", Shelp, 7003},
-        {"frmSHaibunjikkouK2", Shelp, 7004},
-        {"frmSJikkou01", Shelp, 7009},
-        {"frmSJikkou02", Shelp, 7010},
-        {"frmSJikkou03", Shelp, 7011},
-        {"frmSJikkou03Sub", Shelp, 7012},
-        {"frmSJikkou04", Shelp, 7013},
-        {"frmSJikkou04Sub", Shelp, 7014},
-        {"frmSNenkan", Shelp, 7027},
-        {"frmSSanteishikiSub", Shelp, 7029},
-        {"frmSSanteishitei", Shelp, 7030},
-        {"frmSSanteishitei2", Shelp, 7031},
-        {"frmSJCheck", Shelp, 7200},
-        {"frmSTaisyousya", Shelp, 7501},
-    };
-    return topics;
-}
-
 QString titleOf(const QString& html) {
     static const QRegularExpression title(QStringLiteral("<title>(.*?)</title>"));
     return title.match(html).captured(1).trimmed();
@@ -121,17 +72,6 @@ QString bunyaOf(HelpFile file) {
         default:
             return {};
     }
-}
-
-const std::vector<HelpTopic>& helpTopics() {
-    static const std::vector<HelpTopic> topics = makeTopics();
-    return topics;
-}
-
-std::optional<HelpTopic> helpTopic(const QString& screen) {
-    for (const HelpTopic& topic : helpTopics())
-        if (topic.screen == screen) return topic;
-    return std::nullopt;
 }
 
 void help_bunya(QString& bunya, const QString& programDir, HelpFile target, std::optional<int> topic,

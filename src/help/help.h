@@ -5,25 +5,18 @@
 #include <utility>
 #include <vector>
 
-/// Help: which page belongs to which screen, which window may be open beside which, and the search over all
-/// pages.
+#include "forms/help_topic.h"
+
+/// Help: the pages, which window may be open beside which, and the search over all pages. Which page belongs
+/// to which screen stands in the screen's line (forms/screens.h).
 namespace help {
 
-/// The help books. The companions' two are never opened here; they are only told to close.
-enum class HelpFile { Mhelp, Jhelp, Shelp, Hhelp, Chelp };
+using forms::HelpFile;
+using forms::HelpTopic;
 
 /// The text that stands for a book while its window is the last one opened: "menu", "jin", "syo"; empty for
 /// the others.
 QString bunyaOf(HelpFile file);
-
-struct HelpTopic {
-    QString screen;
-    HelpFile file;
-    int number;
-};
-/// The topic of every screen, built or not.
-const std::vector<HelpTopic>& helpTopics();
-std::optional<HelpTopic> helpTopic(const QString& screen);
 
 /// What the rule of help drives: at most one window per book.
 class HelpWindows {

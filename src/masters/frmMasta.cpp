@@ -149,12 +149,6 @@ QString frmMasta::gridText(int row, int column) const {
     return value.toText();
 }
 
-/// Two masters are explained apart, the free attributes and 社員区分; all others have one page.
-QString frmMasta::helpTopic() const {
-    const bool own = kind_.attribute || kind_.referent == personnel::Referent::SyainKubun;
-    return own ? objectName() : QStringLiteral("frmMasta");
-}
-
 // ---- checks
 
 bool frmMasta::checkRequired() {
@@ -191,7 +185,7 @@ bool frmMasta::isTaken(const QString& code) {
         sql += QStringLiteral(" and %1 = ?").arg(kind_.column(kind_.other));
         binds.push_back(other_->code());
     }
-    return !cn().query(sql, binds).eof();
+    return !cn().query(sql, binds).isEmpty();
 }
 
 bool frmMasta::checkOther() {

@@ -30,7 +30,6 @@ class frmMasta : public forms::RecordForm {
     void rowGoes() override;
     void rowsRead() override;
     QString gridText(int row, int column) const override;
-    QString helpTopic() const override;
 
   private:
     QLineEdit* addText(QGridLayout* fields, int number, const QString& caption, const QString& hint = {});

@@ -63,9 +63,11 @@ std::vector<MasterKind> build() {
         kinds.push_back(plain("frmMastaGiyuu", referent, table));
         kinds.back().attribute = static_cast<int>(referent) - static_cast<int>(R::Jiyuu1) + 1;
         kinds.back().screen += QString::number(kinds.back().attribute);
+        kinds.back().help = 3009 + kinds.back().attribute;
     }
     for (MasterKind& kind : kinds) {
         if (kind.referent == R::IdouJiyuu || kind.referent == R::Gakureki) kind.required = true;
+        if (kind.referent == R::SyainKubun) kind.help = 3019;
         if (kind.referent == R::Gakureki) kind.age = t::最終学歴マスタ::対応年齢;
         if (kind.referent == R::Zokugara) kind.other = t::続柄マスタ::続柄グループ;
     }
@@ -92,7 +94,7 @@ std::vector<QString> attributeNames(store::Connection& cn) {
         "select 自由マスタ1,自由マスタ2,自由マスタ3,自由マスタ4,自由マスタ5 from 会社テーブル"));
     std::vector<QString> names;
     for (int i = 0; i < row.fieldCount(); ++i)
-        names.push_back(row.eof() ? kSwitchedOff : row.value(i).toText());
+        names.push_back(row.isEmpty() ? kSwitchedOff : row.value(i).toText());
     return names;
 }
 

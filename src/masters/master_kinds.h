@@ -25,6 +25,8 @@ struct MasterKind {
     /// The other code belongs to the key: the entry is unique under it, and it must be chosen.
     bool underOther = false;
 
+    int help = 3020;  ///< its page; most masters share one
+
     QString tableName() const;
     QString column(int position) const;
     QString nameColumn() const { return column(name); }

@@ -97,7 +97,11 @@ frmMain::frmMain(forms::House& house, help::HelpShelf& help) : house_(house), he
     widgets::center_form(this);
     house_.global.panelsChanged = [this] { showPanels(); };
     showPanels();
-    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &frmMain::sessionEnds, Qt::DirectConnection);
+    const auto sessionEnds = [this](QSessionManager& session) {
+        // Where nothing may be asked the process just ends: what is not committed is taken back.
+        if (session.allowsInteraction() && !exitProgram()) session.cancel();
+    };
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, sessionEnds, Qt::DirectConnection);
 }
 
 frmMain::~frmMain() {
@@ -212,7 +216,10 @@ void frmMain::openScreen(const QString& name) {
 void frmMain::mnuFileNo_Click(int index) {
     const Hourglass pointer(this);
     if (index == 1) return chooseCompany();
-    if (index == kExit) return exitProgram();
+    if (index == kExit) {
+        exitProgram();
+        return;
+    }
     openScreen(QString::fromUtf8(kFileMenu[index].screen));
 }
 
@@ -241,20 +248,17 @@ void frmMain::mnuHelpNo_Click(int index) {
         openScreen(QStringLiteral("frmAbout"));
 }
 
-void frmMain::exitProgram() {
-    if (!forms::ask(this, QStringLiteral("終了しますか？"), QStringLiteral("終了の確認"))) return;
-    QDir::setCurrent(house_.global.app_dir);
+bool frmMain::exitProgram() {
+    if (!forms::ask(this, QStringLiteral("終了しますか？"), QStringLiteral("終了の確認"))) return false;
     help::closeEveryHelp(help_);
     if (house_.global.companyOpen()) house_.global.closeCompany();
+    QDir::setCurrent(house_.global.app_dir);
     // With a screen still up (the desktop ends the session) nothing may run on: the screen's company is gone.
     if (house_.endProcess || QApplication::activeModalWidget())
         forms::endProcess(house_);
     else
         QCoreApplication::exit(EXIT_SUCCESS);
-}
-
-void frmMain::sessionEnds() {
-    mnuFileNo_Click(kExit);
+    return true;
 }
 
 /// The close box never closes the window: it asks, and a Yes ends the process. A close that does not come

@@ -8,7 +8,6 @@
 class QLabel;
 class QMenu;
 class QPushButton;
-class QSessionManager;
 
 namespace help {
 class HelpShelf;
@@ -28,8 +27,9 @@ class frmMain : public QMainWindow {
     void mnuFileNo_Click(int index);
     /// The entries of ﾍﾙﾌﾟ, by their index.
     void mnuHelpNo_Click(int index);
-    /// The desktop ends the session: asks as every way of closing does, but never holds the session up.
-    void sessionEnds();
+    /// Asks, and ends the program with はい. The end of the desktop's session asks too; with いいえ it is
+    /// called off.
+    bool exitProgram();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -43,7 +43,6 @@ class frmMain : public QMainWindow {
     void showPanels();
     void openScreen(const QString& name);
     void chooseCompany();
-    void exitProgram();
 
     forms::House& house_;
     help::HelpShelf& help_;

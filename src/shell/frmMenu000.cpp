@@ -65,7 +65,7 @@ void frmMenu000::layOut() {
 void frmMenu000::Form_Load() {
     showMenuButton(this, false);
     const auto company = house_.global.cn_main->query(QStringLiteral("select 会社名 from 会社テーブル"));
-    const QString registered = company.eof() ? QString() : company.value(0).toText();
+    const QString registered = company.isEmpty() ? QString() : company.value(0).toText();
     house_.global.setCompanyPanel(registered.isEmpty() ? house_.global.panels.folder : registered);
 }
 

@@ -145,10 +145,4 @@ forms::MenuEntry helpEntry(forms::House& house, const QString& screen) {
 frmMenus::frmMenus(const QString& name, forms::House& house, QWidget* parent)
     : forms::MenuForm(name, menuNamed(name).caption, house, parent, withHelp(menuNamed(name), house)) {}
 
-QStringList frmMenus::names() {
-    QStringList names;
-    for (const Menu& menu : menus()) names << menu.name;
-    return names;
-}
-
 }  // namespace shell

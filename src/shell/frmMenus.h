@@ -13,9 +13,8 @@ forms::MenuEntry helpEntry(forms::House& house, const QString& screen);
 class frmMenus : public forms::MenuForm {
     Q_OBJECT
   public:
-    /// `name` is one of names().
+    /// `name` is one of these four.
     frmMenus(const QString& name, forms::House& house, QWidget* parent);
-    static QStringList names();
 };
 
 }  // namespace shell

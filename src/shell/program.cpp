@@ -14,7 +14,7 @@ Program::Program(forms::ScreenRegistry& screens, const QString& programDir)
     : house_{.global = global_, .screens = screens}, lockPath_(company::InstanceLock::defaultPath()) {
     global_.app_dir = programDir;
     help_ = std::make_unique<help::HelpShelf>(global_);
-    house_.help = [this](const QString& screen) { help_->helpOn(screen); };
+    house_.help = [this](const QString& screen) { help_->helpOn(house_.screens.helpOn(screen)); };
 }
 
 Program::~Program() = default;

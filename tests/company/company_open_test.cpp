@@ -28,7 +28,7 @@ class CompanyOpen : public testing::Test {
   protected:
     CompanyOpen() { company_.makeEmpty(u"甲社"_s, {.chingin = true, .hyouka = false}); }
 
-    OpenedCompany open() { return openCompany(company_.programDir(), company_.company(), held_); }
+    OpenedCompany open() { return openCompany(placesOf(company_.programDir()), company_.company(), held_); }
     void changeBonus(const QString& sql, const store::Binds& binds = {}) {
         store::Connection(company_.file(schema::File::Syouyo), company::sharedKey()).execute(sql, binds);
     }
@@ -50,7 +50,8 @@ TEST_F(CompanyOpen, ANewerCompanyIsRefusedAndLeftAsItIs) {
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     };
     const QByteArray before = bytes();
-    EXPECT_EQ(support::reasonOf([&] { openCompany(moved, company_.company(), held_); }), Reason::NotOpen);
+    EXPECT_EQ(support::reasonOf([&] { openCompany(placesOf(moved), company_.company(), held_); }),
+              Reason::NotOpen);
     EXPECT_EQ(bytes(), before);
 }
 
@@ -60,7 +61,7 @@ TEST_F(CompanyOpen, AMovedOlderCompanyOpensWithItsOwnFilesAndGrowsTheTablesItLac
     for (const QString& table : older.split(u' ')) changeBonus(u"DROP TABLE "_s + table);
     const QString moved = company_.programDir() + u"/elsewhere"_s, before = QDir::currentPath();
     ASSERT_TRUE(QDir().mkpath(moved) && QDir().rename(company_.dataDir(), moved + u"/Data"_s));
-    const OpenedCompany opened = openCompany(moved, company_.company(), held_);
+    const OpenedCompany opened = openCompany(placesOf(moved), company_.company(), held_);
     ASSERT_EQ(opened.outcome, Outcome::Opened) << opened.link_error_text.toStdString();
     EXPECT_TRUE(opened.chingin_db_exists);
     EXPECT_FALSE(opened.companion_present);
@@ -140,7 +141,7 @@ TEST_F(CompanyOpen, FilesThatCannotBeOpenedAreErrorsAndStayAsTheyAre) {
 
     const QString bare = company_.dataDir() + u"/空のフォルダー"_s;
     ASSERT_TRUE(QDir().mkpath(bare));
-    EXPECT_THROW(openCompany(company_.programDir(), u"空のフォルダー"_s, held_), store::Error);
+    EXPECT_THROW(openCompany(placesOf(company_.programDir()), u"空のフォルダー"_s, held_), store::Error);
     EXPECT_TRUE(QDir(bare).isEmpty());
 }
 

@@ -77,12 +77,12 @@ TEST_F(Company, IsCreatedWholeOrNotAtAll) {
     for (const QString& company :
          {u""_s, u".."_s, u"a/b"_s, u"a\\b"_s, u"a:b"_s, u" a"_s, u".a"_s, u"a."_s, name_})
         EXPECT_TRUE(refused(company)) << company.toStdString();
-    FaultVfs::armWrite(std::numeric_limits<qint64>::max(), FaultVfs::Kind::DiskFull);
+    FaultVfs::arm(FaultVfs::Operation::Write, std::numeric_limits<qint64>::max());
     EXPECT_FALSE(refused(u"数"_s));
-    const qint64 writes = FaultVfs::writes();
+    const qint64 writes = FaultVfs::counted();
     EXPECT_GT(writes, 20);
     for (const qint64 n : {qint64(1), qint64(2), writes / 3, writes / 2, writes - 1, writes}) {
-        FaultVfs::armWrite(n, FaultVfs::Kind::DiskFull);
+        FaultVfs::arm(FaultVfs::Operation::Write, n, FaultVfs::Kind::DiskFull);
         EXPECT_TRUE(refused(u"新"_s)) << n;
         FaultVfs::disarm();
     }

@@ -41,7 +41,7 @@ class DBSentaku : public OverMain {
     QString failure() {
         std::unique_ptr<CompanyLock> none;
         try {
-            return openCompany(global_.app_dir, u"甲社"_s, none).link_error_text;
+            return openCompany(global_.places(), u"甲社"_s, none).link_error_text;
         } catch (const store::Error& error) {
             return error.text();
         }
@@ -67,7 +67,7 @@ TEST_F(DBSentaku, ListsTheCompaniesAndCancels) {
     EXPECT_EQ(global_.cn_main, nullptr);
     ASSERT_TRUE(QDir(company_.dataDir()).mkdir(u"乙社"_s));
     for (const QString& last : {QString(), u"丙社"_s, u"甲社"_s}) {
-        rememberCompany(global_.app_dir, last);
+        rememberCompany(global_.places(), last);
         show([&](QDialog& form) {
             EXPECT_EQ(text(form, u"List1"_s), last == u"甲社"_s ? last : QString());
             if (last.isEmpty()) driver_.expectBox(u"処理する会社を指定してください。"_s, kTitle);
@@ -93,7 +93,7 @@ TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
         });
         press(form, Qt::Key_Return);
     });
-    EXPECT_EQ(lastCompany(global_.app_dir), u"甲社"_s);
+    EXPECT_EQ(lastCompany(global_.places()), u"甲社"_s);
     EXPECT_EQ(result, QDialog::Accepted);
     ASSERT_NE(global_.cn_main, nullptr);
     EXPECT_EQ(global_.panels.folder, u"甲社"_s);

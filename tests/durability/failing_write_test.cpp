@@ -3,6 +3,8 @@
 
 namespace {
 
+using Operation = FaultVfs::Operation;
+
 constexpr qint64 kMostWrites = 2000;  // more than any command does
 
 struct FailingWriteTest : durability::BrokenRunTest {
@@ -34,9 +36,9 @@ struct FailingWriteTest : durability::BrokenRunTest {
 }  // namespace
 
 // Fails the first write of the command, then the second (every 13th where each try opens many files), …
-// until the command comes through: whatever fails, the files hold what they held. Then each removal of a
-// journal, which is what makes a commit stand.
-TEST_P(FailingWriteTest, EveryWriteMayFail) {
+// until the command comes through: whatever fails, the files hold what they held. Then syncs, truncations and
+// reads at growing distances, and each removal of a journal, which is what makes a commit stand.
+TEST_P(FailingWriteTest, EveryOperationMayFail) {
     FaultVfs::install();
     ASSERT_NO_FATAL_FAILURE(learnBothSides());
     cn = folder.open();
@@ -44,10 +46,19 @@ TEST_P(FailingWriteTest, EveryWriteMayFail) {
     for (; !through; n += command.reachesCompanions ? 13 : 1) {
         SCOPED_TRACE(n);
         ASSERT_LT(n, kMostWrites) << "the command never comes through";
-        FaultVfs::armWrite(n, n % 2 ? FaultVfs::Kind::IoError : FaultVfs::Kind::DiskFull);
+        FaultVfs::arm(Operation::Write, n, n % 2 ? FaultVfs::Kind::IoError : FaultVfs::Kind::DiskFull);
         ASSERT_NO_FATAL_FAILURE(run(n));
     }
     EXPECT_GT(n, 20) << "the command wrote less than it should";
+    for (const Operation operation : {Operation::Sync, Operation::Truncate, Operation::Read}) {
+        through = false;
+        for (n = 1; !through; n += 1 + n / 4) {
+            SCOPED_TRACE(n + 10000 * static_cast<int>(operation));
+            ASSERT_LT(n, 50 * kMostWrites) << "the command never comes through";
+            FaultVfs::arm(operation, n);
+            ASSERT_NO_FATAL_FAILURE(run(n));
+        }
+    }
     using Removal = FaultVfs::Removal;
     for (const Removal kind : {Removal::Fails, Removal::IsDone, Removal::IsLast})
         for (n = 1; n <= (command.reachesCompanions ? 7 : 3); ++n) {

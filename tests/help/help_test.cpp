@@ -2,29 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <QSet>
-
 namespace help {
 namespace {
 
 using namespace Qt::StringLiterals;
 using enum HelpFile;
-
-TEST(Help, EachScreenHasOneTopicAndEachTopicOneScreen) {
-    QSet<QString> screens;
-    QSet<QString> places;
-    for (const HelpTopic& topic : helpTopics()) {
-        EXPECT_FALSE(screens.contains(topic.screen)) << topic.screen.toStdString();
-        const QString page = pageName(topic.file, topic.number);
-        EXPECT_FALSE(places.contains(page)) << page.toStdString();
-        EXPECT_EQ(pageOfName(page), std::pair(topic.file, topic.number));
-        screens << topic.screen;
-        places << page;
-    }
-    EXPECT_EQ(helpTopic(u"frmMenuSJikkou"_s)->file, Mhelp);
-    EXPECT_FALSE(helpTopic(u"frmNowhere"_s));
-    EXPECT_FALSE(pageOfName(u"hyou_1.html"_s));
-}
 
 TEST(Help, AWordIsFoundWhateverItsWidthCaseAndKana) {
     const QString text = u"取消ボタン、ﾎﾞﾀﾝ、ぼたん。ＥＸＣＥＬとExcel"_s;

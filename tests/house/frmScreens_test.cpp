@@ -14,6 +14,7 @@
 #include "forms/global_record.h"
 #include "forms/record_form.h"
 #include "forms/screens.h"
+#include "help/frmHelp.h"
 #include "main_screens.h"
 #include "prep/snapshot.h"
 #include "screen_driver.h"
@@ -106,6 +107,7 @@ class Screens : public testing::Test {
     forms::ScreenRegistry registry_;
     forms::House house_;
     CompanyFolder folder_;
+    help::HelpShelf help_{global_};
     ScreenDriver driver_;
     int pictures_ = 0;
 };
@@ -119,6 +121,9 @@ TEST_F(Screens, FitTheScreenWithTheirCommandsInSight) {
     names.sort();
     for (const QString& name : names) {
         SCOPED_TRACE(name.toStdString());
+        const auto topic = registry_.helpOn(name);
+        const bool about = name == u"frmAbout"_s || name == u"frmHDataPrint"_s;
+        EXPECT_TRUE(about || (topic && help::findPage(help_.pages(), topic->file, topic->number)));
         std::unique_ptr<QDialog> form(registry_.create(name, house_, nullptr));
         if (!form) continue;
         driver_.run(*form, [this](QDialog& shown) {

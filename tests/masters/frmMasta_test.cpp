@@ -213,9 +213,9 @@ TEST_F(Masta, ARenameReachesEveryTableOrNone) {
             click(form, u"cmdEdit"_s);
             fill(form, {u"31"_s});
             driver_.answerFreely([](const forms::BoxRequest&) { return BoxAnswer::Yes; });
-            FaultVfs::armWrite(n, FaultVfs::Kind::IoError);
+            FaultVfs::arm(FaultVfs::Operation::Write, n, FaultVfs::Kind::IoError);
             click(form, u"cmdUpdate"_s);
-            const bool failed = FaultVfs::writes() >= n;
+            const bool failed = FaultVfs::counted() >= n;
             FaultVfs::disarm();
             if (!failed) {
                 n = 1000;

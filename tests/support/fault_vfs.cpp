@@ -12,28 +12,51 @@ namespace {
 
 constexpr const char* kName = "mint-fault";
 std::atomic<qint64> failAt{std::numeric_limits<qint64>::max()};
-std::atomic<qint64> counted{0};
+std::atomic<qint64> count{0};
 std::atomic<int> failure{SQLITE_IOERR_WRITE};
+std::atomic<FaultVfs::Operation> armed{};
 std::atomic<qint64> removalsLeft{0};
 std::atomic<FaultVfs::Removal> removal{};
 
-/// The file system of the machine, and how it writes into any file.
+/// The file system of the machine, and how it works on any file.
 sqlite3_vfs* machine = nullptr;
-decltype(sqlite3_io_methods::xWrite) machineWrite = nullptr;
+sqlite3_io_methods machineMethods;
 
-int write(sqlite3_file* file, const void* data, int amount, sqlite3_int64 offset) {
-    if (++counted >= failAt) return failure;
-    return machineWrite(file, data, amount, offset);
+bool fails(FaultVfs::Operation operation) {
+    return operation == armed && ++count >= failAt;
 }
 
-/// A file of the machine, of which only the writing is ours, whatever its way of locking.
+int write(sqlite3_file* file, const void* data, int amount, sqlite3_int64 offset) {
+    if (fails(FaultVfs::Operation::Write)) return failure;
+    return machineMethods.xWrite(file, data, amount, offset);
+}
+
+int read(sqlite3_file* file, void* data, int amount, sqlite3_int64 offset) {
+    if (fails(FaultVfs::Operation::Read)) return SQLITE_IOERR_READ;
+    return machineMethods.xRead(file, data, amount, offset);
+}
+
+int sync(sqlite3_file* file, int flags) {
+    if (fails(FaultVfs::Operation::Sync)) return SQLITE_IOERR_FSYNC;
+    return machineMethods.xSync(file, flags);
+}
+
+int truncate(sqlite3_file* file, sqlite3_int64 size) {
+    if (fails(FaultVfs::Operation::Truncate)) return SQLITE_IOERR_TRUNCATE;
+    return machineMethods.xTruncate(file, size);
+}
+
+/// A file of the machine, of which only these are ours, whatever its way of locking.
 int openFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
     static std::map<const sqlite3_io_methods*, sqlite3_io_methods> ours;
     const int code = machine->xOpen(machine, name, file, flags, outFlags);
     if (!file->pMethods) return code;
-    machineWrite = file->pMethods->xWrite;
+    machineMethods = *file->pMethods;
     sqlite3_io_methods& methods = ours.try_emplace(file->pMethods, *file->pMethods).first->second;
     methods.xWrite = write;
+    methods.xRead = read;
+    methods.xSync = sync;
+    methods.xTruncate = truncate;
     file->pMethods = &methods;
     return code;
 }
@@ -69,8 +92,9 @@ void FaultVfs::install() {
     if (!installed) throw std::runtime_error("no faulty file system");
 }
 
-void FaultVfs::armWrite(qint64 n, Kind kind) {
-    counted = 0;
+void FaultVfs::arm(Operation operation, qint64 n, Kind kind) {
+    count = 0;
+    armed = operation;
     failure = kind == Kind::DiskFull ? SQLITE_FULL : SQLITE_IOERR_WRITE;
     failAt = n;
 }
@@ -80,8 +104,8 @@ void FaultVfs::armRemoval(qint64 n, Removal kind) {
     removalsLeft = n;
 }
 
-qint64 FaultVfs::writes() {
-    return counted;
+qint64 FaultVfs::counted() {
+    return count;
 }
 
 void FaultVfs::disarm() {

@@ -9,13 +9,15 @@ class FaultVfs {
 
     /// Becomes the default file system of the storage engine. Once a process; a second call does nothing.
     static void install();
-    /// From now on the n-th write (from 1, over all files) fails, and every later one until disarm().
-    static void armWrite(qint64 n, Kind kind);
+    enum class Operation { Write, Read, Sync, Truncate };
+    /// From now on the n-th operation (from 1, over all files) fails, and every later one until disarm(). A
+    /// full disk is a matter of writes.
+    static void arm(Operation operation, qint64 n, Kind kind = Kind::IoError);
     /// The n-th removal of a file (from 1) fails, or is done and told as failed all the same (a folder that
     /// can't be synced), or is so and the last one that is done.
     enum class Removal { Fails, IsDone, IsLast };
     static void armRemoval(qint64 n, Removal kind);
-    /// Writes since the last armWrite, the failed ones included.
-    static qint64 writes();
+    /// Operations of that kind since the last arm(), the failed ones included.
+    static qint64 counted();
     static void disarm();
 };

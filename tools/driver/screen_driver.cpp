@@ -183,6 +183,10 @@ bool ScreenDriver::verify() {
 forms::BoxAnswer ScreenDriver::answerBox(const forms::BoxRequest& request) {
     using forms::BoxAnswer;
     boxes_.push_back(request);
+    // As behind a real box: what waits comes in, and every window is painted as it is now.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible()) window->grab();
     const bool question = request.buttons == forms::BoxButtons::YesNo;
     if (boxAnswers_.empty()) {
         if (free_) return free_(request);
