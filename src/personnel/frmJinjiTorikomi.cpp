@@ -38,6 +38,21 @@ QString outcomeText(Outcome outcome) {
     Q_UNREACHABLE();
 }
 
+QString cellText(const ImportRow& shown, int column) {
+    switch (column) {
+        case 0:
+            return QString::number(shown.line);
+        case 1:
+            return shown.code;
+        case 2:
+            return shown.subject;
+        case 3:
+            return outcomeText(shown.outcome);
+        default:
+            return shown.reasons.join(u'　');
+    }
+}
+
 }  // namespace
 
 frmJinjiTorikomi::frmJinjiTorikomi(forms::House& house, QWidget* parent)
@@ -159,7 +174,8 @@ void frmJinjiTorikomi::judge() {
     plan_.reset();
     if (!sheet_.empty() && !forms::guarded(this, [this] {
             setHourglass();
-            plan_ = planImport(cn(), kind(), sheet_, {update_->isChecked(), house_.global.clock()});
+            plan_ = std::make_shared<const ImportPlan>(
+                planImport(cn(), kind(), sheet_, {update_->isChecked(), house_.global.clock()}));
             const QSignalBlocker quiet(refusedOnly_);
             refusedOnly_->setChecked(plan_->count(Outcome::Refused) > 0);
         }))
@@ -177,14 +193,17 @@ void frmJinjiTorikomi::dropSheet() {
 // ---- The preview
 
 void frmJinjiTorikomi::showPlan() {
-    shown_.clear();
     const auto count = [this](Outcome outcome) { return plan_ ? plan_->count(outcome) : 0; };
     const int refused = count(Outcome::Refused);
+    std::vector<std::size_t> shown;
     if (plan_)
         for (std::size_t i = 0; i < plan_->rows.size(); ++i)
-            if (!refusedOnly_->isChecked() || plan_->rows[i].outcome == Outcome::Refused) shown_.push_back(i);
-    model_->setRows(static_cast<int>(shown_.size()),
-                    [this](int row, int column) { return cellText(row, column); });
+            if (!refusedOnly_->isChecked() || plan_->rows[i].outcome == Outcome::Refused) shown.push_back(i);
+    const int rows = static_cast<int>(shown.size());
+    // The table keeps the plan that it shows, whatever becomes of the screen's.
+    model_->setRows(rows, [plan = plan_, shown = std::move(shown)](int row, int column) {
+        return cellText(plan->rows[shown[static_cast<std::size_t>(row)]], column);
+    });
     counts_->setText(u"追加： %1 件　更新： %2 件　取り込めない行： %3 件"_s.arg(count(Outcome::Add))
                          .arg(count(Outcome::Update))
                          .arg(refused));
@@ -195,22 +214,6 @@ void frmJinjiTorikomi::showPlan() {
     if (plan_ && !plan_->ignored.isEmpty())
         told += u"　（取り込まない見出し： %1）"_s.arg(plan_->ignored.join(u'、'));
     file_->setText(told);
-}
-
-QString frmJinjiTorikomi::cellText(int row, int column) const {
-    const ImportRow& shown = plan_->rows[shown_[std::size_t(row)]];
-    switch (column) {
-        case 0:
-            return QString::number(shown.line);
-        case 1:
-            return shown.code;
-        case 2:
-            return shown.subject;
-        case 3:
-            return outcomeText(shown.outcome);
-        default:
-            return shown.reasons.join(u'　');
-    }
 }
 
 // ---- The commands

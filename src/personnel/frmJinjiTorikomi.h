@@ -1,6 +1,6 @@
 #pragma once
 #include <array>
-#include <optional>
+#include <memory>
 
 #include "forms/global_record.h"
 #include "forms/guard.h"
@@ -49,14 +49,12 @@ class frmJinjiTorikomi : public widgets::Form {
     void judge();
     void dropSheet();
     void showPlan();
-    QString cellText(int row, int column) const;
     store::Connection& cn() const { return *house_.global.cn_main; }
 
     forms::House& house_;
     std::vector<domain::CsvRow> sheet_;
     QString path_;
-    std::optional<ImportPlan> plan_;
-    std::vector<std::size_t> shown_;  ///< rows of the plan that the table shows
+    std::shared_ptr<const ImportPlan> plan_;
 
     std::array<QRadioButton*, 2> option_{};
     QCheckBox* update_ = nullptr;
