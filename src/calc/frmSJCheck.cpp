@@ -1,16 +1,14 @@
 #include "calc/frmSJCheck.h"
 
-#include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "calc/input_check.h"
 #include "calc/ui_result_output.h"
 #include "design/ui_criterion_picker.h"
+#include "design/ui_houshiki_options.h"
 #include "forms/box.h"
 #include "forms/global_record.h"
 #include "forms/guard.h"
@@ -68,11 +66,13 @@ void frmSJCheck::makeControls() {
     column->addLayout(widgets::headerBlock(title, guidance));
     column->addWidget(picker_, 1);
     column->addLayout(line);
-    column->addWidget(makeOptions());
+    options_ = new design::HoushikiOptions(QStringLiteral("Frame1"), this, 2);
+    options_->indent();
+    connect(options_, &design::HoushikiOptions::picked, this, [this] { sent_->hide(); });
+    column->addWidget(options_);
     column->addWidget(makeButtons());
     setMinimumSize(widgets::twips(7770), widgets::twips(4770));
-    for (QWidget* part : std::initializer_list<QWidget*>{marker_[0], marker_[1], label3_, frame1_})
-        keepPlace(part);
+    for (QWidget* part : std::initializer_list<QWidget*>{marker_[0], marker_[1], label3_}) keepPlace(part);
 
     connect(picker_, &design::CriterionPicker::kubunChosen, this,
             [this] { forms::guarded(this, [this] { DataList1_Click(); }); });
@@ -81,22 +81,6 @@ void frmSJCheck::makeControls() {
         picker_->kijunList()->choose(-1);
         showMethod(false);
     });
-}
-
-QWidget* frmSJCheck::makeOptions() {
-    frame1_ = make<QFrame>(QStringLiteral("Frame1"));
-    option_ = makeArray<QRadioButton, 2>(QStringLiteral("Option1"),
-                                         {QStringLiteral("個人別計算"), QStringLiteral("総額配分")});
-    auto* row = new QHBoxLayout(frame1_);
-    row->setContentsMargins(2 * widgets::kGrid, 0, 0, 0);
-    row->setSpacing(2 * widgets::kGrid);
-    for (QRadioButton* option : option_) {
-        option->setParent(frame1_);
-        row->addWidget(option);
-        connect(option, &QRadioButton::clicked, this, [this] { sent_->hide(); });
-    }
-    row->addStretch();
-    return frame1_;
 }
 
 /// The path of the last sheet above the row of buttons.
@@ -134,7 +118,7 @@ void frmSJCheck::Form_Load() {
 // ----------------------------------------------------------------------------------------------------
 
 void frmSJCheck::showMethod(bool show) {
-    for (QWidget* part : std::initializer_list<QWidget*>{label3_, marker_[1], frame1_})
+    for (QWidget* part : std::initializer_list<QWidget*>{label3_, marker_[1], options_})
         part->setVisible(show);
     sent_->hide();
     if (!show) nothingToDo_ = false;
@@ -153,23 +137,10 @@ void frmSJCheck::DataList2_Click() {
     const forms::GlobalRecord& global = house_.global;
     const auto kijun = design::kijunOf(*global.cn_main, global.haibun_kubun, global.haibun_kijun);
     if (!kijun) return;
-    showOptions(*kijun);
+    options_->offer(design::offeredPayments(*kijun));
     tellEmployees(!global.haibun_jikkou_mode ||
                   design::hasEmployees(*global.cn_main, design::currentRun(global)));
     showMethod(true);
-}
-
-/// What the criterion does not use is hidden; the first of what is left is chosen. A criterion without any
-/// kind of payment counts as one with all.
-void frmSJCheck::showOptions(const design::Kijun& kijun) {
-    const bool none = std::none_of(kijun.uses.begin(), kijun.uses.end(), [](bool used) { return used; });
-    const std::array<bool, 2> offered{none || kijun.uses[0], none || kijun.uses[1]};
-    for (std::size_t i = 0; i < option_.size(); ++i) {
-        option_[i]->setVisible(offered[i]);
-        option_[i]->setAutoExclusive(false);
-        option_[i]->setChecked(offered[i] && (i == 0 || !offered[0]));
-        option_[i]->setAutoExclusive(true);
-    }
 }
 
 void frmSJCheck::tellEmployees(bool any) {
@@ -184,9 +155,7 @@ void frmSJCheck::tellEmployees(bool any) {
 /// A criterion of typed amounts alone has neither bases nor coefficients to look at.
 bool frmSJCheck::refused() {
     if (!picker_->requireSelection()) return true;
-    const bool noMethod = std::none_of(option_.begin(), option_.end(),
-                                       [](const QRadioButton* option) { return option->isChecked(); });
-    if (!nothingToDo_ && !noMethod) return false;
+    if (!nothingToDo_ && options_->chosen()) return false;
     forms::tell(this, QStringLiteral("この処理は必要ありません。"), QStringLiteral("確認"),
                 forms::BoxIcon::Critical);
     picker_->kijunList()->setFocus();
@@ -195,8 +164,8 @@ bool frmSJCheck::refused() {
 
 void frmSJCheck::Command1_Click() {
     if (refused()) return;
-    const auto method = option_[0]->isChecked() ? Houshiki::Kojinbetsu : Houshiki::Sougaku;
-    const QString caption = option_[static_cast<std::size_t>(method)]->text();
+    const Houshiki method = *options_->chosen();
+    const QString caption = options_->captionOf(method);
     forms::tell(this, QStringLiteral("『%1』を指定します。").arg(caption),
                 QStringLiteral("算定方式指定の確認"));
     house_.global.santei_houshiki = design::houshikiCode(method);

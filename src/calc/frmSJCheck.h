@@ -6,13 +6,12 @@
 #include "forms/screens.h"
 #include "widgets/form.h"
 
-class QFrame;
 class QLabel;
-class QRadioButton;
 
 namespace design {
 class CriterionPicker;
-}
+class HoushikiOptions;
+}  // namespace design
 namespace reports {
 class SentSheet;
 class SheetFolder;
@@ -29,7 +28,6 @@ class frmSJCheck : public widgets::Form {
 
   private:
     void makeControls();
-    QWidget* makeOptions();
     QWidget* makeButtons();
     void Form_Load();
 
@@ -41,7 +39,6 @@ class frmSJCheck : public widgets::Form {
     void sougaku() { send(design::Houshiki::Sougaku); }
     void send(design::Houshiki method);
 
-    void showOptions(const design::Kijun& kijun);
     void showMethod(bool show);
     void tellEmployees(bool any);
     bool refused();
@@ -50,8 +47,7 @@ class frmSJCheck : public widgets::Form {
     const reports::SheetFolder& sheets_;
     design::CriterionPicker* picker_ = nullptr;
     std::array<QLabel*, 2> marker_{};  ///< Image1, Image2
-    QFrame* frame1_ = nullptr;
-    std::array<QRadioButton*, 2> option_{};
+    design::HoushikiOptions* options_ = nullptr;
     QLabel* label3_ = nullptr;
     reports::SentSheet* sent_ = nullptr;
     bool nothingToDo_ = false;

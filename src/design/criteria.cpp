@@ -1,5 +1,7 @@
 #include "design/criteria.h"
 
+#include <algorithm>
+
 namespace design {
 
 std::vector<Kubun> kubunList(store::Connection& cn) {
@@ -43,6 +45,12 @@ std::vector<Kijun> kijunList(store::Connection& cn, const QString& kubun) {
 std::optional<Kijun> kijunOf(store::Connection& cn, const QString& kubun, const QString& kijun) {
     const auto list = readKijun(cn, QStringLiteral("and Code = ?"), {kubun, kijun});
     return list.empty() ? std::nullopt : std::optional(list.front());
+}
+
+PaymentFlags offeredPayments(const Kijun& kijun) {
+    PaymentFlags offered = kijun.uses;
+    if (std::none_of(offered.begin(), offered.end(), [](bool used) { return used; })) offered.fill(true);
+    return offered;
 }
 
 bool hasEmployees(store::Connection& cn, const domain::RunKey& run) {

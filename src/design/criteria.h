@@ -24,11 +24,17 @@ inline constexpr int kHoushikiCount = 4;
 /// The code that the global record carries: "1" to "4".
 QString houshikiCode(Houshiki houshiki);
 
+/// Something that holds for some of them.
+using PaymentFlags = std::array<bool, kHoushikiCount>;
+
 struct Kijun {
     QString code;
     QString name;
-    std::array<bool, kHoushikiCount> uses{};  ///< which kinds of payment the criterion may use
+    PaymentFlags uses{};  ///< which kinds of payment the criterion may use
 };
+/// What a criterion pays as the screens of a run offer it: one that names no kind of payment counts as one
+/// with all.
+PaymentFlags offeredPayments(const Kijun& kijun);
 /// The offered 配分基準 of a 配分区分, ordered by code as a number.
 std::vector<Kijun> kijunList(store::Connection& cn, const QString& kubun);
 /// One offered criterion; none when it is not there or not shown.

@@ -4,9 +4,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 
 #include "design/ui_criterion_picker.h"
+#include "design/ui_houshiki_options.h"
 #include "forms/box.h"
 #include "forms/global_record.h"
 #include "forms/guard.h"
@@ -73,30 +73,13 @@ void frmSHaibunjikkouK::makeControls() {
     column->addLayout(widgets::headerBlock(title, nullptr));
     column->addWidget(picker_, 1);
     column->addLayout(guidance);
-    column->addWidget(makeOptions());
+    // All four kinds of payment stand on the form; only the two that are computed are ever shown.
+    options_ = new design::HoushikiOptions(QStringLiteral("Frame1"), this);
+    options_->indent();
+    options_->offer({});
+    column->addWidget(options_);
     column->addLayout(makeButtons());
     setMinimumSize(widgets::twips(7770), widgets::twips(4770));
-}
-
-/// All four kinds of payment stand on the form; only the two that are computed are ever shown.
-QWidget* frmSHaibunjikkouK::makeOptions() {
-    frame1_ = make<QWidget>(QStringLiteral("Frame1"));
-    option_ = makeArray<QRadioButton, design::kHoushikiCount>(
-        QStringLiteral("Option1"), {QStringLiteral("個人別計算"), QStringLiteral("総額配分"),
-                                    QStringLiteral("金一封(実行時)"), QStringLiteral("特別加算金(実行時)")});
-    auto* row = new QHBoxLayout(frame1_);
-    row->setContentsMargins(2 * widgets::kGrid, 0, 0, 0);
-    row->setSpacing(2 * widgets::kGrid);
-    for (QRadioButton* option : option_) {
-        option->setParent(frame1_);
-        row->addWidget(option);
-        option->hide();
-    }
-    row->addStretch();
-    // The line keeps its height without an option, so that the lists above do not jump.
-    frame1_->setMinimumHeight(option_[0]->sizeHint().height());
-    keepsItsPlace(frame1_);
-    return frame1_;
 }
 
 QHBoxLayout* frmSHaibunjikkouK::makeButtons() {
@@ -139,8 +122,8 @@ void frmSHaibunjikkouK::dropCriterion() {
     state_ = State::NothingChosen;
     label3_->clear();
     image2_->hide();
-    frame1_->hide();
-    chooseOption(-1);
+    options_->hide();
+    options_->choose(std::nullopt);
     allowList(false);
 }
 
@@ -156,24 +139,10 @@ void frmSHaibunjikkouK::DataList2_Click() {
     picker_->takeSelection();
     const auto kijun = design::kijunOf(cn(), house_.global.haibun_kubun, house_.global.haibun_kijun);
     if (!kijun) return;
-    showOptions(*kijun);
+    options_->show();
+    options_->offer({kijun->uses[0], kijun->uses[1]});
     tellState(design::hasEmployees(cn(), design::currentRun(house_.global)),
               kijun->uses[0] || kijun->uses[1]);
-}
-
-void frmSHaibunjikkouK::showOptions(const design::Kijun& kijun) {
-    frame1_->show();
-    for (std::size_t i : {0u, 1u}) option_[i]->setVisible(kijun.uses[i]);
-    chooseOption(kijun.uses[0] ? 0 : kijun.uses[1] ? 1 : -1);
-}
-
-void frmSHaibunjikkouK::chooseOption(int index) {
-    for (int i = 0; i < design::kHoushikiCount; ++i) {
-        QRadioButton* option = option_[static_cast<std::size_t>(i)];
-        option->setAutoExclusive(false);
-        option->setChecked(i == index);
-        option->setAutoExclusive(true);
-    }
 }
 
 void frmSHaibunjikkouK::tellState(bool employees, bool automatic) {
@@ -183,12 +152,6 @@ void frmSHaibunjikkouK::tellState(bool employees, bool automatic) {
                                               : QStringLiteral("自動入力はありません。"));
     widgets::setTone(label3_, state_ == State::Ready ? widgets::Tone::Normal : widgets::Tone::Warning);
     image2_->setVisible(state_ == State::Ready);
-}
-
-std::optional<Houshiki> frmSHaibunjikkouK::chosenHoushiki() const {
-    for (const Houshiki houshiki : {Houshiki::Kojinbetsu, Houshiki::Sougaku})
-        if (option_[static_cast<std::size_t>(houshiki)]->isChecked()) return houshiki;
-    return std::nullopt;
 }
 
 // ---- The run
@@ -203,18 +166,14 @@ bool frmSHaibunjikkouK::refused() {
     return true;
 }
 
-QString frmSHaibunjikkouK::captionOf(Houshiki houshiki) const {
-    return option_[static_cast<std::size_t>(houshiki)]->text();
-}
-
 bool frmSHaibunjikkouK::confirmed(Houshiki houshiki) {
-    return forms::ask(this, QStringLiteral("『%1』を指定します。").arg(captionOf(houshiki)),
+    return forms::ask(this, QStringLiteral("『%1』を指定します。").arg(options_->captionOf(houshiki)),
                       QStringLiteral("算定方式指定の確認"));
 }
 
 /// The run of the chosen 算定方式 inside the open work.
 void frmSHaibunjikkouK::fill(store::Work& work, Houshiki houshiki) {
-    const QString caption = captionOf(houshiki);
+    const QString caption = options_->captionOf(houshiki);
     house_.global.santei_houshiki = design::houshikiCode(houshiki);
     house_.global.santei_houshiki_mei = caption;
     setHourglass();
@@ -229,7 +188,7 @@ void frmSHaibunjikkouK::Command1_Click() {
     const AutoItems before = items_;
     const bool done = forms::guarded(this, [&] {
         if (refused()) return;
-        const auto houshiki = chosenHoushiki();
+        const auto houshiki = options_->chosen();
         if (houshiki &&
             !frmSKakunin::mayGoOn(
                 this, house_, suspicionsBeforeAutoInput(cn(), design::currentRun(house_.global), *houshiki),

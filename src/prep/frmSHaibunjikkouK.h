@@ -1,7 +1,4 @@
 #pragma once
-#include <array>
-#include <optional>
-
 #include "design/criteria.h"
 #include "forms/screens.h"
 #include "prep/auto_input.h"
@@ -9,11 +6,11 @@
 #include "widgets/form.h"
 
 class QHBoxLayout;
-class QRadioButton;
 
 namespace design {
 class CriterionPicker;
-}
+class HoushikiOptions;
+}  // namespace design
 
 namespace prep {
 
@@ -26,7 +23,6 @@ class frmSHaibunjikkouK : public widgets::Form {
 
   private:
     void makeControls();
-    QWidget* makeOptions();
     QHBoxLayout* makeButtons();
     void connectEvents();
 
@@ -36,21 +32,16 @@ class frmSHaibunjikkouK : public widgets::Form {
     void Command4_Click();
 
     void dropCriterion();
-    void showOptions(const design::Kijun& kijun);
-    void chooseOption(int index);
     void tellState(bool employees, bool automatic);
     bool refused();
     bool confirmed(design::Houshiki houshiki);
     void fill(store::Work& work, design::Houshiki houshiki);
     void allowList(bool allowed);
-    std::optional<design::Houshiki> chosenHoushiki() const;
-    QString captionOf(design::Houshiki houshiki) const;
     store::Connection& cn() const;
 
     forms::House& house_;
     design::CriterionPicker* picker_;
-    QWidget* frame1_ = nullptr;
-    std::array<QRadioButton*, design::kHoushikiCount> option_{};
+    design::HoushikiOptions* options_ = nullptr;
     QLabel* label3_ = nullptr;
     QLabel* image1_ = nullptr;
     QLabel* image2_ = nullptr;

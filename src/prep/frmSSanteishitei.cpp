@@ -1,10 +1,7 @@
 #include "prep/frmSSanteishitei.h"
 
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QRadioButton>
-
 #include "design/ui_criterion_picker.h"
+#include "design/ui_houshiki_options.h"
 #include "forms/box.h"
 #include "forms/global_record.h"
 
@@ -18,22 +15,7 @@ const QString kAmountsScreen = QStringLiteral("frmSJikkou01");
 
 frmSSanteishitei::frmSSanteishitei(forms::House& house, QWidget* parent)
     : CriterionForm(QStringLiteral("frmSSanteishitei"), QStringLiteral("算定方式指定"), house, parent),
-      options_(new QWidget(this)),
-      option_(makeArray<QRadioButton, design::kHoushikiCount>(
-          QStringLiteral("Option1"),
-          {QStringLiteral("個人別計算"), QStringLiteral("総額配分"), QStringLiteral("金一封(実行時)"),
-           QStringLiteral("特別加算金(実行時)")})) {
-    auto* row = new QHBoxLayout(options_);
-    row->setContentsMargins(0, 0, 0, 0);
-    for (QRadioButton* option : option_) {
-        option->setParent(options_);
-        row->addWidget(option);
-    }
-    row->addStretch();
-    // The options keep their line while they are hidden, so that the lists do not jump.
-    QSizePolicy keep = options_->sizePolicy();
-    keep.setRetainSizeWhenHidden(true);
-    options_->setSizePolicy(keep);
+      options_(new design::HoushikiOptions(QStringLiteral("Frame1"), this)) {
     load(options_);
     hideOptions();
 }
@@ -54,32 +36,14 @@ void frmSSanteishitei::DataList2_Click() {
     const auto kijun = design::kijunOf(*global.cn_main, global.haibun_kubun, global.haibun_kijun);
     if (!kijun) return;
     kijun_ = *kijun;
-    showOptions(*kijun);
+    options_->show();
+    options_->offer(kijun->uses);
+    options_->enableTyped(!global.haibun_sekkei_mode && house_.screens.has(kAmountsScreen));
     const QString guidance = QStringLiteral("算定方式を指定してください｡");
     if (global.haibun_jikkou_mode)
         tellEmployees(guidance);
     else
         showGuidance(guidance, false);
-}
-
-void frmSSanteishitei::chooseOption(int index) {
-    for (int i = 0; i < design::kHoushikiCount; ++i) {
-        QRadioButton* option = option_[static_cast<std::size_t>(i)];
-        option->setAutoExclusive(false);
-        option->setChecked(i == index);
-        option->setAutoExclusive(true);
-    }
-}
-
-void frmSSanteishitei::showOptions(const design::Kijun& kijun) {
-    options_->show();
-    for (int i = 0; i < design::kHoushikiCount; ++i) {
-        QRadioButton* option = option_[static_cast<std::size_t>(i)];
-        option->setVisible(kijun.uses[static_cast<std::size_t>(i)]);
-        option->setEnabled(i < 2 ||
-                           (!house_.global.haibun_sekkei_mode && house_.screens.has(kAmountsScreen)));
-    }
-    chooseOption(kijun.uses[0] ? 0 : kijun.uses[1] ? 1 : -1);
 }
 
 void frmSSanteishitei::Command1_Click() {
@@ -90,15 +54,12 @@ void frmSSanteishitei::Command1_Click() {
                     QStringLiteral("算定方式指定の確認"), forms::BoxIcon::Information);
         return;
     }
-    const auto chosen = [this](Houshiki h) { return option_[static_cast<std::size_t>(h)]->isChecked(); };
-    if (global.haibun_jikkou_mode && chosen(Houshiki::Kinippu))
-        typeAmounts(Houshiki::Kinippu);
-    else if (global.haibun_jikkou_mode && chosen(Houshiki::Tokubetsu))
-        typeAmounts(Houshiki::Tokubetsu);
-    else if (chosen(Houshiki::Kojinbetsu))
-        chooseItem(Houshiki::Kojinbetsu);
-    else if (chosen(Houshiki::Sougaku))
-        chooseItem(Houshiki::Sougaku);
+    const auto chosen = options_->chosen();
+    if (!chosen) return;
+    if (*chosen == Houshiki::Kojinbetsu || *chosen == Houshiki::Sougaku)
+        chooseItem(*chosen);
+    else if (global.haibun_jikkou_mode)
+        typeAmounts(*chosen);
 }
 
 /// The two amounts that are typed in per person go straight to their grid.
@@ -108,7 +69,7 @@ void frmSSanteishitei::typeAmounts(Houshiki houshiki) {
 }
 
 void frmSSanteishitei::chooseItem(Houshiki houshiki) {
-    const QString caption = option_[static_cast<std::size_t>(houshiki)]->text();
+    const QString caption = options_->captionOf(houshiki);
     if (!confirm(caption, QStringLiteral("算定方式指定の確認"))) return;
     house_.global.santei_houshiki = design::houshikiCode(houshiki);
     house_.global.santei_houshiki_mei = caption;

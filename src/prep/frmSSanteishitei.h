@@ -1,8 +1,10 @@
 #pragma once
-#include <array>
-
 #include "design/criteria.h"
 #include "prep/frmSSanteishikiSub.h"
+
+namespace design {
+class HoushikiOptions;
+}
 
 namespace prep {
 
@@ -17,13 +19,10 @@ class frmSSanteishitei : public CriterionForm {
     void DataList2_Click() override;
     void Command1_Click() override;
     void hideOptions();
-    void showOptions(const design::Kijun& kijun);
-    void chooseOption(int index);
     void typeAmounts(design::Houshiki houshiki);
     void chooseItem(design::Houshiki houshiki);
 
-    QWidget* options_;
-    std::array<QRadioButton*, design::kHoushikiCount> option_{};
+    design::HoushikiOptions* options_;
     design::Kijun kijun_;
 };
 
