@@ -2,11 +2,10 @@
 
 #include <QHash>
 
-#include "calc/kojinbetsu.h"
 #include "calc/result_list.h"
 #include "calc/run_budget.h"
+#include "calc/run_calculation.h"
 #include "calc/shikyuu_store.h"
-#include "calc/sougaku.h"
 #include "prep/run_setting.h"
 #include "prep/snapshot.h"
 #include "sample_inputs.h"
@@ -200,20 +199,13 @@ class RunMaker {
     }
 
     void computeKojinbetsu(const domain::RunKey& run) {
-        const calc::PaymentSimulation panel = panelOf(run);
-        calc::storePaymentCoefficients(cn_, run, panel);
-        calc::Kojinbetsu kojinbetsu(cn_, run, panel);
-        kojinbetsu.keisan1_kojinbetsu();
-        kojinbetsu.keisan2_kojinbetsu();
+        calc::RunCalculation(cn_, run, QStringLiteral("配分計算")).individually(panelOf(run));
     }
 
     void computeSougaku(const domain::RunKey& run) {
         const store::Money budget = calc::readRunBudget(cn_, run).sougakuHaibunYosan;
         if (budget == store::Money()) return;
-        calc::Sougaku sougaku(cn_, run);
-        sougaku.keisan1_sougaku();
-        sougaku.keisan2_sougaku();
-        sougaku.keisan3_sougaku(budget);
+        calc::RunCalculation(cn_, run, QStringLiteral("配分計算")).fromPool(budget);
     }
 
     store::Connection& cn_;

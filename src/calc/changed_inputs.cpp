@@ -1,10 +1,11 @@
 #include "calc/changed_inputs.h"
 
 #include "calc/annual.h"
+#include "calc/decision_rows.h"
 #include "calc/run_budget.h"
 #include "calc/shikyuu_store.h"
 #include "calc/sougaku.h"
-#include "design/run_filter.h"
+#include "schema/catalog.h"
 #include "store/date_text.h"
 
 namespace calc {
@@ -13,15 +14,6 @@ namespace {
 using design::Houshiki;
 
 namespace t = schema::tables;
-
-bool isComputed(store::Connection& cn, const domain::RunKey& run, bool pool) {
-    auto row = cn.prepare(
-        QStringLiteral("SELECT 1 FROM %1 WHERE %2 LIMIT 1")
-            .arg(QString::fromUtf16(pool ? t::S実行総額配分決定::kName : t::S実行個人別計算決定::kName),
-                 design::kRunFilter));
-    row.bindAll(design::runBinds(run));
-    return row.step();
-}
 
 /// A later payment stands: what is changed in the set-up since then belongs to that one.
 bool isHistory(store::Connection& cn, const domain::RunKey& run) {
@@ -67,7 +59,7 @@ bool poolFits(store::Connection& cn, const domain::RunKey& run) {
 bool inputsChangedSince(store::Connection& cn, const domain::RunKey& run, Houshiki houshiki) {
     using Reason = store::Error::Reason;
     const bool pool = houshiki == Houshiki::Sougaku;
-    if (!isComputed(cn, run, pool) || isHistory(cn, run)) return false;
+    if (!isDecided(cn, run, houshiki) || isHistory(cn, run)) return false;
     try {
         return !(pool ? poolFits(cn, run) : individualFits(cn, run));
     } catch (const store::Error& error) {

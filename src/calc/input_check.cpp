@@ -4,7 +4,7 @@
 #include <QSet>
 #include <algorithm>
 
-#include "calc/run_rows.h"
+#include "calc/decision_rows.h"
 #include "calc/scratch_tables.h"
 #include "design/run_filter.h"
 #include "schema/catalog.h"
@@ -141,14 +141,11 @@ std::optional<store::Money> amountOf(const store::Statement& row, int column) {
     return row.isNull(column) ? std::nullopt : std::optional(row.toMoney(column));
 }
 
-/// 支給係数 as the calculation used it, by employee.
+/// 支給係数 as the calculation used it, by employee; of several rows the first one counts.
 QHash<QString, std::optional<double>> usedPaymentFactors(store::Connection& cn, const domain::RunKey& run) {
-    auto rows = cn.prepare(
-        QStringLiteral("SELECT 社員Code, 支給係数 FROM S実行個人別計算決定 WHERE %1 ORDER BY ID DESC")
-            .arg(design::kRunFilter));
-    rows.bindAll(design::runBinds(run));
     QHash<QString, std::optional<double>> factors;
-    while (rows.step()) factors.insert(rows.toText(0), factorOf(rows, 1));
+    for (const DecisionRow& row : decisionRows(cn, run, Houshiki::Kojinbetsu))
+        if (!factors.contains(row.syainCode)) factors.insert(row.syainCode, row.keisuu);
     return factors;
 }
 

@@ -1,5 +1,6 @@
 #include "calc/kojinbetsu.h"
 
+#include "calc/decision_rows.h"
 #include "schema/catalog.h"
 
 namespace calc {
@@ -8,14 +9,13 @@ namespace {
 namespace decision_t = schema::tables::S実行個人別計算決定;
 
 const QString kRunTable = QString::fromUtf16(schema::tables::S実行個人別計算::kName);
-const QString kDecisionTable = QString::fromUtf16(decision_t::kName);
-const QString kSanteiHoushiki = QStringLiteral("1");
+constexpr auto kHoushiki = design::Houshiki::Kojinbetsu;
 
 }  // namespace
 
 KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const domain::RunKey& run) {
     KojinbetsuInputs inputs;
-    inputs.active = readActiveCoefficients(connection, run, kSanteiHoushiki);
+    inputs.active = readActiveCoefficients(connection, run, design::houshikiCode(kHoushiki));
     inputs.rows = freezeRunRows(connection, kRunTable, run, inputs.active);
     inputs.grades = readRegisteredGrades(connection, run);
     return inputs;
@@ -68,7 +68,7 @@ Kojinbetsu::Kojinbetsu(store::Connection& connection, const domain::RunKey& run,
 
 void Kojinbetsu::keisan1_kojinbetsu() {
     inputs_ = readKojinbetsuInputs(connection_, run_);
-    deleteRunRows(connection_, kDecisionTable, run_);
+    deleteRunRows(connection_, decisionTable(kHoushiki), run_);
     payment_ = effectivePayments(inputs_, simulation_);
 }
 
@@ -94,7 +94,7 @@ void Kojinbetsu::writeRows(const std::vector<KojinbetsuAmount>& results) {
             .bind(4, inputs_.rows[row].id)
             .run();
 
-    DecisionInsert decisions(connection_, kDecisionTable, run_, inputs_.active);
+    DecisionInsert decisions(connection_, kHoushiki, run_, inputs_.active);
     for (std::size_t row = 0; row < results.size(); ++row) {
         store::Statement& insert = decisions.bind(inputs_.rows[row]);
         insert.bind(decision_t::支給係数, payment_[row])

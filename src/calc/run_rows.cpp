@@ -14,23 +14,12 @@ namespace {
 
 namespace run_t = schema::tables::S実行個人別計算;
 namespace pool_t = schema::tables::S実行総額配分;
-namespace decision_t = schema::tables::S実行個人別計算決定;
-namespace pool_decision_t = schema::tables::S実行総額配分決定;
 
 // Both calculations read and write these positions of their own tables.
 static_assert(int{run_t::基礎額Ａ} == int{pool_t::基礎額Ａ} &&
               int{run_t::年齢係数} == int{pool_t::年齢係数} && int{run_t::評価} == int{pool_t::評価} &&
               int{run_t::支給係数} == int{pool_t::賞与係数});
-static_assert(int{decision_t::年齢係数Ａ} == int{pool_decision_t::年齢係数Ａ} &&
-              int{decision_t::年齢係数Ｂ} == int{pool_decision_t::年齢係数Ｂ} &&
-              int{decision_t::評価} == int{pool_decision_t::評価});
 static_assert(run_t::入力3係数 - run_t::年齢係数 + 1 == kCoefficients);
-static_assert(decision_t::入力3係数Ｂ - decision_t::年齢係数Ｂ + 1 == kCoefficients);
-
-/// Parameter or column at a coefficient's place.
-int at(int first, std::size_t k) {
-    return first + static_cast<int>(k);
-}
 
 /// Reads the rows of a run: the coefficients that act nowhere are not even looked at.
 class RunReader {
@@ -85,18 +74,6 @@ void sortByNumber(std::vector<Row>& rows) {
         return std::tie(left.number, left.id) < std::tie(right.number, right.id);
     };
     if (!std::is_sorted(rows.begin(), rows.end(), before)) std::sort(rows.begin(), rows.end(), before);
-}
-
-/// "INSERT INTO <table>(…) VALUES(?,…)" over all columns but the counter: parameter p is position p.
-QString insertStatement(const QString& table) {
-    QStringList names;
-    QStringList marks;
-    const auto& columns = schema::tableNamed(table).columns;
-    for (std::size_t position = 1; position < columns.size(); ++position) {
-        names << columns[position].name;
-        marks << QStringLiteral("?");
-    }
-    return QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(table, names.join(u','), marks.join(u','));
 }
 
 }  // namespace
@@ -212,28 +189,6 @@ void bindOptional(store::Statement& statement, int parameter, const std::optiona
         statement.bind(parameter, *amount);
     else
         statement.bindNull(parameter);
-}
-
-DecisionInsert::DecisionInsert(store::Connection& connection, const QString& table, const domain::RunKey& run,
-                               const ActiveCoefficients& active)
-    : active_(active), insert_(connection.prepare(insertStatement(table))) {
-    // A parameter keeps its value from row to row until it is bound anew.
-    insert_.bind(decision_t::配分区分, run.haibunKubun)
-        .bind(decision_t::配分基準, run.haibunKijun)
-        .bind(decision_t::基準日, run.kijunbi);
-    for (std::size_t k = 0; k < kCoefficients; ++k)
-        insert_.bind(at(decision_t::年齢係数Ａ, k), 1.0).bind(at(decision_t::年齢係数Ｂ, k), 1.0);
-}
-
-store::Statement& DecisionInsert::bind(const FrozenRow& row) {
-    insert_.bind(decision_t::社員Code, row.syainCode)
-        .bind(decision_t::基礎額Ａ, row.kisoA)
-        .bind(decision_t::基礎額Ｂ, row.kisoB);
-    for (std::size_t k = 0; k < kCoefficients; ++k) {
-        if (active_.a[k]) insert_.bind(at(decision_t::年齢係数Ａ, k), row.keisuuA[k]);
-        if (active_.b[k]) insert_.bind(at(decision_t::年齢係数Ｂ, k), row.keisuuB[k]);
-    }
-    return row.hyouka ? insert_.bind(decision_t::評価, *row.hyouka) : insert_.bindNull(decision_t::評価);
 }
 
 void writeBudgetTotal(store::Connection& connection, const domain::RunKey& run, const QString& column,

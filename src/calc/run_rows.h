@@ -101,20 +101,6 @@ void deleteRunRows(store::Connection& connection, const QString& table, const do
 
 void bindOptional(store::Statement& statement, int parameter, const std::optional<store::Money>& amount);
 
-/// Inserts decision rows. What is the same for the whole run is bound once.
-class DecisionInsert {
-  public:
-    DecisionInsert(store::Connection& connection, const QString& table, const domain::RunKey& run,
-                   const ActiveCoefficients& active);
-    /// Binds positions 1 to 43 of a row. The caller binds the rest, parameter p being position p, and runs
-    /// it.
-    store::Statement& bind(const FrozenRow& row);
-
-  private:
-    const ActiveCoefficients active_;
-    store::Statement insert_;
-};
-
 /// Writes a total into the run's row of S実行予算. Throws Error(Type) when the run has none.
 void writeBudgetTotal(store::Connection& connection, const domain::RunKey& run, const QString& column,
                       const store::Value& total);

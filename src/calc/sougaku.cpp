@@ -1,5 +1,6 @@
 #include "calc/sougaku.h"
 
+#include "calc/decision_rows.h"
 #include "schema/catalog.h"
 
 namespace calc {
@@ -8,8 +9,7 @@ namespace {
 namespace decision_t = schema::tables::S実行総額配分決定;
 
 const QString kRunTable = QString::fromUtf16(schema::tables::S実行総額配分::kName);
-const QString kDecisionTable = QString::fromUtf16(decision_t::kName);
-const QString kSanteiHoushiki = QStringLiteral("2");
+constexpr auto kHoushiki = design::Houshiki::Sougaku;
 
 }  // namespace
 
@@ -50,9 +50,9 @@ Sougaku::Sougaku(store::Connection& connection, const domain::RunKey& run)
     : connection_(connection), run_(run) {}
 
 void Sougaku::keisan1_sougaku() {
-    active_ = readActiveCoefficients(connection_, run_, kSanteiHoushiki);
+    active_ = readActiveCoefficients(connection_, run_, design::houshikiCode(kHoushiki));
     rows_ = freezeRunRows(connection_, kRunTable, run_, active_);
-    deleteRunRows(connection_, kDecisionTable, run_);
+    deleteRunRows(connection_, decisionTable(kHoushiki), run_);
 }
 
 void Sougaku::keisan2_sougaku() {
@@ -83,7 +83,7 @@ void Sougaku::writeRows(const PoolShares& spread) {
         update.bind(6, rows_[row].id).run();
     }
 
-    DecisionInsert decisions(connection_, kDecisionTable, run_, active_);
+    DecisionInsert decisions(connection_, kHoushiki, run_, active_);
     for (std::size_t row = 0; row < rows_.size(); ++row) {
         store::Statement& insert = decisions.bind(rows_[row]);
         insert.bind(decision_t::賞与係数, spread.ratio)

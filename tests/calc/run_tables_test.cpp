@@ -1,5 +1,6 @@
 #include "calc/result_list.h"
 #include "calc/run_budget.h"
+#include "calc/run_calculation.h"
 #include "calc/shikyuu_store.h"
 #include "run_fixture.h"
 #include "support/sheet_text.h"
@@ -58,6 +59,24 @@ TEST_F(RunTablesTest, TheBudgetRowIsMadeOnceAndItsSumsFollowTheirSources) {
     EXPECT_EQ(opened(), "5000 3000 30 99 14 16") << "nobody assigned: the sums stay";
     const domain::RunKey other{run.kijunbi, run.haibunKubun, u"03"_s};
     expectRefusal(Reason::Type, "", [&] { calc::storeBudgets(cn(), other, yen(1), yen(1)); });
+}
+
+TEST_F(RunTablesTest, ACalculationKeepsItsCoefficientsAndItsAmountsOrNeither) {
+    const auto individually = [&](const char16_t* corrected) {
+        calc::RunCalculation calculation(cn(), run, u"配分計算"_s);
+        return calculation.individually(
+            {PaymentSimulation::Mode::Uniform, {}, QString::fromUtf16(corrected), u"2.000"_s, {}});
+    };
+    setup(u"2");
+    coefficient(1, true, false);
+    rounding(u"0", u"0");
+    budgetRow();
+    person("S実行個人別計算");
+    EXPECT_EQ(individually(u"3.000").total, yen(15000));
+    EXPECT_EQ(
+        read("SELECT 一律係数 FROM Sshikyuukeisuu") + ' ' + read("SELECT 個人別計算合計 FROM S実行予算"),
+        "3 15000");
+    expectRefusal(Reason::Type, "DELETE FROM Tanka_hasuu", [&] { individually(u"4.000"); });
 }
 
 TEST_F(RunTablesTest, WhatWasTypedComesBackAtTheNextPress) {

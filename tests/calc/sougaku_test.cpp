@@ -1,4 +1,4 @@
-#include "calc/sougaku.h"
+#include "calc/run_calculation.h"
 
 #include "run_fixture.h"
 
@@ -8,14 +8,8 @@ namespace {
 
 class SougakuTest : public OneRun {
   protected:
-    calc::CalculationResult calculate(store::Money budget) {
-        calc::Sougaku calculation(cn(), run);
-        calculation.keisan1_sougaku();
-        calculation.keisan2_sougaku();
-        return calculation.keisan3_sougaku(budget);
-    }
     calc::CalculationResult commit(store::Money budget) {
-        return committed([&] { return calculate(budget); });
+        return calc::RunCalculation(cn(), run, u"配分計算"_s).fromPool(budget);
     }
     std::string shares() { return read("SELECT 総額配分 FROM S配分基準対応社員"); }
     /// Points 400,000, 100,000 and 200,000: base A × 出勤係数 2 and base B × 1; 賞与係数 plays no part.
@@ -101,7 +95,7 @@ TEST_F(SougakuTest, FailuresLeaveTheTablesAsTheyWere) {
         {Reason::DivideByZero, "UPDATE S実行総額配分 SET 出勤係数 = 0, 入力3係数 = 0"},
         {Reason::Type, "DELETE FROM S配分基準対応社員 WHERE 社員Code = '2'"},
         {Reason::Type, "DELETE FROM Tanka_hasuu"}};
-    for (const auto& [reason, damage] : damages) expectRefusal(reason, damage, [&] { calculate(yen(5)); });
+    for (const auto& [reason, damage] : damages) expectRefusal(reason, damage, [&] { commit(yen(5)); });
     // Without employees only the decision goes.
     sql("DELETE FROM S実行総額配分; DELETE FROM Tanka_hasuu");
     EXPECT_EQ(commit(yen(5)).employees, 0);

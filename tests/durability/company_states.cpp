@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "calc/kojinbetsu.h"
 #include "calc/run_budget.h"
+#include "calc/run_calculation.h"
 #include "calc/shikyuu_store.h"
-#include "calc/sougaku.h"
 #include "company/key.h"
 #include "personnel/code_change.h"
 #include "personnel/person_import.h"
@@ -37,18 +36,13 @@ void setRounding(store::Connection& cn, QDate kijunbi, int side) {
 void computeIndividual(store::Connection& cn, int side) {
     const domain::RunKey run = generalRun();
     setRounding(cn, run.kijunbi, side);
-    calc::Kojinbetsu keisan(cn, run, {});
-    keisan.keisan1_kojinbetsu();
-    keisan.keisan2_kojinbetsu();
+    calc::RunCalculation(cn, run, QStringLiteral("配分計算")).individually({});
 }
 
 void computePool(store::Connection& cn, int side) {
     const domain::RunKey run = generalRun();
     setRounding(cn, run.kijunbi, side);
-    calc::Sougaku keisan(cn, run);
-    keisan.keisan1_sougaku();
-    keisan.keisan2_sougaku();
-    keisan.keisan3_sougaku(store::Money::fromYen(9'000'000));
+    calc::RunCalculation(cn, run, QStringLiteral("配分計算")).fromPool(store::Money::fromYen(9'000'000));
 }
 
 void changeDates(store::Connection& cn, int side) {
