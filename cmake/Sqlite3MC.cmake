@@ -69,7 +69,22 @@ if(NOT _ready)
   endif()
 endif()
 
-add_library(sqlite3mc STATIC ${_mint_sqlite_c})
+# The cipher's layer drops every error of a read but the end of the file. A rollback that cannot read its journal would
+# then count as done: half a transaction stays in the file, and the journal that could take it back goes.
+set(_mint_sqlite_mended ${CMAKE_BINARY_DIR}/sqlite3mc/${MINT_SQLITE3MC_VERSION}/sqlite3.c)
+if(NOT EXISTS "${_mint_sqlite_mended}" OR "${CMAKE_CURRENT_LIST_FILE}" IS_NEWER_THAN "${_mint_sqlite_mended}")
+  file(READ "${_mint_sqlite_c}" _text)
+  string(REGEX MATCHALL "if \\(rc == SQLITE_IOERR_SHORT_READ\\)" _found "${_text}")
+  list(LENGTH _found _count)
+  if(NOT _count EQUAL 2)
+    message(FATAL_ERROR "sqlite3.c has ${_count} places to mend, not two")
+  endif()
+  string(REPLACE "if (rc == SQLITE_IOERR_SHORT_READ)" "if (rc != SQLITE_OK)" _text "${_text}")
+  file(WRITE "${_mint_sqlite_mended}.new" "${_text}")
+  file(RENAME "${_mint_sqlite_mended}.new" "${_mint_sqlite_mended}")
+endif()
+
+add_library(sqlite3mc STATIC ${_mint_sqlite_mended})
 set_target_properties(sqlite3mc PROPERTIES C_VISIBILITY_PRESET hidden AUTOMOC OFF AUTORCC OFF
                                            UNITY_BUILD OFF POSITION_INDEPENDENT_CODE ON)
 target_include_directories(sqlite3mc SYSTEM PUBLIC ${_mint_sqlite_dir}/package/deps/sqlite3)
