@@ -1,13 +1,15 @@
 #include "store/work.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
+#include <vector>
 
 namespace store {
 namespace {
 
-/// One thread, and works end in the opposite order of their beginning: a list through the works themselves.
-Work* youngest = nullptr;
+/// One thread. In the order of their beginning.
+std::vector<Work*> works;
 Work::Tally counts;
 
 }  // namespace
@@ -26,7 +28,7 @@ void Work::begin(Reserve reserve) {
     else
         connection_.beginTrans(reserve);
     open_ = true;
-    outer_ = std::exchange(youngest, this);
+    works.push_back(this);
     ++counts.open;
     ++connection_.works_;
 }
@@ -42,7 +44,7 @@ Work::~Work() {
 }
 
 void Work::commit() {
-    Q_ASSERT(open_ && youngest == this);
+    Q_ASSERT(open_ && isYoungest());
     if (!connection_.inTransaction()) throwEnded();
     try {
         if (nested_)
@@ -60,19 +62,27 @@ void Work::commit() {
 void Work::rollback() {
     if (!open_) return;
     ended();
-    // A full disk or a failed write makes the engine roll back everything on its own.
-    if (!connection_.inTransaction()) return;
-    if (nested_)
+    // Behind a failed write the engine has rolled back everything on its own.
+    if (!nested_ || !connection_.inTransaction()) return connection_.rollbackTrans();
+    try {
         connection_.executeScript(QStringLiteral("ROLLBACK TO 仕事; RELEASE 仕事"));
-    else
-        connection_.rollbackTrans();
+    } catch (const Error&) {
+        connection_.rollbackTrans();  // the work around it must not stand with a part of this one
+        throw;
+    }
 }
 
 void Work::ended() {
     open_ = false;
     --counts.open;
     --connection_.works_;
-    if (youngest == this) youngest = outer_;
+    std::erase(works, this);
+}
+
+bool Work::isYoungest() const {
+    const auto last = std::find_if(works.rbegin(), works.rend(),
+                                   [this](const Work* work) { return &work->connection_ == &connection_; });
+    return last != works.rend() && *last == this;
 }
 
 Work::Tally Work::tally() {
@@ -85,9 +95,9 @@ void Work::settle(const Tally& before) {
 }
 
 void Work::endAbove(int depth) {
-    while (counts.open > depth && youngest) {
+    while (counts.open > depth) {
         try {
-            youngest->rollback();
+            works.back()->rollback();
         } catch (const Error&) {
             // As in the destructor.
         }

@@ -50,10 +50,10 @@ class Work {
   private:
     void begin(Reserve reserve);
     void ended();
+    bool isYoungest() const;  ///< of its connection
     Connection& connection_;
     QString label_;
-    Work* outer_ = nullptr;  ///< the work that was youngest when this one began
-    int failures_ = 0;       ///< exceptions under way at the beginning
+    int failures_ = 0;  ///< exceptions under way at the beginning
     bool nested_ = false;
     bool open_ = false;
 };
