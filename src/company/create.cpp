@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "company/key.h"
+#include "domain/coefficients.h"
 #include "schema/files.h"
 #include "schema/links.h"
 #include "schema/upgrade.h"
@@ -74,14 +75,9 @@ void fillSingleRows(store::Connection& kihon) {
 
 /// The eighteen coefficients under their standard names, as a company starts with them.
 void fillCoefficientNames(store::Connection& syouyo) {
-    namespace run = schema::tables::S実行個人別計算;
     const schema::Table& table = schema::tableNamed(QString::fromUtf16(schema::tables::S係数名称設定::kName));
-    const schema::Table& columns = schema::tableNamed(QString::fromUtf16(run::kName));
-    for (int k = 0; k < 18; ++k) {
-        const QString name = columns.columns[static_cast<std::size_t>(run::年齢係数 + k)].name;
-        insertRow(syouyo, table,
-                  {store::Value(), QStringLiteral("%1").arg(k + 1, 2, 10, QChar(u'0')), name, name});
-    }
+    for (const domain::CoefficientKind kind : domain::CoefficientKind::all())
+        insertRow(syouyo, table, {store::Value(), kind.code(), kind.name(), kind.name()});
 }
 
 void fillLinks(store::Connection& syouyo, const QString& dataDir, const QString& company) {

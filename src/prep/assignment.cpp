@@ -3,6 +3,7 @@
 #include <QHash>
 #include <set>
 
+#include "domain/coefficients.h"
 #include "personnel/position_in_force.h"
 #include "prep/snapshot.h"
 #include "schema/catalog.h"
@@ -57,7 +58,8 @@ QHash<QString, Entered> enteredAt(store::Connection& cn, QDate kijunbi) {
     while (amounts.step()) all[amounts.toText(0)].amounts = amounts.toInteger(1) != 0;
     for (const RunTable kind : {RunTable::KojinBetsu, RunTable::SougakuHaibun}) {
         const QString table = runTableName(kind);
-        QStringList coefficients = columnNames(table, k::年齢係数, k::入力3係数);
+        QStringList coefficients;
+        for (const domain::CoefficientKind each : domain::CoefficientKind::all()) coefficients << each.name();
         if (kind == RunTable::KojinBetsu) coefficients << QStringLiteral("支給係数");
         auto row = cn.prepare(
             QStringLiteral(

@@ -4,6 +4,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include "domain/coefficients.h"
 #include "schema/catalog.h"
 #include "store/row_edit.h"
 
@@ -23,7 +24,7 @@ constexpr const char16_t* kTablesOfDate[] = {
 store::Binds newRowDefaults(RunTable table) {
     if (table == RunTable::TaiouSyain) return store::Binds(5, store::Money());
     store::Binds defaults(2, store::Money::fromYen(10000));
-    defaults.insert(defaults.end(), 18, 1.0);
+    defaults.insert(defaults.end(), domain::kCoefficients, 1.0);
     defaults.push_back(QString());
     defaults.push_back(1.0);
     return defaults;
