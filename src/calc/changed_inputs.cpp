@@ -48,7 +48,7 @@ bool individualFits(store::Connection& cn, const domain::RunKey& run) {
 
 bool poolFits(store::Connection& cn, const domain::RunKey& run) {
     const auto rows = freezeRunRows(cn, QString::fromUtf16(t::S実行総額配分::kName), run,
-                                    readActiveCoefficients(cn, run, design::houshikiCode(Houshiki::Sougaku)));
+                                    readActiveCoefficients(cn, run, Houshiki::Sougaku));
     const store::Money budget = readRunBudget(cn, run).sougakuHaibunYosan;
     return Assignees(cn, run, QStringLiteral("総額配分"), rows.size())
         .hold(poolShares(rows, poolPoints(rows), budget, readRounding(cn, run)).amounts);

@@ -1,25 +1,20 @@
 #include "calc/decision_rows.h"
 
 #include "design/run_filter.h"
+#include "domain/coefficients.h"
 #include "schema/catalog.h"
 
 namespace calc {
 namespace {
 
+using domain::Base;
+using domain::CoefficientKind;
 namespace decision_t = schema::tables::S実行個人別計算決定;
 namespace pool_decision_t = schema::tables::S実行総額配分決定;
 
 // Both tables have the same place for what is written and read here.
-static_assert(int{decision_t::年齢係数Ａ} == int{pool_decision_t::年齢係数Ａ} &&
-              int{decision_t::年齢係数Ｂ} == int{pool_decision_t::年齢係数Ｂ} &&
-              int{decision_t::評価} == int{pool_decision_t::評価} &&
+static_assert(int{decision_t::評価} == int{pool_decision_t::評価} &&
               int{decision_t::支給係数} == int{pool_decision_t::賞与係数});
-static_assert(decision_t::入力3係数Ｂ - decision_t::年齢係数Ｂ + 1 == kCoefficients);
-
-/// Parameter or column at a coefficient's place.
-int at(int first, std::size_t k) {
-    return first + static_cast<int>(k);
-}
 
 /// "INSERT INTO <table>(…) VALUES(?,…)" over all columns but the counter: parameter p is position p.
 QString insertStatement(const QString& table) {
@@ -67,23 +62,25 @@ bool isDecided(store::Connection& connection, const domain::RunKey& run, design:
 
 DecisionInsert::DecisionInsert(store::Connection& connection, design::Houshiki houshiki,
                                const domain::RunKey& run, const ActiveCoefficients& active)
-    : active_(active), insert_(connection.prepare(insertStatement(decisionTable(houshiki)))) {
+    : insert_(connection.prepare(insertStatement(decisionTable(houshiki)))) {
     // A parameter keeps its value from row to row until it is bound anew.
     insert_.bind(decision_t::配分区分, run.haibunKubun)
         .bind(decision_t::配分基準, run.haibunKijun)
         .bind(decision_t::基準日, run.kijunbi);
-    for (std::size_t k = 0; k < kCoefficients; ++k)
-        insert_.bind(at(decision_t::年齢係数Ａ, k), 1.0).bind(at(decision_t::年齢係数Ｂ, k), 1.0);
+    for (const CoefficientKind kind : CoefficientKind::all()) {
+        const std::size_t k = kind.index();
+        if (active.a[k]) actingA_.push_back({k, kind.decisionPosition(Base::A)});
+        if (active.b[k]) actingB_.push_back({k, kind.decisionPosition(Base::B)});
+        for (const Base base : {Base::A, Base::B}) insert_.bind(kind.decisionPosition(base), 1.0);
+    }
 }
 
 store::Statement& DecisionInsert::bind(const FrozenRow& row) {
     insert_.bind(decision_t::社員Code, row.syainCode)
         .bind(decision_t::基礎額Ａ, row.kisoA)
         .bind(decision_t::基礎額Ｂ, row.kisoB);
-    for (std::size_t k = 0; k < kCoefficients; ++k) {
-        if (active_.a[k]) insert_.bind(at(decision_t::年齢係数Ａ, k), row.keisuuA[k]);
-        if (active_.b[k]) insert_.bind(at(decision_t::年齢係数Ｂ, k), row.keisuuB[k]);
-    }
+    for (const auto& [k, parameter] : actingA_) insert_.bind(parameter, row.keisuuA[k]);
+    for (const auto& [k, parameter] : actingB_) insert_.bind(parameter, row.keisuuB[k]);
     return row.hyouka ? insert_.bind(decision_t::評価, *row.hyouka) : insert_.bindNull(decision_t::評価);
 }
 

@@ -32,7 +32,11 @@ class DecisionInsert {
     store::Statement& bind(const FrozenRow& row);
 
   private:
-    const ActiveCoefficients active_;
+    struct Acting {
+        std::size_t index;  ///< of the kind
+        int parameter;
+    };
+    std::vector<Acting> actingA_, actingB_;
     store::Statement insert_;
 };
 

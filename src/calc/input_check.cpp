@@ -1,12 +1,12 @@
 #include "calc/input_check.h"
 
 #include <QHash>
-#include <QSet>
 #include <algorithm>
 
 #include "calc/decision_rows.h"
 #include "calc/scratch_tables.h"
 #include "design/run_filter.h"
+#include "design/setup.h"
 #include "schema/catalog.h"
 #include "store/work.h"
 
@@ -18,7 +18,7 @@ namespace run_t = schema::tables::S実行個人別計算;
 namespace pool_t = schema::tables::S実行総額配分;
 namespace names_t = schema::tables::S係数名称設定;
 
-static_assert(int{run_t::年齢係数} == int{pool_t::年齢係数} && int{run_t::基礎額Ａ} == int{pool_t::基礎額Ａ});
+static_assert(int{run_t::基礎額Ａ} == int{pool_t::基礎額Ａ});
 
 const QString kCheck = QStringLiteral("SJCheck");
 const QString kHeadings = QString::fromUtf16(schema::tables::SJCheck2::kName);
@@ -36,26 +36,6 @@ Source sourceOf(Houshiki method) {
                 QStringLiteral("◆基礎額・係数の入力状況チェック【個人別計算】")};
     return {QString::fromUtf16(pool_t::kName), QStringLiteral("賞与係数"),
             QStringLiteral("◆基礎額・係数の入力状況チェック【総額配分】")};
-}
-
-/// Which base amounts and kinds of coefficient the set-up names.
-struct InUse {
-    bool a = false;
-    bool b = false;
-    QSet<QString> kinds;
-};
-InUse readInUse(store::Connection& cn, const domain::RunKey& run, Houshiki method) {
-    auto rows = cn.prepare(QStringLiteral(
-        "SELECT 設定名称, coalesce(基礎額Ａ, 0) <> 0, coalesce(基礎額Ｂ, 0) <> 0 FROM S係数設定"
-        " WHERE 配分区分Code = ? AND 配分基準Code = ? AND 算定方式 = ?"));
-    rows.bindAll({run.haibunKubun, run.haibunKijun, design::houshikiCode(method)});
-    InUse inUse;
-    while (rows.step()) {
-        inUse.kinds.insert(rows.toText(0));
-        inUse.a |= rows.toInteger(1) != 0;
-        inUse.b |= rows.toInteger(2) != 0;
-    }
-    return inUse;
 }
 
 QHash<QString, QString> readNames(store::Connection& cn) {
@@ -175,21 +155,19 @@ void addEmployees(store::Connection& cn, const domain::RunKey& run, Houshiki met
 
 std::vector<CheckColumn> checkColumns(store::Connection& cn, const domain::RunKey& run, Houshiki method) {
     const auto& columns = schema::tableNamed(QString::fromUtf16(run_t::kName)).columns;
-    const InUse inUse = readInUse(cn, run, method);
+    const design::MethodSetup inUse = design::readSetup(cn, run).of(method);
     const QHash<QString, QString> names = readNames(cn);
     std::vector<CheckColumn> used;
     const auto addBase = [&](std::size_t position) {
         const QString& name = columns[position].name;
         used.push_back({name, name, name, true});
     };
-    if (inUse.a) addBase(run_t::基礎額Ａ);
-    if (inUse.b) addBase(run_t::基礎額Ｂ);
-    for (std::size_t k = 1; k <= kCoefficients; ++k) {
-        const QString code = QStringLiteral("%1").arg(k, 2, 10, QLatin1Char('0'));
-        if (!inUse.kinds.contains(code)) continue;
-        const QString& name = columns[run_t::年齢係数 + k - 1].name;
-        const QString ownName = names.value(code);
-        used.push_back({name, name, ownName.isEmpty() ? name : ownName, false});
+    if (inUse.baseActs(design::Base::A)) addBase(run_t::基礎額Ａ);
+    if (inUse.baseActs(design::Base::B)) addBase(run_t::基礎額Ｂ);
+    for (const domain::CoefficientKind kind : domain::CoefficientKind::all()) {
+        if (!inUse.anyCoefficient([kind](const auto& use) { return use.kind == kind; })) continue;
+        const QString ownName = names.value(kind.code());
+        used.push_back({kind.name(), kind.name(), ownName.isEmpty() ? kind.name() : ownName, false});
     }
     nameAfterCompany(used, columns[run_t::自由2係数].name, sourceOf(method).factor);
     return used;

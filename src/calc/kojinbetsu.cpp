@@ -15,7 +15,7 @@ constexpr auto kHoushiki = design::Houshiki::Kojinbetsu;
 
 KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const domain::RunKey& run) {
     KojinbetsuInputs inputs;
-    inputs.active = readActiveCoefficients(connection, run, design::houshikiCode(kHoushiki));
+    inputs.active = readActiveCoefficients(connection, run, kHoushiki);
     inputs.rows = freezeRunRows(connection, kRunTable, run, inputs.active);
     inputs.grades = readRegisteredGrades(connection, run);
     return inputs;

@@ -15,11 +15,12 @@ namespace {
 namespace run_t = schema::tables::S実行個人別計算;
 namespace pool_t = schema::tables::S実行総額配分;
 
-// Both calculations read and write these positions of their own tables.
-static_assert(int{run_t::基礎額Ａ} == int{pool_t::基礎額Ａ} &&
-              int{run_t::年齢係数} == int{pool_t::年齢係数} && int{run_t::評価} == int{pool_t::評価} &&
+using domain::Base;
+using domain::CoefficientKind;
+
+// Both calculations read and write these positions of their own tables, the coefficients beside them.
+static_assert(int{run_t::基礎額Ａ} == int{pool_t::基礎額Ａ} && int{run_t::評価} == int{pool_t::評価} &&
               int{run_t::支給係数} == int{pool_t::賞与係数});
-static_assert(run_t::入力3係数 - run_t::年齢係数 + 1 == kCoefficients);
 
 /// Reads the rows of a run: the coefficients that act nowhere are not even looked at.
 class RunReader {
@@ -57,8 +58,8 @@ class RunReader {
         const auto& columns = schema::tableNamed(table).columns;
         QStringList names{QStringLiteral("ID, Clng(社員Code), 社員Code, 基礎額Ａ, 基礎額Ｂ, 評価"),
                           columns[run_t::支給係数].name, QStringLiteral("合計")};
-        for (std::size_t k = 0; k < kCoefficients; ++k)
-            if (active.a[k] || active.b[k]) names << columns[run_t::年齢係数 + k].name;
+        for (const CoefficientKind kind : CoefficientKind::all())
+            if (active.a[kind.index()] || active.b[kind.index()]) names << kind.name();
         return QStringLiteral("SELECT %1 FROM %2 WHERE %3").arg(names.join(u','), table, design::kRunFilter);
     }
 
@@ -92,23 +93,15 @@ double checkedFinite(double value) {
 }
 
 ActiveCoefficients readActiveCoefficients(store::Connection& connection, const domain::RunKey& run,
-                                          const QString& santeiHoushiki) {
-    auto rows = connection.prepare(QStringLiteral(
-        "SELECT 設定名称, coalesce(基礎額Ａ, 0) <> 0, coalesce(基礎額Ｂ, 0) <> 0 FROM S係数設定"
-        " WHERE 配分区分Code = ? AND 配分基準Code = ? AND 算定方式 = ?"));
-    rows.bindAll({run.haibunKubun, run.haibunKijun, santeiHoushiki});
+                                          design::Houshiki houshiki) {
     ActiveCoefficients active;
-    while (rows.step()) {
-        const bool onA = rows.toInteger(1) != 0;
-        const bool onB = rows.toInteger(2) != 0;
-        active.useKisoA |= onA;
-        active.useKisoB |= onB;
-        const QString name = rows.toText(0);
-        for (std::size_t k = 0; k < kCoefficients; ++k) {
-            if (name != QStringLiteral("%1").arg(k + 1, 2, 10, QLatin1Char('0'))) continue;
-            active.a[k] |= onA;
-            active.b[k] |= onB;
-        }
+    const design::Setup setup = design::readSetup(connection, run);
+    for (const design::CoefficientUse& use : setup.of(houshiki).coefficients) {
+        active.useKisoA |= use.onA;
+        active.useKisoB |= use.onB;
+        if (!use.kind) continue;
+        active.a[use.kind->index()] |= use.onA;
+        active.b[use.kind->index()] |= use.onB;
     }
     return active;
 }

@@ -4,6 +4,8 @@
 #include <optional>
 #include <vector>
 
+#include "design/setup.h"
+#include "domain/coefficients.h"
 #include "domain/run_key.h"
 #include "store/connection.h"
 
@@ -14,10 +16,10 @@ namespace calc {
 [[noreturn]] void throwNoCurrentRow(const QString& cause);
 [[noreturn]] void throwNoBudgetRow();  ///< the run has no row in S実行予算
 
-inline constexpr int kCoefficients = 18;
+using domain::kCoefficients;
 using Factors = std::array<double, kCoefficients>;
 
-/// Which coefficients act on which base, from S係数設定.
+/// Which coefficients act on which base.
 struct ActiveCoefficients {
     bool useKisoA = false;  ///< any row at all is set on base A; without one the base counts 0
     bool useKisoB = false;
@@ -25,7 +27,7 @@ struct ActiveCoefficients {
     std::array<bool, kCoefficients> b{};
 };
 ActiveCoefficients readActiveCoefficients(store::Connection& connection, const domain::RunKey& run,
-                                          const QString& santeiHoushiki);
+                                          design::Houshiki houshiki);
 
 /// One employee's row of a run as the arithmetic sees it: what does not apply is neutral (a base 0, a factor
 /// 1).

@@ -2,6 +2,7 @@
 
 #include "calc/run_rows.h"
 #include "design/run_filter.h"
+#include "design/setup.h"
 #include "schema/catalog.h"
 
 namespace calc {
@@ -16,18 +17,16 @@ QString coefficientText(const store::Statement& row, int column) {
     return row.isNull(column) ? QString() : store::formatCoefficient(row.toDouble(column));
 }
 
-/// The payment set-up of a criterion.
-struct Setup {
-    store::Value method, hyougoType;
-    QString uniform;
-};
-std::optional<Setup> readSetup(store::Connection& connection, const domain::RunKey& run) {
-    auto row =
-        connection.prepare(QStringLiteral("SELECT 設定方法, 評語タイプ, 一律係数 FROM S支給係数設定"
-                                          " WHERE 配分区分 = ? AND 配分基準 = ? ORDER BY ID LIMIT 1"));
-    row.bindAll(criterionBinds(run));
-    if (!row.step()) return std::nullopt;
-    return Setup{row.value(0), row.value(1), coefficientText(row, 2)};
+/// The payment set-up of a criterion: the first of its rows counts.
+std::optional<design::PaymentUse> paymentOf(const design::Setup& setup) {
+    return setup.payments.empty() ? std::nullopt : std::optional(setup.payments.front());
+}
+QString uniformText(const design::PaymentUse& payment) {
+    return payment.uniform ? store::formatCoefficient(*payment.uniform) : QString();
+}
+
+store::Value valueOf(const std::optional<QString>& text) {
+    return text ? store::Value(*text) : store::Value();
 }
 
 /// A row over all columns behind the counter; the set-up that they come from is written by a companion.
@@ -45,10 +44,10 @@ void insert(store::Connection& connection, const QString& name, const store::Bin
 }
 
 void storeUniform(store::Connection& connection, const domain::RunKey& run, const QString& text4) {
-    const auto setup = readSetup(connection, run);
-    if (!setup) throwNoCurrentRow(QStringLiteral("支給係数が設定されていません。"));
+    const auto payment = paymentOf(design::readSetup(connection, run));
+    if (!payment) throwNoCurrentRow(QStringLiteral("支給係数が設定されていません。"));
     insert(connection, QString::fromUtf16(schema::tables::Sshikyuukeisuu::kName),
-           {run.haibunKubun, run.haibunKijun, setup->method, setup->hyougoType,
+           {run.haibunKubun, run.haibunKijun, valueOf(payment->methodCode), valueOf(payment->gradeScale),
             text4.isEmpty() ? 1.0 : coefficientOfText(text4), run.kijunbi});
 }
 
@@ -66,13 +65,10 @@ void storeGrade(store::Connection& connection, const domain::RunKey& run, const 
 }
 
 /// The names of 評価係数 in the individual calculation's set-up: one row means that it acts.
-QStringList evaluationCoefficients(store::Connection& connection, const domain::RunKey& run) {
-    auto rows = connection.prepare(
-        QStringLiteral("SELECT 係数 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ?"
-                       " AND 設定名称 = '04' AND 算定方式 = '1'"));
-    rows.bindAll(criterionBinds(run));
+QStringList evaluationCoefficients(const design::Setup& setup) {
     QStringList names;
-    while (rows.step()) names << rows.toText(0);
+    for (const design::CoefficientUse& use : setup.of(design::Houshiki::Kojinbetsu).coefficients)
+        if (use.kind == domain::kGradeCoefficient) names << use.name;
     return names;
 }
 
@@ -83,12 +79,13 @@ bool hasGradeTable(store::Connection& connection, const domain::RunKey& run) {
     return row.step() && row.toInteger(0) >= 2;
 }
 
-UniformPanel uniformPanel(store::Connection& connection, const domain::RunKey& run, const Setup& setup) {
+UniformPanel uniformPanel(store::Connection& connection, const domain::RunKey& run,
+                          const QString& registered) {
     auto row =
         connection.prepare(QStringLiteral("SELECT 一律係数 FROM Sshikyuukeisuu WHERE %1 ORDER BY ID LIMIT 1")
                                .arg(design::kRunFilter));
     row.bindAll(design::runBinds(run));
-    return {setup.uniform, row.step() ? coefficientText(row, 0) : setup.uniform};
+    return {registered, row.step() ? coefficientText(row, 0) : registered};
 }
 
 std::vector<PanelGrade> registeredGrades(store::Connection& connection, const domain::RunKey& run) {
@@ -130,12 +127,18 @@ GradePanel gradePanel(store::Connection& connection, const domain::RunKey& run) 
     return panel;
 }
 
-PaymentOutcome outcomeOf(store::Connection& connection, const domain::RunKey& run, const Setup& setup,
-                         const QStringList& evaluation) {
-    const QString method = setup.method.toText();
-    if (method == QStringLiteral("1")) return RunTimeInput{};
-    if (method == QStringLiteral("2")) return uniformPanel(connection, run, setup);
-    if (method != QStringLiteral("3")) return NothingToDo{};
+PaymentOutcome outcomeOf(store::Connection& connection, const domain::RunKey& run,
+                         const design::PaymentUse& payment, const QStringList& evaluation) {
+    switch (payment.method) {
+        case design::Method::Typed:
+            return RunTimeInput{};
+        case design::Method::Uniform:
+            return uniformPanel(connection, run, uniformText(payment));
+        case design::Method::Derived:
+            break;
+        default:
+            return NothingToDo{};
+    }
     if (!evaluation.isEmpty()) return DoubleEvaluation{evaluation.first()};
     return gradePanel(connection, run);
 }
@@ -153,13 +156,14 @@ void storePaymentCoefficients(store::Connection& connection, const domain::RunKe
 }
 
 PaymentDecision decidePaymentPanel(store::Connection& connection, const domain::RunKey& run) {
-    const QStringList evaluation = evaluationCoefficients(connection, run);
+    const design::Setup setup = design::readSetup(connection, run);
+    const QStringList evaluation = evaluationCoefficients(setup);
     if (evaluation.size() > 1) return {};
     if (!evaluation.isEmpty() && !hasGradeTable(connection, run))
         return {MissingGrades{evaluation.first()}, std::nullopt};
-    const auto setup = readSetup(connection, run);
-    if (!setup) return {MissingSetup{}, std::nullopt};
-    return {outcomeOf(connection, run, *setup, evaluation), setup->hyougoType.toText()};
+    const auto payment = paymentOf(setup);
+    if (!payment) return {MissingSetup{}, std::nullopt};
+    return {outcomeOf(connection, run, *payment, evaluation), payment->gradeScale.value_or(QString())};
 }
 
 }  // namespace calc

@@ -50,7 +50,7 @@ Sougaku::Sougaku(store::Connection& connection, const domain::RunKey& run)
     : connection_(connection), run_(run) {}
 
 void Sougaku::keisan1_sougaku() {
-    active_ = readActiveCoefficients(connection_, run_, design::houshikiCode(kHoushiki));
+    active_ = readActiveCoefficients(connection_, run_, kHoushiki);
     rows_ = freezeRunRows(connection_, kRunTable, run_, active_);
     deleteRunRows(connection_, decisionTable(kHoushiki), run_);
 }

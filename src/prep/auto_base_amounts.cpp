@@ -29,23 +29,18 @@ struct WageKind {
 constexpr WageKind kBasicPay{t::S基礎額基本給::kName, t::C新賃金体系基本給::kName, u"基本給"};
 constexpr WageKind kAllowance{t::S基礎額手当::kName, t::C新賃金体系手当::kName, u"手当"};
 
-/// What the set-up tables of one base are filtered by.
+/// The wage items that make up one base.
 struct Setting {
     const AutoRun& run;
-    QString syoriKubun;  ///< 処理区分: "1" for base A, "2" for base B
+    Base base;
 
-    store::Recordset query(const QString& column, const QString& table, const QString& further = {}) const {
-        return run.cn.query(QStringLiteral("SELECT %1 FROM %2 WHERE 配分区分 = ? AND 配分基準 = ? "
-                                           "AND 算定方式 = ? AND 処理区分 = ?%3 ORDER BY ID")
-                                .arg(column, table, further),
-                            {run.key.haibunKubun, run.key.haibunKijun, run.santeiHoushiki, syoriKubun});
-    }
-    store::Recordset method(char16_t setteiHouhou) const {
-        return query(QStringLiteral("一律金額"), QString::fromUtf16(t::S基礎額設定::kName),
-                     QStringLiteral(" AND 設定方法 = '%1'").arg(QChar(setteiHouhou)));
-    }
     Slots items(const WageKind& kind) const {
-        const auto rows = query(QString::fromUtf16(kind.itemColumn), QString::fromUtf16(kind.itemTable));
+        const auto rows = run.cn.query(
+            QStringLiteral("SELECT %1 FROM %2 WHERE 配分区分 = ? AND 配分基準 = ? AND 算定方式 = ? AND "
+                           "処理区分 = ? ORDER BY ID")
+                .arg(QString::fromUtf16(kind.itemColumn), QString::fromUtf16(kind.itemTable)),
+            {run.key.haibunKubun, run.key.haibunKijun, design::houshikiCode(run.houshiki),
+             QString::number(static_cast<int>(base))});
         if (rows.recordCount() > static_cast<int>(kSlots))
             throw store::Error(store::Error::Reason::Type,
                                QStringLiteral("基礎額に使う賃金項目は5つまでです。"));
@@ -134,15 +129,21 @@ void sumWageItems(const Setting& setting, AutoItem& item) {
 
 std::optional<AutoItem> kisogaku(const AutoRun& run, Base base) {
     const bool a = base == Base::A;
-    const Setting setting{run, a ? QStringLiteral("1") : QStringLiteral("2")};
     AutoItem item{a ? t::S実行個人別計算::基礎額Ａ : t::S実行個人別計算::基礎額Ｂ,
                   a ? t::S実行自動入力判定::基礎額Ａ : t::S実行自動入力判定::基礎額Ｂ,
                   std::vector<AutoCell>(run.rows.size())};
-    const bool byItems = setting.method(u'3').recordCount() == 1;
-    if (byItems) sumWageItems(setting, item);
-    const auto uniform = setting.method(u'2');
-    if (uniform.recordCount() == 1) {
-        const Money amount = uniform.valueAt(0, 0).toMoney();
+    // Of each way exactly one row answers, or none.
+    const auto uses = run.setup.of(run.houshiki).basesOf(base);
+    const auto only = [&](design::Method method) -> const design::BaseUse* {
+        const auto is = [method](const design::BaseUse& use) { return use.method == method; };
+        return std::count_if(uses.begin(), uses.end(), is) == 1 ? &*std::find_if(uses.begin(), uses.end(), is)
+                                                                : nullptr;
+    };
+    const bool byItems = only(design::Method::Derived) != nullptr;
+    if (byItems) sumWageItems({run, base}, item);
+    if (const auto* uniform = only(design::Method::Uniform)) {
+        if (!uniform->uniform) store::throwNull();
+        const Money amount = *uniform->uniform;
         std::fill(item.cells.begin(), item.cells.end(), AutoCell{amount, amount != Money()});
     } else if (!byItems) {
         return std::nullopt;

@@ -5,7 +5,7 @@
 
 namespace prep {
 
-enum class Base { A, B };
+using design::Base;
 
 /// 基礎額Ａ or 基礎額Ｂ of everybody as the design set-up declares it: the sum of the employee's wage items
 /// (設定方法 "3"), or one amount for all (設定方法 "2"), which wins when both are set up. None when the base

@@ -83,7 +83,7 @@ AutoPlan planAutoInput(store::Connection& cn, const domain::RunKey& run, design:
     const RunTable table = individual ? RunTable::KojinBetsu : RunTable::SougakuHaibun;
     SelectIntoX3(cn, run, table);
     const QString name = runTableName(table);
-    AutoRun filled{cn, run, design::houshikiCode(houshiki), name, readRows(cn, name, run)};
+    AutoRun filled{cn, run, houshiki, design::readSetup(cn, run), name, readRows(cn, name, run)};
     std::vector<AutoItem> items = fillItems(filled, individual);
     return {std::move(filled), std::move(items)};
 }
@@ -110,15 +110,20 @@ store::Recordset judgmentRows(store::Connection& cn) {
 std::vector<JudgmentColumn> judgmentColumns(store::Connection& cn, const AutoItems& items) {
     const auto own = cn.query(QStringLiteral("SELECT 係数名称 FROM S係数名称設定 ORDER BY Cint(Code)"));
     std::vector<JudgmentColumn> columns;
-    for (int position = judged::基礎額Ａ; position <= judged::支給係数; ++position) {
-        if (position == judged::出勤係数) continue;  // always typed in
+    const auto add = [&](int position, const QString& ownName = {}) {
         JudgmentColumn& column = columns.emplace_back();
-        if (!items.contains(position)) continue;
+        if (!items.contains(position)) return;
         column.column = column.heading = design::columnName(kJudgments, position);
-        const int row = position - judged::年齢係数;
-        if (row < 0 || position == judged::支給係数 || row >= own.recordCount()) continue;
-        if (const QString name = own.valueAt(row, 0).toText(); !name.isEmpty()) column.heading = name;
+        if (!ownName.isEmpty()) column.heading = ownName;
+    };
+    add(judged::基礎額Ａ);
+    add(judged::基礎額Ｂ);
+    for (const domain::CoefficientKind kind : domain::CoefficientKind::all()) {
+        const int row = static_cast<int>(kind.index());
+        if (kind.lookUp())
+            add(kind.lookUp()->judgment, row < own.recordCount() ? own.valueAt(row, 0).toText() : QString());
     }
+    add(judged::支給係数);
     return columns;
 }
 

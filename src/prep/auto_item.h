@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "design/run_filter.h"
+#include "design/setup.h"
 
 namespace prep {
 
@@ -16,8 +17,9 @@ struct AutoRun {
     };
     store::Connection& cn;
     domain::RunKey key;
-    QString santeiHoushiki;  ///< "1" 個人別計算, "2" 総額配分
-    QString table;           ///< S実行個人別計算 or S実行総額配分
+    design::Houshiki houshiki;  ///< Kojinbetsu or Sougaku
+    design::Setup setup;
+    QString table;  ///< S実行個人別計算 or S実行総額配分
     std::vector<Row> rows;
 };
 

@@ -2,6 +2,7 @@
 #include <QString>
 #include <array>
 
+#include "design/setup.h"
 #include "domain/run_key.h"
 #include "store/connection.h"
 
@@ -17,12 +18,11 @@ enum class EntryPurpose {
 inline constexpr int kEntryItemCount = 4;
 
 /// Which items are offered, in the order 基礎額Ａ, 基礎額Ｂ, 係数, 支給係数. 支給係数 exists for 個人別計算
-/// only; a criterion without any row in S係数設定 offers nothing.
+/// only; a criterion without any coefficient offers nothing.
 std::array<bool, kEntryItemCount> offeredItems(store::Connection& cn, const domain::RunKey& run,
                                                const QString& santeiHoushiki, EntryPurpose purpose);
 
-/// The two base amounts: 処理区分 "1" is 基礎額Ａ, "2" is 基礎額Ｂ.
-enum class Base { A = 1, B = 2 };
+using design::Base;
 
 /// True when no coefficient acts on the base any more although the base is set up: its set-up is of no use.
 bool baseIsOrphaned(store::Connection& cn, const domain::RunKey& run, const QString& santeiHoushiki,

@@ -5,32 +5,15 @@
 #include <optional>
 
 #include "design/run_filter.h"
+#include "design/setup.h"
 #include "prep/auto_item.h"
 #include "schema/catalog.h"
 
 namespace prep {
 namespace {
 
-/// The 評語タイプ of the criterion's first such row; none without a row.
-std::optional<QString> hyougoType(store::Connection& cn, const domain::RunKey& run, const QString& table,
-                                  const QString& condition = {}) {
-    auto row = cn.prepare(QStringLiteral("SELECT 評語タイプ FROM %1 WHERE 配分区分 = ? AND 配分基準 = ? %2 "
-                                         "ORDER BY ID LIMIT 1")
-                              .arg(table, condition));
-    row.bindAll({run.haibunKubun, run.haibunKijun});
-    if (!row.step()) return {};
-    return row.toText(0);
-}
-
-std::optional<QString> paymentScale(store::Connection& cn, const domain::RunKey& run) {
-    return hyougoType(cn, run, QStringLiteral("S支給係数設定"), QStringLiteral("AND 設定方法 = '3'"));
-}
-
-bool automaticGrade(store::Connection& cn, const domain::RunKey& run, const QString& houshiki) {
-    return cn.query(QStringLiteral("SELECT 1 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
-                                   "算定方式 = ? AND 設定名称 = '04' AND 入力区分Code = '2' LIMIT 1"),
-                    {run.haibunKubun, run.haibunKijun, houshiki})
-               .recordCount() > 0;
+bool automaticGrade(const design::MethodSetup& setup) {
+    return setup.anyCoefficient([](const auto& use) { return use.isAutomaticGrade(); });
 }
 
 }  // namespace
@@ -48,14 +31,19 @@ bool GradeUses::holds(RunTable table) const {
 }
 
 GradeUses gradeUses(store::Connection& cn, const domain::RunKey& run) {
-    return {paymentScale(cn, run).has_value(), automaticGrade(cn, run, QStringLiteral("1")),
-            automaticGrade(cn, run, QStringLiteral("2"))};
+    const design::Setup setup = design::readSetup(cn, run);
+    return {!setup.paymentsBy(design::Method::Derived).empty(),
+            automaticGrade(setup.of(design::Houshiki::Kojinbetsu)),
+            automaticGrade(setup.of(design::Houshiki::Sougaku))};
 }
 
 QStringList gradeWords(store::Connection& cn, const domain::RunKey& run, const GradeUses& uses) {
+    const design::Setup setup = design::readSetup(cn, run);
     std::optional<QString> type;
-    if (uses.kojinbetsu || uses.sougaku) type = hyougoType(cn, run, QStringLiteral("S係数評価段階設定"));
-    if (!type && uses.shikyuu) type = paymentScale(cn, run);
+    if (uses.kojinbetsu || uses.sougaku) type = setup.gradeScale;
+    if (!type && uses.shikyuu)
+        if (const auto byGrade = setup.paymentsBy(design::Method::Derived); !byGrade.empty())
+            type = byGrade.front().gradeScale;
     auto row = cn.prepare(QStringLiteral("SELECT 評語 FROM S評価2テーブル WHERE 評語タイプ = ? ORDER BY ID"));
     row.bind(1, type.value_or(QString()));
     QStringList words;

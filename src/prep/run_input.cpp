@@ -2,9 +2,11 @@
 
 #include <QHash>
 #include <QMap>
+#include <algorithm>
 #include <cmath>
 
 #include "design/run_filter.h"
+#include "design/setup.h"
 #include "prep/criterion_snapshot.h"
 #include "schema/catalog.h"
 
@@ -241,30 +243,30 @@ void storeTypedTotal(store::Connection& cn, const domain::RunKey& run, const QSt
 // ---- Coefficients ----------------------------------------------------------------------------------------
 
 QString coefficientColumn(const QString& setteiMeisyou) {
-    using namespace t::S実行個人別計算;
-    const int position = 年齢係数 - 1 + setteiMeisyou.toInt();
-    if (position < 年齢係数 || position > 入力3係数) store::throwTypeMismatch();
-    return design::columnName(QString::fromUtf16(kName), position);
+    const auto kind = domain::CoefficientKind::ofNumber(setteiMeisyou.toInt());
+    if (!kind) store::throwTypeMismatch();
+    return kind->name();
 }
 
 std::vector<Coefficient> listCoefficients(store::Connection& cn, const domain::RunKey& run,
                                           const QString& santeiHoushiki, bool correction) {
-    store::Statement row = cn.prepare(
-        QStringLiteral("SELECT 設定名称, 係数 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
-                       "入力区分Code %1 '1' AND 算定方式 = ? ORDER BY Cint(設定名称)")
-            .arg(correction ? QStringLiteral("<>") : QStringLiteral("=")));
-    row.bindAll({run.haibunKubun, run.haibunKijun, santeiHoushiki});
+    using design::Input;
+    const auto offered = [correction](const design::CoefficientUse& use) {
+        return correction ? use.input == Input::Automatic || use.input == Input::Other
+                          : use.input == Input::Typed;
+    };
     std::vector<Coefficient> list;
-    while (row.step()) list.push_back({row.toText(0), row.toText(1)});
+    for (const auto& use : design::readSetup(cn, run).of(santeiHoushiki).inOrder(offered))
+        list.push_back({use.code, use.name});
     return list;
 }
 
 bool sisterTypesIn(store::Connection& cn, const domain::RunKey& run, const QString& otherHoushiki,
                    const QString& setteiMeisyou) {
-    return cn.query(QStringLiteral("SELECT 1 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
-                                   "設定名称 = ? AND 算定方式 = ? AND 入力区分Code = '1'"),
-                    {run.haibunKubun, run.haibunKijun, setteiMeisyou, otherHoushiki})
-               .recordCount() == 1;
+    const design::MethodSetup setup = design::readSetup(cn, run).of(otherHoushiki);
+    return std::count_if(setup.coefficients.begin(), setup.coefficients.end(), [&](const auto& use) {
+               return use.code == setteiMeisyou && use.input == design::Input::Typed;
+           }) == 1;
 }
 
 // ---- Cells -----------------------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "design/run_filter.h"
+#include "design/setup.h"
 #include "personnel/position_in_force.h"
 #include "prep/auto_plan.h"
 #include "prep/snapshot.h"
@@ -19,17 +20,14 @@ using store::Money;
 namespace t = schema::tables;
 
 constexpr qsizetype kNamed = 5;
-const QString kGradeCoefficient = QStringLiteral("04");
-const QString kByGrade = QStringLiteral("3");    ///< 設定方法 of 支給係数
-const QString kAutomatic = QStringLiteral("2");  ///< 入力区分Code
-
 /// One run under one 算定方式, with the names of its people.
 class Inputs {
   public:
     Inputs(store::Connection& cn, const domain::RunKey& run, Houshiki houshiki)
         : cn_(cn),
           run_(run),
-          method_(design::houshikiCode(houshiki)),
+          houshiki_(houshiki),
+          setup_(design::readSetup(cn, run)),
           table_(runTableName(houshiki == Houshiki::Kojinbetsu ? RunTable::KojinBetsu
                                                                : RunTable::SougakuHaibun)) {
         auto name = cn.prepare(
@@ -67,9 +65,9 @@ class Inputs {
         return none;
     }
     void addBasesAtDefault() {
-        for (const auto& [base, syori] : {std::pair{QStringLiteral("基礎額Ａ"), QStringLiteral("1")},
-                                          std::pair{QStringLiteral("基礎額Ｂ"), QStringLiteral("2")}}) {
-            if (!baseActs(base) || baseIsAutomatic(syori)) continue;
+        for (const auto& [kind, base] : {std::pair{design::Base::A, QStringLiteral("基礎額Ａ")},
+                                         std::pair{design::Base::B, QStringLiteral("基礎額Ｂ")}}) {
+            if (!setup_.of(houshiki_).baseActs(kind) || baseIsAutomatic(kind)) continue;
             auto row = cn_.prepare(QStringLiteral("SELECT 社員Code FROM %1 WHERE %2 AND %3 = ?")
                                        .arg(table_, design::kRunFilter, base));
             store::Binds binds = design::runBinds(run_);
@@ -120,35 +118,16 @@ class Inputs {
         row.bindAll(design::runBinds(run_));
         return collect(row);
     }
-    bool exists(const QString& statement, const store::Binds& binds) {
-        auto row = cn_.prepare(statement + QStringLiteral(" LIMIT 1"));
-        row.bindAll(binds);
-        return row.step();
+    bool gradeMatters() const {
+        return setup_.of(houshiki_).anyCoefficient([](const auto& use) {
+            return use.isAutomaticGrade() && use.acts();
+        }) || (houshiki_ == Houshiki::Kojinbetsu && !setup_.paymentsBy(design::Method::Derived).empty());
     }
-    bool gradeMatters() {
-        return exists(
-                   QStringLiteral("SELECT 1 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
-                                  "算定方式 = ? AND 設定名称 = ? AND 入力区分Code = ? AND (基礎額Ａ <> 0 OR "
-                                  "基礎額Ｂ <> 0)"),
-                   {run_.haibunKubun, run_.haibunKijun, method_, kGradeCoefficient, kAutomatic}) ||
-               (method_ == design::houshikiCode(Houshiki::Kojinbetsu) &&
-                exists(
-                    QStringLiteral(
-                        "SELECT 1 FROM S支給係数設定 WHERE 配分区分 = ? AND 配分基準 = ? AND 設定方法 = ?"),
-                    {run_.haibunKubun, run_.haibunKijun, kByGrade}));
-    }
-    bool baseActs(const QString& base) {
-        return exists(
-            QStringLiteral("SELECT 1 FROM S係数設定 WHERE 配分区分Code = ? AND 配分基準Code = ? AND "
-                           "算定方式 = ? AND %1 <> 0")
-                .arg(base),
-            {run_.haibunKubun, run_.haibunKijun, method_});
-    }
-    bool baseIsAutomatic(const QString& syori) {
-        return exists(
-            QStringLiteral("SELECT 1 FROM S基礎額設定 WHERE 配分区分 = ? AND 配分基準 = ? AND 算定方式 = "
-                           "? AND 処理区分 = ? AND 設定方法 IN ('2', '3')"),
-            {run_.haibunKubun, run_.haibunKijun, method_, syori});
+    bool baseIsAutomatic(design::Base base) const {
+        const auto uses = setup_.of(houshiki_).basesOf(base);
+        return std::any_of(uses.begin(), uses.end(), [](const design::BaseUse& use) {
+            return use.method == design::Method::Uniform || use.method == design::Method::Derived;
+        });
     }
 
     Compared compare(const AutoPlan& plan) {
@@ -181,7 +160,8 @@ class Inputs {
 
     store::Connection& cn_;
     domain::RunKey run_;
-    QString method_;
+    Houshiki houshiki_;
+    design::Setup setup_;
     QString table_;
     QStringList order_;
     QHash<QString, QString> names_;
