@@ -2,72 +2,23 @@
 #include <QString>
 #include <vector>
 
+#include "domain/code_map.h"
 #include "store/connection.h"
 
 namespace schema {
-struct Table;
 enum class File;
 }  // namespace schema
 
-/// Who refers to whom by code. No table declares a foreign key: this map is what keeps the codes in step. A
-/// column that holds a code of a master or of an employee and is missing here is a fault (a test walks the
-/// catalogue).
+/// What is done with the map of codes (domain/code_map): what a code is used by, its rename and its removal
+/// through all files of a company.
 namespace personnel {
 
-/// What a code names: an employee, or an entry of one of the nineteen masters.
-enum class Referent {
-    Syain,
-    SyainKubun,
-    SyozokuDai,
-    Yakusyoku,
-    Syokusyu,
-    Course,
-    SyozokuSyo,  ///< named by its parent's code and its own
-    IdouJiyuu,
-    Jyutaku,
-    Gakureki,
-    Saiyou,
-    Shikaku,
-    ZokugaraGroup,
-    Zokugara,
-    Syussinchi,
-    Jiyuu1,
-    Jiyuu2,
-    Jiyuu3,
-    Jiyuu4,
-    Jiyuu5,
-};
-
-/// The name of a thing of this kind; `parent` is the 所属大 of a 所属小 and empty for all others.
-struct CodeKey {
-    QString code;
-    QString parent;
-    bool operator==(const CodeKey&) const = default;
-};
-
-/// One column that holds codes.
-struct Reference {
-    /// What becomes of the row when the code is removed.
-    enum class OnRemoval {
-        RowGoes,
-        CodeIsCleared,  ///< of work tables: the row describes somebody who stays
-        Refused,        ///< the code is in use: the caller asks codeUsage() and does not remove
-    };
-    Referent refersTo;
-    const schema::Table* table;
-    int column;
-    int parentColumn = -1;  ///< of a 所属小: the column with its 所属大
-    int nameColumn = -1;    ///< carries a copy of 氏名, kept in step by a rename
-    OnRemoval onRemoval = OnRemoval::RowGoes;
-    bool lastInRemoval = false;  ///< visited behind the other tables of its file when a code is removed
-};
-
-/// The map, for each file in the order in which a rename visits it.
-const std::vector<Reference>& codeReferences();
-
-/// The table that the code itself stands in (履歴書テーブル, the master), and back.
-QString entryTable(Referent referent);
-Referent referentOf(const QString& entryTable);
+using domain::CodeKey;
+using domain::codeReferences;
+using domain::entryTable;
+using domain::Reference;
+using domain::Referent;
+using domain::referentOf;
 
 /// The company whose files are visited; the file that cn_main is open on decides the order.
 struct CompanyDatabases {
@@ -82,7 +33,8 @@ struct CodeUse {
     QString label;  ///< the table as its screen calls it: 履歴書, 異動履歴, 家族情報, …
     qint64 rows;
 };
-/// The uses that forbid a removal (of a master's code), most personal first; retired people count.
+/// The uses that forbid a removal, most personal first; retired people count. Of 配分区分 and 配分基準 they
+/// are what was assigned, typed in and computed in runs, of 配分区分 its 配分基準 too.
 std::vector<CodeUse> codeUsage(store::Connection& cn_main, Referent referent, const CodeKey& key);
 /// What goes with an employee, for the question before: the rows of each table of people, results and runs.
 std::vector<CodeUse> employeeHistory(store::Connection& cn_main, const QString& syainCode);
@@ -97,7 +49,8 @@ std::vector<CodeUse> employeeHistory(store::Connection& cn_main, const QString& 
 void renameCode(const CompanyDatabases& company, Referent referent, const CodeKey& from, const CodeKey& to,
                 const QString& shimei = {});
 /// Removes every reference in the same way and order: codesakujo4, codesakujo1_sub, codesakujo2_sub, the own
-/// tables. Rows of tables that refuse a removal are left alone (the caller has asked codeUsage()).
+/// tables. Throws store::Error while a row forbids it (the caller has asked codeUsage() and told which): then
+/// nothing is removed anywhere.
 void removeCode(const CompanyDatabases& company, Referent referent, const CodeKey& key);
 
 /// The companions' files that a change of such a code reaches: those that stand and can hold it.

@@ -24,7 +24,7 @@ using schema::File;
 const QStringList kEntries =
     u"社員区分 所属大 役職 職種 コース 所属小 異動事由 住宅区分 最終学歴 採用区分 資格・免許 続柄グループ "
     u"続柄 "
-    "出身地 自由1 自由2 自由3 自由4 自由5"_s.split(u' ');
+    "出身地 自由1 自由2 自由3 自由4 自由5 配分区分 配分基準"_s.split(u' ');
 std::optional<Referent> namedBy(const QString& column) {
     if (column.contains(u"社員Code") || column.contains(u"評価者")) return Referent::Syain;
     for (int i = 0; i < kEntries.size(); ++i)
@@ -55,7 +55,11 @@ std::vector<Found> columnsByName() {
 CodeKey key(Referent referent, QChar mark) {
     const QString code = QString(QChar(u'a' + int(referent))) + mark;
     if (referent == Referent::Syain) return {code.repeated(3), {}};
-    return {code, referent == Referent::SyozokuSyo ? u"zz"_s : QString()};
+    const bool ofTwo = referent == Referent::SyozokuSyo || referent == Referent::HaibunKijun;
+    return {code, ofTwo ? u"zz"_s : QString()};
+}
+QString parentColumn(const QString& column) {
+    return QString(column).replace(u"小"_s, u"大"_s).replace(u"基準"_s, u"区分"_s);
 }
 constexpr QChar kOld = u'<';
 constexpr QChar kNew = u'>';
@@ -69,11 +73,10 @@ class CodeReferences : public ::testing::Test {
             store::Connection& cn = connectionTo(place.table->file);
             if (place.table->lifetime == schema::Lifetime::Scratch && !cn.hasTable(place.table->name))
                 for (const QString& sql : schema::createStatements(*place.table)) cn.execute(sql);
-            if (referent == Referent::SyozokuSyo) {
-                const QString parent = QString(place.column).replace(u"小"_s, u"大"_s);
-                cn.execute(
-                    u"insert into %1(%2,%3) values(?,?)"_s.arg(place.table->name, place.column, parent),
-                    {code.code, code.parent});
+            if (!code.parent.isEmpty()) {
+                cn.execute(u"insert into %1(%2,%3) values(?,?)"_s.arg(place.table->name, place.column,
+                                                                      parentColumn(place.column)),
+                           {code.code, code.parent});
             } else {
                 cn.execute(u"insert into %1(%2) values(?)"_s.arg(place.table->name, place.column),
                            {code.code});
@@ -113,7 +116,7 @@ TEST_F(CodeReferences, ACodeIsCarriedThroughEveryFileAndGoesFromEveryFile) {
     folder_.makeEmpty(u"甲社"_s, {true, true});
     cn_ = folder_.open();
     std::vector<Referent> all;
-    for (int i = 0; i <= int(Referent::Jiyuu5); ++i) all.push_back(Referent(i));
+    for (int i = 0; i < domain::kReferents; ++i) all.push_back(Referent(i));
     for (const Referent referent : all) use(referent, key(referent, kOld));
     secondaries_.clear();
     const QString section = key(Referent::SyozokuSyo, kOld).code;
@@ -135,16 +138,67 @@ TEST_F(CodeReferences, ACodeIsCarriedThroughEveryFileAndGoesFromEveryFile) {
             EXPECT_EQ(use.rows, 1) << qPrintable(use.label);
         }
     }
-    // People let go of the entries; only then they are removed.
-    for (const QString& table : {u"履歴書"_s, u"異動"_s, u"家族"_s, u"資格・免許"_s})
-        cn_->execute(u"delete from %1テーブル where 社員Code is null"_s.arg(table));
-    for (const QString& table : {u"所属小マスタ"_s, u"続柄マスタ"_s}) cn_->execute(u"delete from "_s + table);
+    // People and runs let go of the codes; only then they are removed.
+    for (const Reference& reference : codeReferences()) {
+        if (reference.onRemoval != Reference::OnRemoval::Refused) continue;
+        const CodeKey held = key(reference.refersTo, kNew);
+        EXPECT_THROW(removeCode(company(), reference.refersTo, held), store::Error);
+        cn_->execute(u"delete from %1 where %2 = ?"_s.arg(
+                         reference.table->name, reference.table->columns[size_t(reference.column)].name),
+                     {held.code});
+    }
     cn_->executeScript(u"BEGIN"_s);
     for (const Referent referent : all) removeCode(company(), referent, key(referent, kNew));
     cn_->executeScript(u"COMMIT"_s);
     found = folder_.fingerprint();
     for (const Referent referent : all)
         EXPECT_EQ(found.count(key(referent, kNew).code.toUtf8()), 0) << int(referent);
+}
+
+/// What was assigned, entered and paid forbids the removal of a criterion, its set-up goes with it; the same
+/// code under another 配分区分 is another criterion.
+TEST_F(CodeReferences, RunsHoldACriterionAndItsSetUpGoesWithIt) {
+    folder_.makeEmpty(u"甲社"_s);
+    cn_ = folder_.open();
+    const CodeKey gone{u"07"_s, u"02"_s}, stays{u"07"_s, u"03"_s}, moved{u"08"_s, u"04"_s};
+    for (const CodeKey& criterion : {gone, stays}) use(Referent::HaibunKijun, criterion);
+    const auto rowsOf = [&](const CodeKey& criterion) {
+        qint64 rows = 0;
+        for (const Found& place : columnsByName())
+            if (place.referent == Referent::HaibunKijun)
+                rows += cn_->query(u"select count(*) from %1 where %2 = ? and %3 = ?"_s.arg(
+                                       place.table->name, place.column, parentColumn(place.column)),
+                                   {criterion.code, criterion.parent})
+                            .value(0)
+                            .toInteger();
+        return rows;
+    };
+    const qint64 all = rowsOf(stays);
+    ASSERT_EQ(all, 31);
+    QStringList holders;
+    for (const CodeUse& held : codeUsage(*cn_, Referent::HaibunKijun, gone)) holders << held.table;
+    EXPECT_EQ(holders,
+              u"S配分基準対応社員 S実行個人別計算 S実行個人別計算決定 S実行総額配分 S実行総額配分決定 "
+              "S実行予算 Sshikyuukeisuu SshikyuukeisuuHA S配分基準グループＹＮ"_s.split(u' '));
+    const QByteArray before = dump(*cn_);
+    EXPECT_THROW(removeCode(company(), Referent::HaibunKijun, gone), store::Error);
+    EXPECT_EQ(firstDifference(before, dump(*cn_)), "");
+    for (const QString& holder : holders)
+        cn_->execute(u"delete from %1 where 配分区分 = ?"_s.arg(holder), {gone.parent});
+    removeCode(company(), Referent::HaibunKijun, gone);
+    EXPECT_EQ(rowsOf(gone), 0);
+    EXPECT_EQ(rowsOf(stays), all);
+    renameCode(company(), Referent::HaibunKijun, stays, moved);
+    EXPECT_EQ(rowsOf(stays), 0);
+    EXPECT_EQ(rowsOf(moved), all);
+
+    cn_->execute(u"insert into S配分基準(配分区分,Code) values('05','01')"_s);
+    const auto held = codeUsage(*cn_, Referent::HaibunKubun, {u"05"_s, {}});
+    ASSERT_EQ(held.size(), 1u);
+    EXPECT_EQ(held.front().table, u"S配分基準"_s);
+    renameEntry(*cn_, Referent::HaibunKijun, {u"01"_s, u"05"_s}, {u"09"_s, u"05"_s});
+    EXPECT_TRUE(entryStands(*cn_, Referent::HaibunKijun, {u"09"_s, u"05"_s}));
+    EXPECT_FALSE(entryStands(*cn_, Referent::HaibunKijun, {u"01"_s, u"05"_s}));
 }
 
 /// A step on a file of its own stands when the main transaction is taken back; a missing file is passed over;
