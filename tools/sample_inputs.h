@@ -12,7 +12,7 @@ namespace sample {
 struct RunInputs {
     int baseA = 10000;  ///< yen
     int baseB = 10000;
-    std::array<double, 18> coefficients;  ///< by kind, from 0
+    std::array<double, 18> coefficients{};  ///< by kind, from 0
     QString grade;
     double payment = 1;
 };

@@ -11,13 +11,13 @@ namespace sample {
 /// A row of 異動テーブル in the making. Codes are those of the sample's masters.
 struct Position {
     QDate from;
-    const char16_t* jiyuu;
-    const char16_t* syainKubun;
-    const char16_t* syozokuDai;
-    const char16_t* syozokuSyou;
-    const char16_t* yakusyoku;
-    const char16_t* syokusyu;
-    const char16_t* course;
+    const char16_t* jiyuu = nullptr;
+    const char16_t* syainKubun = nullptr;
+    const char16_t* syozokuDai = nullptr;
+    const char16_t* syozokuSyou = nullptr;
+    const char16_t* yakusyoku = nullptr;
+    const char16_t* syokusyu = nullptr;
+    const char16_t* course = nullptr;
     int toukyuu = 0;  ///< 1 to 20; 0 for none
     const char16_t* comment = nullptr;
 };

@@ -67,10 +67,10 @@ void writeHistory(TableWriter& writer, const Person& person) {
 }
 
 struct Member {
-    const char16_t* zokugara;
-    bool female;
+    const char16_t* zokugara = nullptr;
+    bool female = false;
     QDate birth;
-    bool dependent;
+    bool dependent = false;
 };
 
 void writeMember(TableWriter& writer, const Person& person, const Member& member, Random& random) {

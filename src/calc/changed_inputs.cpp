@@ -31,7 +31,7 @@ PaymentSimulation storedSimulation(store::Connection& cn, const domain::RunKey& 
         stored.uniformRegistered = uniform->registered;
         stored.uniformCorrected = uniform->corrected;
     } else if (const auto* grades = std::get_if<GradePanel>(&decision.outcome);
-               grades && grades->rows.size()) {
+               grades && !grades->rows.empty()) {
         stored.mode = PaymentSimulation::Mode::Grades;
         std::copy(grades->rows.begin(), grades->rows.end(), stored.grades.begin());
     }

@@ -26,8 +26,8 @@ KojinbetsuInputs readKojinbetsuInputs(store::Connection& connection, const domai
 /// each row comes to with it. Throws Error(Type) for a row without 支給係数 and what EffectiveCoefficient
 /// throws, Error(Overflow) beyond the range of a double or of money.
 struct KojinbetsuAmount {
-    double a, b;         ///< Ａ計算額, Ｂ計算額
-    store::Money total;  ///< 合計, rounded
+    double a = 0, b = 0;  ///< Ａ計算額, Ｂ計算額
+    store::Money total;   ///< 合計, rounded
 };
 std::vector<double> effectivePayments(const KojinbetsuInputs& inputs, const PaymentSimulation& simulation);
 std::vector<KojinbetsuAmount> kojinbetsuAmounts(const std::vector<FrozenRow>& rows,

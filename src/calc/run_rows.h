@@ -80,8 +80,8 @@ class Assignees {
 
   private:
     struct Row {
-        qint64 id;
-        qint64 number;
+        qint64 id = 0;
+        qint64 number = 0;
         std::optional<store::Money> amount;
     };
     store::Connection& connection_;

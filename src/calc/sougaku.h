@@ -8,7 +8,7 @@ namespace calc {
 
 /// One employee's two products and 支給対象額計, in the order of the run's rows.
 struct PoolPoints {
-    double a, b;
+    double a = 0, b = 0;
     store::Money total;
 };
 std::vector<PoolPoints> poolPoints(const std::vector<FrozenRow>& rows);

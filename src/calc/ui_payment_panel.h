@@ -60,7 +60,7 @@ class PaymentPanel : public widgets::Card {
     QLabel* uniformRegistered_;
     QLineEdit* uniformCorrected_;
     std::array<QLabel*, 3> effect_{};
-    QLabel* effectNote_;
+    QLabel* effectNote_ = nullptr;
 };
 
 }  // namespace calc

@@ -31,7 +31,7 @@ class frmDBSentaku : public widgets::Form {
     void showMenu();
 
     forms::House& house_;
-    widgets::CodeList* List1_;
+    widgets::CodeList* List1_ = nullptr;
 };
 
 }  // namespace company

@@ -17,14 +17,14 @@ using OnRemoval = Reference::OnRemoval;
 
 /// A column of some table; positions are those of the catalogue.
 struct Place {
-    const char16_t* table;
-    int column;
+    const char16_t* table = nullptr;
+    int column = -1;
     int nameColumn = -1;
 };
 /// A column of a table that holds codes of several masters.
 struct Held {
-    Referent refersTo;
-    int column;
+    Referent refersTo{};
+    int column = -1;
     int parentColumn = -1;
 };
 

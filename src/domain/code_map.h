@@ -55,9 +55,9 @@ struct Reference {
         CodeIsCleared,  ///< of work tables: the row describes somebody who stays
         Refused,  ///< the code is in use and may not be removed: people hold it, or a run was made with it
     };
-    Referent refersTo;
-    const schema::Table* table;
-    int column;
+    Referent refersTo{};
+    const schema::Table* table = nullptr;
+    int column = -1;
     int parentColumn = -1;  ///< the column with the other half of the key (CodeKey::parent)
     int nameColumn = -1;    ///< carries a copy of 氏名, kept in step by a rename
     OnRemoval onRemoval = OnRemoval::RowGoes;

@@ -8,7 +8,7 @@
 namespace domain {
 
 struct CsvRow {
-    int line;  ///< of the file where the row begins, from 1
+    int line = 0;  ///< of the file where the row begins, from 1
     QStringList cells;
 };
 

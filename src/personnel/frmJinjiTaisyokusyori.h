@@ -28,7 +28,7 @@ class frmJinjiTaisyokusyori : public widgets::Form {
     forms::House& house_;
     std::optional<store::Recordset> person_;
     QLineEdit* text1_;
-    QPushButton *command1_, *command2_, *command3_;
+    QPushButton *command1_ = nullptr, *command2_ = nullptr, *command3_ = nullptr;
 };
 
 }  // namespace personnel

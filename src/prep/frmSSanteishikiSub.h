@@ -42,8 +42,8 @@ class CriterionForm : public widgets::Form {
     bool nothingToDo_ = false;
 
   private:
-    QPushButton* command1_;
-    QPushButton* command2_;
+    QPushButton* command1_ = nullptr;
+    QPushButton* command2_ = nullptr;
 };
 
 /// 配分基準指定: chooses the criterion whose evaluation results are taken in.

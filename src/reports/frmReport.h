@@ -55,14 +55,14 @@ class frmReport : public widgets::Form {
     QString fileStem_;  ///< of the PDF file
     int page_ = 1;
     PageView* view_;
-    QPushButton* first_;
-    QPushButton* previous_;
-    QPushButton* next_;
-    QPushButton* last_;
-    QSpinBox* pageField_;
-    QLabel* pages_;
-    QComboBox* zoom_;
-    QCheckBox* withCharts_;
+    QPushButton* first_ = nullptr;
+    QPushButton* previous_ = nullptr;
+    QPushButton* next_ = nullptr;
+    QPushButton* last_ = nullptr;
+    QSpinBox* pageField_ = nullptr;
+    QLabel* pages_ = nullptr;
+    QComboBox* zoom_ = nullptr;
+    QCheckBox* withCharts_ = nullptr;
     std::function<std::vector<Chart>()> charts_;
 };
 

@@ -58,8 +58,8 @@ class ChartPicture {
     };
     struct Bar {
         QRectF area;
-        int item;
-        std::size_t series;
+        int item = -1;
+        std::size_t series = 0;
     };
 
     static Axis numbers(const Scale& scale, const QString& title);

@@ -22,8 +22,8 @@ const QColor kStrongRule(0x33, 0x3d, 0x39);
 const QColor kLightRule(0xc9, 0xd2, 0xce);
 
 struct TextLook {
-    int size;  // twips; 20 to a point
-    bool bold;
+    int size = 0;  // twips; 20 to a point
+    bool bold = false;
     QColor ink;
 };
 

@@ -10,8 +10,8 @@ namespace store {
 namespace {
 
 struct Era {
-    const char16_t* name;
-    char16_t letter;
+    const char16_t* name = nullptr;
+    char16_t letter = 0;
     QDate first;
     QDate last;
 };
