@@ -177,12 +177,12 @@ QStringList setBased() {
     return statements;
 }
 
-/// The work in a transaction of its own, commit included.
-template <typename Work>
-auto committed(Company& c, const Work& work) {
-    return [&c, work] {
+/// The task in a work of its own, commit included.
+template <typename Task>
+auto committed(Company& c, const Task& task) {
+    return [&c, task] {
         store::Work work(c.cn());
-        work();
+        task();
         work.commit();
     };
 }
