@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QCheckBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -68,87 +67,52 @@ RecordForm::RecordForm(const QString& name, const QString& caption, House& house
 
 // ---- binding and layout
 
-void RecordForm::add(Bound bound) {
-    if (bound.check) {
+void RecordForm::add(BoundField field, Check check) {
+    if (check) {
         // A check may look into the tables: a failure is told, and the field is not left.
-        bound.check = [this, check = std::move(bound.check)] {
+        field.check = [this, check = std::move(check)] {
             bool passed = false;
             return guarded(this, [&] { passed = check(); }) && passed;
         };
-        validateOnLeave(bound.control, bound.check, {bar_.cancel});
+        validateOnLeave(field.control, field.check, {bar_.cancel});
     }
-    bound.lock(true);
-    bound_.push_back(std::move(bound));
+    fields_.add(std::move(field));
 }
 
 void RecordForm::bind(QLineEdit* edit, const QString& column, Check check) {
     if (!holdsText(query().table, column)) widgets::typeDirectly(edit);
-    add({.control = edit,
-         .column = column,
-         .read = [edit] { return edit->text(); },
-         .write = [edit](const QString& text) { edit->setText(text); },
-         .lock = [edit](bool locked) { edit->setReadOnly(locked); },
-         .check = std::move(check)});
+    add(boundField(edit, column), std::move(check));
 }
 
 void RecordForm::bind(widgets::CodeCombo* combo, const QString& column, Check check) {
-    add({.control = combo,
-         .column = column,
-         .read = [combo] { return combo->code(); },
-         .write = [combo](const QString& code) { combo->setCode(code); },
-         .lock = [combo](bool locked) { combo->setLocked(locked); },
-         .check = std::move(check)});
+    add(boundField(combo, column), std::move(check));
 }
 
 void RecordForm::bind(widgets::OptionRow* options, const QString& column) {
-    add({.control = options,
-         .column = column,
-         .read = [options] { return options->code(); },
-         .write = [options](const QString& code) { options->setCode(code); },
-         .lock = [options](bool locked) { options->setLocked(locked); },
-         .fresh = QStringLiteral("1")});
+    add(boundField(options, column), {});
 }
 
 void RecordForm::bind(QCheckBox* box, const QString& column) {
-    const auto text = [](bool checked) { return store::Value(checked).toText(); };
-    add({.control = box,
-         .column = column,
-         .read = [box, text] { return text(box->isChecked()); },
-         .write = [box, text](const QString& stored) { box->setChecked(stored == text(true)); },
-         .lock = [box](bool locked) { box->setEnabled(!locked); },
-         .fresh = text(false)});
+    add(boundField(box, column), {});
 }
 
 void RecordForm::bind(QLineEdit* edit, const QString& column, const domain::NumberRule& rule) {
-    edit->setAlignment(Qt::AlignRight);
-    widgets::typeDirectly(edit);
-    add({.control = edit,
-         .column = column,
-         .read = [edit] { return domain::withoutSeparators(edit->text()); },
-         .write = [edit](const QString& stored) { edit->setText(domain::withSeparators(stored)); },
-         .lock = [edit](bool locked) { edit->setReadOnly(locked); },
-         .check =
-             [this, edit, column, rule] {
-                 const auto fault = domain::numberFault(edit->text(), rule);
-                 const bool untouched =
-                     state_ == State::Editing && edit->text() == domain::withSeparators(oldText(column));
-                 return !fault || untouched || refuse(*fault);
-             }});
+    add(boundNumber(edit, column), [this, edit, column, rule] {
+        const auto fault = domain::numberFault(edit->text(), rule);
+        const bool untouched =
+            state_ == State::Editing && edit->text() == domain::withSeparators(oldText(column));
+        return !fault || untouched || refuse(*fault);
+    });
 }
 
 void RecordForm::setEntered(QWidget* control, bool entered) {
-    for (Bound& bound : bound_) {
-        if (bound.control != control) continue;
-        bound.entered = entered;
-        bound.lock(!entered || state_ == State::Browse);
-    }
+    fields_.setEntered(control, entered, state_ == State::Browse);
     widgets::setNotEntered(control, !entered);
     if (!entered) control->setFocusPolicy(Qt::NoFocus);
 }
 
 bool RecordForm::isEntered(const QWidget* control) const {
-    return std::all_of(bound_.begin(), bound_.end(),
-                       [&](const Bound& bound) { return bound.control != control || bound.entered; });
+    return fields_.isEntered(control);
 }
 
 widgets::Table* RecordForm::setGrid(std::vector<GridColumn> columns) {
@@ -219,7 +183,7 @@ void RecordForm::arrange(const QString& title, QLayout* fields, QWidget* beside)
 
 QList<QWidget*> RecordForm::fieldOrder() const {
     QList<QWidget*> fields;
-    for (const Bound& bound : bound_) fields << bound.control;
+    for (const BoundField& field : fields_) fields << field.control;
     return fields;
 }
 
@@ -293,12 +257,12 @@ void RecordForm::step(int by) {
     goTo(to);
 }
 
-QString RecordForm::shownText(const Bound& bound) const {
-    return row_ < 0 ? QString() : shown(bound.column).toText();
+QString RecordForm::shownText(const BoundField& field) const {
+    return row_ < 0 ? QString() : shown(field.column).toText();
 }
 
 void RecordForm::showRow() {
-    for (const Bound& bound : bound_) bound.write(shownText(bound));
+    for (const BoundField& field : fields_) field.write(shownText(field));
     bar_.status->setText(QStringLiteral("Record: %1").arg(row_ + 1));
     if (grid_ && row_ >= 0 && grid_->currentIndex().row() != row_) grid_->selectRow(row_);
     rowShown();
@@ -326,7 +290,7 @@ void RecordForm::setState(State state) {
     set_buttons(browse);
     clearFaults();
     if (list_) list_->setVisible(browse);
-    for (const Bound& bound : bound_) bound.lock(browse || !bound.entered);
+    fields_.setLocked(browse);
     orderTabs();
     if (browse) {
         showRow();
@@ -334,11 +298,8 @@ void RecordForm::setState(State state) {
     } else {
         bar_.status->setText(state == State::Adding ? QStringLiteral("ﾚｺｰﾄﾞを追加します。")
                                                     : QStringLiteral("ﾚｺｰﾄﾞを編集します。"));
-        begun_.clear();
-        for (const Bound& bound : bound_) begun_ << bound.read();
-        const auto first =
-            std::find_if(bound_.begin(), bound_.end(), [](const Bound& b) { return b.entered; });
-        if (first != bound_.end()) first->control->setFocus(Qt::OtherFocusReason);
+        fields_.remember();
+        fields_.focusFirst();
     }
     stateChanged();
 }
@@ -352,8 +313,8 @@ void RecordForm::focusInBrowse() {
 
 void RecordForm::cmdAdd() {
     savedKey_ = keyOf(row_);
-    for (const Bound& bound : bound_) bound.write(bound.fresh);
-    if (const Bound& first = bound_.front();
+    for (const BoundField& field : fields_) field.write(field.fresh);
+    if (const BoundField& first = fields_.first();
         first.column == keyColumns().first() && qobject_cast<QLineEdit*>(first.control))
         guarded(this, [&] { first.write(nextKey()); });
     setState(State::Adding);
@@ -363,19 +324,13 @@ void RecordForm::cmdEdit() {
     savedKey_ = keyOf(row_);
     // Options keep showing the row before where this one has none of their values: what is stored must not be
     // another's.
-    for (const Bound& bound : bound_)
-        if (!bound.fresh.isEmpty() && bound.read() != shownText(bound)) bound.write(bound.fresh);
+    for (const BoundField& field : fields_)
+        if (!field.fresh.isEmpty() && field.read() != shownText(field)) field.write(field.fresh);
     setState(State::Editing);
 }
 
-bool RecordForm::hasInput() const {
-    for (std::size_t i = 0; i < bound_.size(); ++i)
-        if (bound_[i].entered && bound_[i].read() != begun_.value(qsizetype(i))) return true;
-    return false;
-}
-
 bool RecordForm::mayLoseInput(const QString& act) {
-    return !hasInput() || confirmInputLoss(this, act);
+    return !fields_.changed() || confirmInputLoss(this, act);
 }
 
 void RecordForm::cmdCancel() {
@@ -399,7 +354,7 @@ void RecordForm::reject() {
 // ---- update
 
 bool RecordForm::checkRequired() {
-    const Bound& first = bound_.front();
+    const BoundField& first = fields_.first();
     const bool named = first.column == keyColumns().first() && qobject_cast<QLineEdit*>(first.control);
     if (!named || !first.read().isEmpty()) return true;
     first.control->setFocus(Qt::OtherFocusReason);
@@ -421,42 +376,21 @@ QString RecordForm::nextKey() const {
     return width == 0 || next.size() > width ? QString() : next;
 }
 
-bool RecordForm::passesChecks() {
-    for (const Bound& bound : bound_) {
-        if (!bound.check || !bound.entered || bound.check()) continue;
-        bound.control->setFocus(Qt::OtherFocusReason);
-        return false;
-    }
-    return true;
-}
-
 void RecordForm::showFaults() {
-    QStringList names;
-    for (const Bound& bound : bound_) {
-        if (!bound.check || !bound.entered) continue;
-        const HeldBoxes held;
-        if (bound.check()) continue;
-        widgets::setFaulty(bound.control, true);
-        if (!held.boxes().empty()) bound.control->setToolTip(held.boxes().front().text);
-        names << bound.control->accessibleName();
-    }
+    const QStringList names = fields_.markFaults();
     faults_->setText(QStringLiteral("入力を確かめてください： ") + names.join(QStringLiteral("、")));
     faults_->setVisible(!names.isEmpty());
 }
 
 void RecordForm::clearFaults() {
     faults_->hide();
-    for (const Bound& bound : bound_) {
-        if (!widgets::isFaulty(bound.control)) continue;
-        widgets::setFaulty(bound.control, false);
-        bound.control->setToolTip({});
-    }
+    fields_.clearFaults();
 }
 
 bool RecordForm::keyDiffers() const {
     const QStringList columns = keyColumns();
-    return std::any_of(bound_.begin(), bound_.end(), [&](const Bound& bound) {
-        return columns.contains(bound.column) && bound.read() != shownText(bound);
+    return std::any_of(fields_.begin(), fields_.end(), [&](const BoundField& field) {
+        return columns.contains(field.column) && field.read() != shownText(field);
     });
 }
 
@@ -467,7 +401,7 @@ void RecordForm::cmdUpdate() {
     const auto update = [&] {
         if (was == State::Editing) requireRow();
         clearFaults();
-        if (!checkRequired() || !passesChecks()) return showFaults();
+        if (!checkRequired() || !fields_.passChecks()) return showFaults();
         if (!checkUpdate()) return;
         setHourglass();
         writeRow();
@@ -488,10 +422,10 @@ void RecordForm::writeRow() {
     store::Work work(cn(), windowTitle(), store::Work::Reserve::AsWritten);
     if (renames) keyRenamed();
     auto row = adding ? store::RowEdit(cn(), rows()) : store::RowEdit(cn(), rows(), row_);
-    for (const Bound& bound : bound_) {
-        const QString text = bound.read();
-        if (!adding && (!bound.entered || text == shownText(bound))) continue;
-        row.set(bound.column, text.isEmpty() ? store::Value() : store::Value(text));
+    for (const BoundField& field : fields_) {
+        const QString text = field.read();
+        if (!adding && (!field.entered || text == shownText(field))) continue;
+        row.set(field.column, text.isEmpty() ? store::Value() : store::Value(text));
     }
     rowWritten(row);
     row.write();
@@ -527,9 +461,11 @@ void RecordForm::requireRow() const {
 
 QString RecordForm::removalQuestion() const {
     QString question;
-    for (std::size_t i = 0; i < bound_.size() && i < 2; ++i) {
-        const auto* combo = qobject_cast<const widgets::CodeCombo*>(bound_[i].control);
-        question += u' ' + (combo ? combo->text() : bound_[i].read());
+    int told = 0;
+    for (const BoundField& field : fields_) {
+        if (told++ == 2) break;
+        const auto* combo = qobject_cast<const widgets::CodeCombo*>(field.control);
+        question += u' ' + (combo ? combo->text() : field.read());
     }
     return question + QStringLiteral(" を削除しますか？");
 }

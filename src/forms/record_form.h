@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "domain/number_rule.h"
+#include "forms/bound_fields.h"
 #include "forms/guard.h"
 #include "forms/record_rows.h"
 #include "forms/screens.h"
@@ -181,20 +182,8 @@ class RecordForm : public widgets::Form {
     House& house_;
 
   private:
-    struct Bound {
-        QWidget* control = nullptr;
-        QString column = {};
-        std::function<QString()> read = {};
-        std::function<void(const QString&)> write = {};
-        std::function<void(bool)> lock = {};
-        Check check = {};
-        QString fresh = {};  ///< of a new row
-        bool entered = true;
-    };
-    void add(Bound bound);
+    void add(BoundField field, Check check);
     void orderTabs();
-    /// Something was typed or chosen since the adding or editing began.
-    bool hasInput() const;
     bool mayLoseInput(const QString& act);
     void cmdAdd();
     void cmdEdit();
@@ -203,9 +192,7 @@ class RecordForm : public widgets::Form {
     void leaveInput();  ///< back to Browse without an update
     void cmdDelete();
     void step(int by);
-    bool passesChecks();
-    /// After a refused update: every field that would be refused is framed and named, with its reason as tip.
-    void showFaults();
+    void showFaults();  ///< after a refused update
     void clearFaults();
     bool keyDiffers() const;
     void writeRow();
@@ -218,15 +205,14 @@ class RecordForm : public widgets::Form {
     void readRows();
     void standOn(const QStringList& key, int otherwise);
     QStringList keyOf(int row) const;
-    QString shownText(const Bound& bound) const;
+    QString shownText(const BoundField& field) const;
     bool takesKey(int key, bool control);
 
-    std::vector<Bound> bound_;
+    BoundFields fields_;
     RecordRows rows_;
     widgets::RecordBar bar_;
     QPushButton* help_;
     QLabel* faults_;
-    QStringList begun_;  ///< what the bound controls held when the adding or editing began
     State state_ = State::Browse;
     int row_ = -1;
     QStringList savedKey_;  ///< saved_bookmark: the row to return to
