@@ -99,6 +99,8 @@ QString columnDefinition(const Table& table, const Column& column) {
     const QString plain = column.name + u' ' + store::declarationOf(column.type);
     // The companions' files are theirs: what they store there is read as it comes.
     if (table.file != File::Kihon && table.file != File::Syouyo) return plain;
+    // These repeat values that were checked, a row an employee at each use.
+    if (table.lifetime == Lifetime::Derived || table.lifetime == Lifetime::Scratch) return plain;
     return plain + checkOf(column);
 }
 

@@ -19,6 +19,7 @@ enum class File {
 enum class Lifetime {
     Permanent,      ///< created with the company's files
     CreatedAtOpen,  ///< created with the company's files, or at the next open of a company that lacks it
+    Derived,        ///< created with the company's files, filled at each use from the others
     Scratch,        ///< dropped and created at each use
 };
 
@@ -42,7 +43,7 @@ const std::vector<Table>& catalog();
 const Table& tableNamed(const QString& name);
 /// The types of these columns, in this order; a column that the table does not have is a bug.
 std::vector<store::ColumnType> typesOf(const Table& table, const QStringList& columns);
-/// "<name> <type>" with the check of its form in the tables that are ours.
+/// "<name> <type>" with the check of its form in the tables that are ours and hold what nothing else holds.
 QString columnDefinition(const Table& table, const Column& column);
 /// "CREATE TABLE …" and, in Table::indexes, its "CREATE INDEX …" statements.
 QStringList createStatements(const Table& table);

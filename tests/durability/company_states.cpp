@@ -133,7 +133,7 @@ void removeEmployee(store::Connection& cn, int side) {
     copyEmployee(cn, schema::tableNamed(QStringLiteral("履歴書テーブル")), 0, copy.code);
     for (const personnel::Reference& each : personnel::codeReferences())
         if (each.table->columns[static_cast<std::size_t>(each.column)].name == u"社員Code" &&
-            each.table->lifetime == schema::Lifetime::Permanent)
+            each.table->lifetime != schema::Lifetime::Scratch)
             copyEmployee(each.table->file == schema::File::Hyouka ? hyouka : cn, *each.table, each.column,
                          copy.code);
     own.commit();
