@@ -72,7 +72,6 @@ void frmSHaibunjikkouK2::Form_Load() {
 }
 
 // ---- Place on the screen
-// -----------------------------------------------------------------------------------------
 
 void frmSHaibunjikkouK2::place() {
     if (const QWidget* main = forms::mainWindowOf(this))
@@ -98,7 +97,6 @@ void frmSHaibunjikkouK2::showResults(bool show) {
 }
 
 // ---- Choosing
-// ----------------------------------------------------------------------------------------------------
 
 void frmSHaibunjikkouK2::DataList1_Click() {
     dropCriterion();
@@ -163,7 +161,6 @@ void frmSHaibunjikkouK2::Option1_Click(Houshiki houshiki) {
 }
 
 // ---- Budgets and totals
-// ------------------------------------------------------------------------------------------
 
 /// The totals as the run's row holds them. One that no longer fits what it was computed from says so.
 void frmSHaibunjikkouK2::showTotals() {
@@ -189,7 +186,6 @@ void frmSHaibunjikkouK2::storeTypedBudget() {
 }
 
 // ---- The run
-// -----------------------------------------------------------------------------------------------------
 
 bool frmSHaibunjikkouK2::refused() {
     if (!picker_->requireSelection()) return true;
@@ -268,7 +264,6 @@ void frmSHaibunjikkouK2::Command1_Click() {
 }
 
 // ---- Payment coefficients
-// ----------------------------------------------------------------------------------------
 
 void frmSHaibunjikkouK2::Command6_Click() {
     forms::guarded(this, [this] {
@@ -280,7 +275,6 @@ void frmSHaibunjikkouK2::Command6_Click() {
 }
 
 // ---- Results
-// -----------------------------------------------------------------------------------------------------
 
 /// The run as it is chosen now, for one of its outputs.
 ShownRun frmSHaibunjikkouK2::shownRun() {

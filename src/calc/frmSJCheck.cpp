@@ -41,7 +41,6 @@ frmSJCheck::frmSJCheck(forms::House& house, const reports::SheetFolder& sheets, 
 }
 
 // ---- The screen's parts
-// ------------------------------------------------------------------------------------------
 
 void frmSJCheck::makeControls() {
     auto* title = make<QLabel>(QStringLiteral("Label5"),
@@ -115,7 +114,6 @@ void frmSJCheck::Form_Load() {
 }
 
 // ---- Choosing
-// ----------------------------------------------------------------------------------------------------
 
 void frmSJCheck::showMethod(bool show) {
     for (QWidget* part : std::initializer_list<QWidget*>{label3_, marker_[1], options_})
@@ -150,7 +148,6 @@ void frmSJCheck::tellEmployees(bool any) {
 }
 
 // ---- Sending
-// -----------------------------------------------------------------------------------------------------
 
 /// A criterion of typed amounts alone has neither bases nor coefficients to look at.
 bool frmSJCheck::refused() {

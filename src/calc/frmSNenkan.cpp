@@ -46,7 +46,6 @@ frmSNenkan::frmSNenkan(forms::House& house, const reports::SheetFolder& sheets, 
 }
 
 // ---- The screen's parts
-// ------------------------------------------------------------------------------------------
 
 void frmSNenkan::makeControls() {
     auto* title = make<QLabel>(QStringLiteral("Label5"), kTitle);
@@ -129,7 +128,6 @@ void frmSNenkan::Form_Load() {
 }
 
 // ---- Choosing dates
-// ----------------------------------------------------------------------------------------------
 
 void frmSNenkan::Text入力() {
     const auto empty = std::find_if(combo_.begin(), combo_.end(),
@@ -182,7 +180,6 @@ void frmSNenkan::Command6_Click() {
 }
 
 // ---- Results
-// -----------------------------------------------------------------------------------------------------
 
 bool frmSNenkan::requireDates() {
     if (std::all_of(combo_.begin(), combo_.end(),

@@ -64,7 +64,6 @@ BudgetBox::BudgetBox(QWidget* parent) : Card(parent) {
 }
 
 // ---- The parts
-// ---------------------------------------------------------------------------------------------------
 
 QLabel* BudgetBox::label(const QString& name, const QString& text) {
     auto* made = new QLabel(text, this);
@@ -154,7 +153,6 @@ void BudgetBox::dress(std::initializer_list<QLabel*> heads) {
 }
 
 // ---- What is shown
-// -----------------------------------------------------------------------------------------------
 
 void BudgetBox::bind(const RunBudget& row, const design::Kijun& kijun) {
     summed_ = kijun.uses;
@@ -212,7 +210,6 @@ void BudgetBox::showChange(bool changed) {
 }
 
 // ---- What is typed
-// -----------------------------------------------------------------------------------------------
 
 /// What is wrong with the amount in a budget box; empty when it may be stored.
 QString BudgetBox::problemOf(const QLineEdit* box) const {

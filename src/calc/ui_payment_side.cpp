@@ -31,7 +31,6 @@ PaymentSimulation PaymentSide::simulation() const {
 }
 
 // ---- What 支給係数修正 leads to
-// ----------------------------------------------------------------------------------
 
 bool PaymentSide::correct(store::Connection& connection, const domain::RunKey& run) {
     panel_->clearGrades();
@@ -74,7 +73,6 @@ bool PaymentSide::refuse(const QString& text) {
 }
 
 // ---- The panel in the window
-// -------------------------------------------------------------------------------------
 
 void PaymentSide::open(store::Connection& connection, const domain::RunKey& run) {
     preview_.emplace(connection, run);

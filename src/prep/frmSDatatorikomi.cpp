@@ -75,7 +75,7 @@ frmSDatatorikomi::frmSDatatorikomi(forms::House& house, QWidget* parent)
     Command1_->setFocus();
 }
 
-// ---- layout ----------------------------------------------------------------------------------------------
+// ---- layout
 
 void frmSDatatorikomi::build() {
     setMinimumSize(78 * widgets::kGrid, 54 * widgets::kGrid);
@@ -201,7 +201,7 @@ void frmSDatatorikomi::connectEvents() {
                         {Command3_[0], Command5_});
 }
 
-// ---- the three states ------------------------------------------------------------------------------------
+// ---- the three states
 
 void frmSDatatorikomi::setState(State state) {
     shinki_mode_ = state == State::NewDate;
@@ -276,7 +276,7 @@ bool frmSDatatorikomi::storeChosenText() {
     });
 }
 
-// ---- the input rules -------------------------------------------------------------------------------------
+// ---- the input rules
 
 QString frmSDatatorikomi::duplicateProblem(QDate kijunbi) const {
     store::Connection& cn = *house_.global.cn_main;
@@ -323,7 +323,7 @@ QDate frmSDatatorikomi::requireChosenDate() {
     return store::requireDate(DataList1_->boundText());
 }
 
-// ---- the commands ----------------------------------------------------------------------------------------
+// ---- the commands
 
 void frmSDatatorikomi::setDates(const personnel::PositionDates& dates) {
     house_.global.kijunbi = store::formatDate(dates.kijunbi);

@@ -46,7 +46,6 @@ store::Connection& frmSHaibunjikkouK::cn() const {
 }
 
 // ---- The screen's parts
-// ------------------------------------------------------------------------------------
 
 void frmSHaibunjikkouK::makeControls() {
     const auto marker = [this](const char16_t* name, const char16_t* step) {
@@ -111,7 +110,6 @@ void frmSHaibunjikkouK::connectEvents() {
 }
 
 // ---- Choosing
-// ----------------------------------------------------------------------------------------------
 
 void frmSHaibunjikkouK::allowList(bool allowed) {
     command4_->setEnabled(allowed);
@@ -155,7 +153,6 @@ void frmSHaibunjikkouK::tellState(bool employees, bool automatic) {
 }
 
 // ---- The run
-// -----------------------------------------------------------------------------------------------
 
 bool frmSHaibunjikkouK::refused() {
     if (!picker_->requireSelection()) return true;

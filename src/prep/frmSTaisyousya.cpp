@@ -84,7 +84,6 @@ frmSTaisyousya::frmSTaisyousya(forms::House& house, QWidget* parent)
 }
 
 // ---- The screen's parts
-// ------------------------------------------------------------------------------------------
 
 void frmSTaisyousya::makeControls() {
     auto* title = make<QLabel>(QStringLiteral("Label3"),
@@ -223,7 +222,6 @@ void frmSTaisyousya::Form_Load() {
 }
 
 // ---- What the table shows
-// ----------------------------------------------------------------------------------------
 
 const Assignment& frmSTaisyousya::future(int row) const {
     const auto planned = planned_.constFind(row);
@@ -305,7 +303,6 @@ std::vector<int> frmSTaisyousya::selectedRows() const {
 }
 
 // ---- Assigning
-// ---------------------------------------------------------------------------------------------------
 
 void frmSTaisyousya::plan(const Assignment& assignment) {
     for (int row : selectedRows()) planned_.insert(row, assignment);
