@@ -71,7 +71,7 @@ QString checkOf(const Column& column) {
             return QStringLiteral(" CHECK(%1 glob '[0-9][0-9][0-9][0-9]-[01][0-9]-[0-3][0-9]')")
                 .arg(column.name);
         case store::TypeKind::Currency:
-            return QStringLiteral(" CHECK(typeof(%1) in ('integer','null'))").arg(column.name);
+            return QStringLiteral(" CHECK(%1 = cast(%1 as integer))").arg(column.name);
         default:
             return {};
     }
