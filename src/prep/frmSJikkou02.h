@@ -1,5 +1,5 @@
 #pragma once
-#include "prep/ui_input_grid.h"
+#include "prep/ui_input_form.h"
 
 namespace prep {
 

@@ -8,7 +8,7 @@
 #include "forms/box.h"
 #include "forms/global_record.h"
 #include "forms/guard.h"
-#include "prep/ui_input_grid.h"
+#include "prep/ui_input_form.h"
 #include "widgets/layout.h"
 #include "widgets/theme.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "prep/evaluation_import.h"
-#include "prep/ui_input_grid.h"
+#include "prep/ui_input_form.h"
 
 namespace prep {
 

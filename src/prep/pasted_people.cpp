@@ -11,11 +11,10 @@ namespace {
 
 using Fate = PastedPerson::Fate;
 
-QList<QStringList> linesOf(QString text) {
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
-    QList<QStringList> lines;
-    for (const QString& line : text.split(u'\n'))
-        if (!line.trimmed().isEmpty()) lines << line.split(u'\t');
+/// Without the blank lines.
+QList<QStringList> linesOf(const QString& clipboard) {
+    QList<QStringList> lines = domain::pastedCells(clipboard);
+    lines.removeIf([](const QStringList& cells) { return cells.join(QString()).trimmed().isEmpty(); });
     return lines;
 }
 

@@ -2,6 +2,7 @@
 
 #include "prep/frmSJikkou04Sub.h"
 #include "prep/run_screens.h"
+#include "prep/ui_input_grid.h"
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include "prep/frmSJikkou03Sub.h"
 #include "prep/run_screens.h"
 #include "prep/snapshot.h"
+#include "prep/ui_input_grid.h"
 #include "widgets/theme.h"
 
 namespace {

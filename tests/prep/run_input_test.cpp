@@ -169,9 +169,10 @@ TEST(PastedPeople, AreWhoTheCodeMeansAndNobodyElse) {
 }
 
 TEST(CellRulesTest, PastedTextAndTheCalculatorKnowTheirLimits) {
-    EXPECT_EQ(prep::pastedColumn(u"1\r\n2\r\n\r\n"_s), (QStringList{u"1"_s, u"2"_s, QString()}));
+    EXPECT_EQ(domain::pastedCells(u"1\t3\r\n2\r\n\r\n"_s),
+              (QList<QStringList>{{u"1"_s, u"3"_s}, {u"2"_s}, {QString()}}));
     for (const QString& text : {u" ¥1,234 "_s, u"￥１，２３４"_s, u"\\1,234"_s})
-        EXPECT_EQ(prep::plainNumber(text), u"1,234"_s);
+        EXPECT_EQ(domain::plainNumber(text), u"1,234"_s);
     EXPECT_EQ(prep::keisan(u"5,000"_s, u"2"_s), u"2,500.000"_s);
     EXPECT_EQ(prep::keisan(u"0"_s, u"7"_s), u"0.000"_s);
     for (const auto& [above, below] :
