@@ -10,6 +10,10 @@ function(_mint_room target base)
     return()
   endif()
   add_library(${target} STATIC ${A_SOURCES})
+  # The toolkit's code generator does not look at a header that is new on its own.
+  set(headers ${A_SOURCES})
+  list(FILTER headers INCLUDE REGEX "h$")
+  set_target_properties(${target} PROPERTIES AUTOGEN_TARGET_DEPENDS "${headers}")
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(
     ${target}
