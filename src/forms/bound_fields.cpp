@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <algorithm>
+#include <memory>
 
 #include "domain/number_rule.h"
 #include "forms/box.h"
@@ -48,14 +49,22 @@ BoundField boundField(widgets::OptionRow* options, const QString& column) {
             .fresh = QStringLiteral("1")};
 }
 
+/// A flag that nobody set is shown as not checked and stays unset until it is.
 BoundField boundField(QCheckBox* box, const QString& column) {
-    const auto text = [](bool checked) { return store::Value(checked).toText(); };
+    const QString yes = store::Value(true).toText(), no = store::Value(false).toText();
+    const auto stored = std::make_shared<QString>();
     return {.control = box,
             .column = column,
-            .read = [box, text] { return text(box->isChecked()); },
-            .write = [box, text](const QString& stored) { box->setChecked(stored == text(true)); },
+            .read = [=] { return box->isChecked() ? yes
+                                 : *stored == yes ? no
+                                                  : *stored; },
+            .write =
+                [=](const QString& text) {
+                    *stored = text;
+                    box->setChecked(text == yes);
+                },
             .lock = [box](bool locked) { box->setEnabled(!locked); },
-            .fresh = text(false)};
+            .fresh = no};
 }
 
 void BoundFields::add(BoundField field) {

@@ -55,8 +55,27 @@ TEST_F(Company, HoldsEveryTableOfTheCatalogueInItsFile) {
             EXPECT_TRUE(rows.columnName(i) == column.name && rows.columnType(i) == column.type)
                 << table.name.toStdString() << i;
         }
+        QStringList indexes;
+        for (const QStringList& columns : table.indexes) indexes << columns.join(u',');
+        const QString listed =
+            u"select group_concat(c.name) from pragma_index_list('%1') i, pragma_index_info(i.name) c "
+            "group by i.seq order by i.seq desc"_s;
+        EXPECT_EQ(text(*cn, listed.arg(table.name)), indexes.join(u' ')) << table.name.toStdString();
     }
     Connection& kihon = *files[File::Kihon];
+    // Forms that would break comparisons don't come in.
+    for (const QString& wrong :
+         {u"履歴書テーブル(退職フラグ) values(1)"_s, u"会社テーブル(会社名) values('よい')"_s,
+          u"履歴書テーブル(生年月日) values('2003/4/1')"_s,
+          u"履歴書テーブル(生年月日) values('12003-04-01')"_s})
+        EXPECT_EQ(support::errorOf([&] { kihon.execute(u"insert into "_s + wrong); }).has_value(),
+                  !wrong.contains(u"よい"_s))
+            << wrong.toStdString();
+    for (const QString& wrong : {u"1.5"_s, u"'x'"_s, u"x'31'"_s})
+        EXPECT_TRUE(support::errorOf([&] {
+            files[File::Syouyo]->execute(u"insert into S実行予算(金一封合計) values(%1)"_s.arg(wrong));
+        })) << wrong.toStdString();
+    kihon.execute(u"delete from 会社テーブル where 会社名 = 'よい'"_s);
     EXPECT_EQ(text(kihon, u"select * from 世帯主区分マスタ"_s), u"1 － 2 世帯主 3 非世帯主"_s);
     EXPECT_EQ(text(kihon, u"select 会社名||自由マスタ1||自由マスタ5 from 会社テーブル"_s), u"未設定未設定"_s);
     EXPECT_EQ(text(kihon, u"select 婚姻区分,取得年月日 from 入力可・不可テーブル"_s), u"True True"_s);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "domain/kana.h"
+#include "domain/number_rule.h"
 #include "domain/years.h"
 
 namespace domain {
@@ -39,6 +40,31 @@ TEST(FieldRules, BytesOfTheCodePage) {
                                                 {u"𠮷"_s, 2},         {u"鷗é"_s, 4}, {u"〜"_s, 2},
                                                 {u"山田　太郎"_s, 10}};
     for (const auto& [text, bytes] : cases) EXPECT_EQ(byteCount(text), bytes) << text.toStdString();
+}
+
+TEST(NumberRule, TellsTheFirstFaultAndSeparatesThousands) {
+    const NumberRule rule{.label = u"単価"_s, .least = -1, .most = 9999.5, .decimals = 2};
+    const QString empty = u"未入力は許されません。"_s, wrong = u"数値の入力が正しくありません。"_s,
+                  many = u"小数点以下は2桁までです。"_s,
+                  outside = u"-1から9,999.5までの数値を入力してください。"_s;
+    const std::pair<QString, QString> cases[] = {
+        {u" "_s, empty},          {u"12,34"_s, wrong},   {u"1e3"_s, wrong},          {u"1.125"_s, many},
+        {u"9,999.51"_s, outside}, {u"-1.01"_s, outside}, {u"9,999.50"_s, QString()}, {u"-1"_s, QString()}};
+    for (const auto& [text, told] : cases) {
+        const QString fault = numberFault(text, rule).value_or(QString());
+        EXPECT_TRUE(fault.startsWith(told) && fault.isEmpty() == told.isEmpty()) << text.toStdString();
+        EXPECT_TRUE(fault.isEmpty() || fault.endsWith(u"･･･単価"_s));
+    }
+    EXPECT_FALSE(numberFault({}, {.label = {}, .emptyAllowed = true}));
+    EXPECT_TRUE(numberFault(u"1.0"_s, {})->startsWith(u"整数で入力してください。"_s));
+    const std::pair<QString, QString> shown[] = {{u"-1234567.125"_s, u"-1,234,567.125"_s},
+                                                 {u"999"_s, u"999"_s},
+                                                 {u"-100"_s, u"-100"_s},
+                                                 {u"1万"_s, u"1万"_s}};
+    for (const auto& [plain, separated] : shown) {
+        EXPECT_EQ(withSeparators(plain), separated);
+        EXPECT_EQ(withoutSeparators(separated), plain);
+    }
 }
 
 TEST(Kana, EachFormFromEachForm) {
