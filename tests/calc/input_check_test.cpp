@@ -66,7 +66,7 @@ TEST_F(InputCheck, TheSheetShowsWhatStandsInTheTablesAndLeavesNoTrace) {
             "(3.0,'000008','01','03','2026-12-10',1,1,1,'',1),"
             "(4.0,'000007','01','02','2026-12-10',1,1,1,'',1)"_s.arg(table));
     sql(u"insert into S実行個人別計算決定(社員Code,配分区分,配分基準,基準日,支給係数) values"
-        "('000010','01','02','2026-12-10',2.75),('000009','01','03','2026-12-10',9)"_s);
+        "('000010','01','02','2026-12-10',2.75),('000010','01','02','2026-12-10',8),('000009','01','03','2026-12-10',9)"_s);
     sql(u"create table SJCheck2(x)"_s);  // an older version may have left it
     const QString head = u"◆正社員／一般◆基礎額・係数の入力状況チェック"_s;
     EXPECT_EQ(sheet(Houshiki::Kojinbetsu),

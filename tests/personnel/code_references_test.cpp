@@ -11,6 +11,7 @@
 #include "personnel/code_change.h"
 #include "schema/catalog.h"
 #include "support/company_fixture.h"
+#include "support/store_probe.h"
 
 namespace personnel {
 namespace {
@@ -218,6 +219,18 @@ TEST_F(CodeReferences, SecondaryFilesStandByThemselves) {
         EXPECT_EQ(copy.value(0).toText() + copy.value(1).toText(), to.code + u"改名　花子"_s);
     }
     EXPECT_EQ(employeeHistory(*cn_, from.code).size(), 9u);  // four of people, five of runs
+    // A removal leaves the raise to the last, as the companion does.
+    chingin.execute(u"create table 順(表)"_s);
+    for (const schema::Table& table : schema::catalog())
+        if (table.file == File::Chingin)
+            chingin.execute(
+                u"create trigger 順%1 after delete on %1 begin insert into 順 values('%1'); end"_s.arg(
+                    table.name));
+    removeCode(company(), Referent::Syain, to);
+    const QStringList visited =
+        support::texts(chingin.query(u"select 表 from 順 order by rowid"_s)).split(u' ');
+    EXPECT_EQ(visited.size(), 12);
+    EXPECT_EQ(visited.mid(10), (QStringList{u"C改定ベア新賃金体系基本給"_s, u"C改定ベア新賃金体系手当"_s}));
     EXPECT_TRUE(employeeHistory(*cn_, to.code).empty());
 
     folder_.makeEmpty(u"乙社"_s);

@@ -143,6 +143,11 @@ TEST_F(Selection, TellsWhatCannotBeAskedAndTakesACodeForACompleteCondition) {
             EXPECT_EQ(text(form, u"Text1"_s), u"2026/12/1"_s);
             const QString choice = u"処理する人を選択してください。"_s, wrong = u"選択エラー"_s;
             told(choice, wrong, u"Command4"_s);
+            for (const QString& sign : {u"%"_s, u"_"_s, u"\\"_s}) {  // a reading, not a pattern
+                type(form, u"txtFields_1"_s, sign, Qt::Key_Tab);
+                told(kNobody, u"検索結果"_s, u"Command1"_s);
+            }
+            type(form, u"txtFields_1"_s, {}, Qt::Key_Tab);
             type(form, u"Text2"_s, u"40000"_s, Qt::Key_Tab);
             EXPECT_EQ(text(form, u"Text2"_s), u"40,000"_s);
             told(u"オーバーフローしました。"_s, {}, u"Command1"_s);

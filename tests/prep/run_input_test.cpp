@@ -41,6 +41,10 @@ TEST_F(RunInputTest, ReadsTheCriterionByNumberWithNamesAndWithoutWhoLeftTheSnaps
                                   u"00100010000氏名001000営業部課長"_s}));
     EXPECT_EQ(read(u"select 年齢, 配分区分Code, 配分基準Code, 所属大名 from IdoChuusyutsuMax3"_s),
               QStringList(3, u"40|01|01|営業部"_s));
+    // Two rows of one employee stand in the order in which they came.
+    prep::RunRowWriter(cn_, prep::RunTable::KojinBetsu, kRun.kijunbi).add(u"000010"_s, u"01"_s, u"01"_s);
+    sql(u"update S実行個人別計算 set 基礎額Ａ = 70000 where ID = (select max(ID) from S実行個人別計算)"_s);
+    EXPECT_EQ(load(u"基礎額Ａ"_s)[2].text, u"7"_s);
     sql(u"delete from IdoChuusyutsuMax2 where 社員Code = '000010'"_s);
     EXPECT_EQ(load(u"基礎額Ａ"_s).size(), 2U);
     sql(u"delete from S実行個人別計算"_s);

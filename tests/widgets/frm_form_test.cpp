@@ -17,7 +17,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-#include "widgets/code_list.h"
+#include "widgets/code_combo.h"
 #include "widgets/form.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -200,6 +200,9 @@ TEST(FormKeys, EnterFollowsTheTabOrderAndPressesOnlyTheFocusedButton) {
     EXPECT_TRUE(form.work->hasFocus());
     EXPECT_TRUE(form.isVisible());
     EXPECT_EQ(form.list->row(), -1) << "passing through a list chooses nothing";
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+    QApplication::sendEvent(form.work, &held);
+    EXPECT_EQ(form.worked, 1) << "held down, it goes no further";
     QTest::keyClick(form.work, Qt::Key_Escape);
     EXPECT_EQ(form.closed, 1);
     EXPECT_TRUE(form.isVisible());
@@ -341,7 +344,34 @@ TEST(CodeListChoice, ComesOncePerChoiceByMouseAndKeyboard) {
     QTest::keyClick(&list, Qt::Key_Return);
     clickAt(second);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, second);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+    QApplication::sendEvent(&list, &held);
     EXPECT_EQ(opened.count(), 2);
+}
+
+TEST(CodeComboChoice, ByDeleteAndByTheWheelOnlyWhereItIsMeant) {
+    EntryForm form;
+    auto* combo = new CodeCombo(&form);
+    combo->setItems({{u"01"_s, u"夏季"_s}, {u"02"_s, u"冬季"_s}});
+    form.open();
+    const auto wheel = [&] {
+        QWheelEvent turn({}, {}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(combo, &turn);
+    };
+    QSignalSpy chosen(combo, &CodeCombo::chosen);
+    for (const bool locked : {true, false}) {
+        combo->setCode(u"01"_s);
+        combo->setLocked(locked);
+        wheel();
+        QTest::keyClick(combo, Qt::Key_Delete);
+        EXPECT_EQ(combo->code(), locked ? u"01"_s : QString());
+    }
+    EXPECT_EQ(chosen.count(), 1);
+    combo->setCode(u"01"_s);
+    form.valid = true;
+    combo->setFocus();
+    wheel();
+    EXPECT_EQ(combo->code(), u"02"_s);
 }
 
 TEST(FormKeys, TheKeyOfAnOutputPressesItsButtonAndGoesRoundAmongSeveral) {
