@@ -119,7 +119,11 @@ TEST_F(Company, LinksFollowAMovedFolder) {
         Connection dao_db(at(File::Syouyo), company::sharedKey());
         dao_db.execute(u"update Sリンクテーブル set 接続='' where テーブル名='役職マスタ'"_s);
         dao_db.execute(u"insert into Sリンクテーブル values(null,'余分',';DATABASE=x;PWD=y;','余分')"_s);
+        const QString other =
+            u"ODBC;DATABASE="_s + at(File::Kihon);  // of another kind: checked, not rewritten
+        dao_db.execute(u"update Sリンクテーブル set 接続=? where テーブル名='コースマスタ'"_s, {other});
         EXPECT_TRUE(refresh_links(dao_db, at(File::Kihon), LinkPass::Kihon, error));
+        EXPECT_EQ(text(dao_db, u"select 接続 from Sリンクテーブル where テーブル名='コースマスタ'"_s), other);
         EXPECT_EQ(schema::linkedFiles(dao_db), (QStringList{path(File::Chingin), at(File::Kihon), u"x"_s}));
         EXPECT_TRUE(refresh_links(dao_db, at(File::Chingin), LinkPass::Chingin, error));
     }
