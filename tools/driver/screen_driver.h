@@ -65,7 +65,7 @@ class ScreenDriver : public QObject {
     struct AwaitedBox {
         forms::BoxRequest request;
         std::optional<forms::BoxIcon> icon;
-        forms::BoxAnswer answer;
+        forms::BoxAnswer answer{};
     };
     /// What is awaited, in order. What a step adds while it runs comes before what was awaited already: its
     /// own screens and boxes show first.
