@@ -73,16 +73,6 @@ TEST_F(SampleCompany, EveryCodeStandsInItsMaster) {
     for (const QString& from : wrong) EXPECT_EQ(count(from), 0) << from.toStdString();
 }
 
-TEST_F(SampleCompany, IsTheSameEveryTime) {
-    QTemporaryDir root;
-    const SampleOptions options{.dataDir = root.filePath(u"Data"_s)};
-    sample::makeSampleCompany(options);
-    const QByteArray first = support::dump(*cn_);
-    const QByteArray second = support::dump(*company::openMainConnection(options.dataDir, options.company));
-    EXPECT_GT(first.size(), 100000);
-    EXPECT_EQ(support::firstDifference(first, second), QByteArray());
-}
-
 TEST(SampleCompanyMaking, ReplacesOnlyWhenAskedAndLeavesNothingBeside) {
     QTemporaryDir root;
     SampleOptions options{.dataDir = root.filePath(u"Data"_s), .employees = 3, .earlierRuns = false};

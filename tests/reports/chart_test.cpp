@@ -45,14 +45,6 @@ TEST(Charts, GroupsStandInTheOrderOfTheirKeysAndSmallOnesAreSummedUp) {
         chart.content = stack;
     }
     EXPECT_EQ(describeItem(chart, 2), u"その他（2）　夏 4円　冬 1円　合計 5円"_s);
-
-    const Points points = overCategories(
-        {{u"2"_s, u"二級"_s, 7, u"a"_s}, {u"1"_s, u"一級"_s, 4, u"b"_s}, {u"1"_s, u"一級"_s, 3, u"c"_s}});
-    chart.content = points;
-    EXPECT_EQ(points.categories, (QStringList{u"一級"_s, u"二級"_s}));
-    EXPECT_EQ(describeItem(chart, 0) + describeItem(chart, 2), u"c　一級　3円a　二級　7円"_s);
-    EXPECT_NE(points.points[0].x, points.points[1].x);  // beside one another, in the room of their category
-    EXPECT_LT(std::abs(points.points[1].x), 0.5);
 }
 
 }  // namespace

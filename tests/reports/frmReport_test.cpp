@@ -142,23 +142,6 @@ class Preview : public testing::Test {
     frmReport form_{amounts(100), {}, nullptr};
 };
 
-TEST_F(Preview, PagesMoveByButtonsNumberAndKeys) {
-    EXPECT_EQ(control<QLabel>("lblPages")->text(), u"全 3 ページ"_s);
-    EXPECT_FALSE(control<QPushButton>("cmdPrevious")->isEnabled());
-    for (const auto& [key, page] :
-         {std::pair(Qt::Key_PageDown, 2), {Qt::Key_End, 3}, {Qt::Key_PageDown, 3}, {Qt::Key_PageUp, 2}}) {
-        QTest::keyClick(&form_, key);
-        EXPECT_EQ(form_.page(), page);
-        EXPECT_EQ(control<QPushButton>("cmdNext")->isEnabled(), page < 3);
-    }
-    control<QPushButton>("cmdLast")->click();
-    EXPECT_EQ(form_.page(), 3);
-    auto* field = control<QSpinBox>("txtPage");
-    EXPECT_EQ(field->value(), 3);
-    field->setValue(2);
-    EXPECT_EQ(form_.page(), 2);
-}
-
 TEST_F(Preview, PdfIsWrittenWholeOrNotAtAll) {
     QTemporaryDir folder;
     const QString path = folder.filePath(u"賞与.pdf"_s);

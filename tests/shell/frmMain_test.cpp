@@ -153,16 +153,6 @@ TEST_F(MainWindow, AnotherCompanyIsChosenOnlyAfterTheOpenOneMayBeClosed) {
     EXPECT_TRUE(global().companyOpen());
 }
 
-TEST_F(MainWindow, AnEmptyPanelBecomesThePromptOnActivation) {
-    for (const auto& [before, after] : {std::pair(u""_s, forms::kNoCompanyPrompt), {u"甲社"_s, u"甲社"_s}}) {
-        global().setCompanyPanel(before);
-        QEvent activate(QEvent::WindowActivate);
-        QCoreApplication::sendEvent(&main(), &activate);
-        EXPECT_EQ(text(main(), u"Panels_1"_s), after);
-    }
-    global().setCompanyPanel(forms::kNoCompanyPrompt);
-}
-
 TEST_F(MainWindow, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
     Program second(screens_, company_.programDir());
     second.setLockPath(company_.programDir() + u"/instance.lock"_s);

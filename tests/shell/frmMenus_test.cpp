@@ -131,20 +131,5 @@ TEST_F(Menu000, ACompanyThatCannotBeReadIsToldAndDoesNotCountAsOpen) {
     EXPECT_FALSE(global_.companyOpen());
 }
 
-TEST_F(Menu000, ItsButtonsOpenWhatIsBuilt) {
-    const std::pair<QString, QString> buttons[] = {{u"Command3"_s, u"frmMenuJinji"_s},
-                                                   {u"Command4"_s, u"frmMenuSSyouyo"_s},
-                                                   {u"Command6"_s, u"frmHDataPrint"_s}};
-    for (const auto& button : buttons) addScreen(button.second);
-    open([&](QDialog& menu) {
-        EXPECT_FALSE(enabled(menu, u"Command1"_s) || enabled(menu, u"Command2"_s));
-        for (const auto& [control, screen] : buttons) {
-            driver_.onScreen(screen, [](QDialog& child) { child.reject(); });
-            click(menu, control);
-        }
-        press(menu, Qt::Key_Escape);
-    });
-}
-
 }  // namespace
 }  // namespace shell

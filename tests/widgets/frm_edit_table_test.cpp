@@ -100,11 +100,13 @@ TEST(EditTableTest, FillsSeveralColumns) {
     form.told.clear();
     form.paste(u"5\tＢ\n6\tＣ\n"_s);
     form.paste(u"5\tＢ\tＢ"_s);
+    form.paste(u"5\n6\n7"_s);
     form.keys({Qt::Key_Tab});
     form.paste(u"Ａ\tＡ"_s);
     const QString none = u"\n貼り付けは行いません。"_s;
     EXPECT_EQ(form.told, (QStringList{u"!2行目の値（2 名）を入力できません。\n一覧にない値です。"_s + none,
                                       u"!貼り付ける値は3列ありますが、この列から右は2列です。"_s + none,
+                                      u"!貼り付ける値は3行ありますが、この行から下は2行です。"_s + none,
                                       u"!貼り付ける値は2列ありますが、この列から右は1列です。"_s + none}));
     EXPECT_EQ(form.texts(), u"1Ａ2Ａ3Ｂ"_s);
     form.keys({Qt::Key_Backtab});
@@ -115,6 +117,9 @@ TEST(EditTableTest, FillsSeveralColumns) {
               u"コード\t名称\t係数\t評語\n0\t名\t1\tＡ"_s);
     form.keys({Qt::Key_Z}, Qt::ControlModifier);
     EXPECT_EQ(form.texts(), u"1Ａ2Ａ3Ｂ"_s);
+    form.keys({Qt::Key_Y}, Qt::ControlModifier);
+    EXPECT_EQ(form.texts(), u"1Ａ5Ｂ6Ａ"_s);
+    form.table->undo();
     form.table->give({{{0, 0}, u"7"_s}, {{2, 1}, u"Ａ"_s}, {{1, 0}, u"2.0"_s}});
     EXPECT_EQ(form.texts(), u"7Ａ2Ａ3Ａ"_s);  // what is the same number stays as it was
     form.table->undo();
