@@ -153,7 +153,7 @@ TEST_F(Records, OfFamilyAreUniqueByRelationAndShowNames) {
     };
     setSex(u"1"_s);
     const QStringList before = stored(u"氏名, 続柄, 性別, 扶養, 同居, 障害"_s, u"家族テーブル"_s);
-    global_.cn_main->execute(u"update 入力可・不可テーブル set フリガナ = 0"_s);
+    global_.cn_main->execute(u"update 入力可・不可テーブル set フリガナ = 0, 氏名 = null"_s);
     setSex({});
     open<personnel::frmJinjiKazoku>([&](QDialog& form) {
         ASSERT_EQ(rows(form, u"DataGrid1"_s, 3).size(), 2);

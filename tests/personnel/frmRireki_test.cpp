@@ -79,7 +79,7 @@ TEST_F(Rireki, ChecksEachFieldAndOffersTheFirstTransferOfANewPerson) {
     const QStringList good = {
         u"7777"_s, u"新人　花子"_s, u"ｼﾝｼﾞﾝ"_s, u"2000/12/2"_s, u"H13.4.1"_s, u"100-0001"_s, {}, {}, {}, {}};
     sql(u"UPDATE 会社テーブル SET 自由マスタ1 = '組合', 自由マスタ2 = '未設定'"_s);
-    sql(u"UPDATE 入力可・不可テーブル SET 自由1 = -1, 自由2 = -1, 住宅区分 = -1, 出身地 = 0, 婚姻区分 = 0, 採用区分 = 0, 自由3 = 0, 自由4 = 0, 自由5 = 0"_s);
+    sql(u"UPDATE 入力可・不可テーブル SET 自由1 = -1, 自由2 = -1, 住宅区分 = null, 出身地 = 0, 婚姻区分 = 0, 採用区分 = 0, 自由3 = 0, 自由4 = 0, 自由5 = 0"_s);
     rireki([&](QDialog& form) {
         click(form, u"cmdAdd"_s);
         for (const auto& each : refused) {
@@ -329,14 +329,14 @@ TEST_F(Rireki, WhoRetiresLeavesTheStaffOnceItIsConfirmed) {
 }
 
 TEST_F(Rireki, AnItemWithoutACheckMarkIsNotKept) {
-    sql(u"UPDATE 入力可・不可テーブル SET 自由3 = -1, 住所2 = -1, 取得年月日 = 0"_s);
+    sql(u"UPDATE 入力可・不可テーブル SET 自由3 = -1, 住所2 = null, 取得年月日 = 0"_s);
     sql(u"UPDATE 会社テーブル SET 自由マスタ2 = 'R&D区分', 自由マスタ3 = '未設定'"_s);
     const QString flags = u"SELECT 自由3,住所2,取得年月日 FROM 入力可・不可テーブル"_s;
     for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes})
         open<personnel::frmJinjiCheck>([&](QDialog& form) {
             EXPECT_FALSE(enabled(form, u"Check1_12"_s));
             EXPECT_EQ(text(form, u"Check1_11"_s) + text(form, u"Check1_5"_s), u"R&&D区分ｔｅｌ"_s);
-            EXPECT_EQ(read(flags), QStringList(u"False|True|False"_s));
+            EXPECT_EQ(read(flags), QStringList(u"False|-|False"_s));
             click(form, u"Check1_4"_s);
             click(form, u"Check1_25"_s);
             driver_.expectBox(u"内容を変更します。\nよろしいですか。"_s, u"更新の確認"_s, answer);
