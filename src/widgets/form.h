@@ -17,6 +17,7 @@ class QPushButton;
 namespace widgets {
 
 class ContentsArea;
+class LeaveCheck;
 
 /// What every screen is made of: a modal dialog with the habits of the house. Its object name is the screen's
 /// name (frmSDatatorikomi); each control bears its given name (Command1, Text1_0, Label3).
@@ -99,7 +100,6 @@ class Form : public QDialog {
     }
 
   private:
-    class Watch;
     void moveOn(QWidget* from);
     QPushButton* helpButton() const;
     bool pressesOutput(const QKeyEvent* event);
@@ -110,7 +110,7 @@ class Form : public QDialog {
 
     QAbstractButton* cancel_ = nullptr;
     std::vector<std::pair<QPushButton*, Output>> outputs_;
-    std::unique_ptr<Watch> watch_;
+    std::unique_ptr<LeaveCheck> watch_;
     QPointer<ContentsArea> contents_;
     QPointer<QLabel> cause_;
     bool arranged_ = false;
