@@ -122,6 +122,13 @@ void CodeList::keyPressEvent(QKeyEvent* event) {
     QListView::keyPressEvent(event);
 }
 
+// Without a choice the base class goes to the first line, whichever key was pressed.
+QModelIndex CodeList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const bool fromEnd = action == MoveEnd || action == MoveUp || action == MovePageUp;
+    if (!currentIndex().isValid() && fromEnd && count() > 0) return model_->index(count() - 1, 0);
+    return QListView::moveCursor(action, modifiers);
+}
+
 void CodeList::mousePressEvent(QMouseEvent* event) {
     pressed_ = event->button() == Qt::LeftButton;
     QListView::mousePressEvent(event);
