@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include "company/company_set.h"
 #include "company/key.h"
 #include "company/main_connection.h"
 #include "schema/files.h"
@@ -73,11 +74,12 @@ QStringList companyFolders(const QString& dataDir) {
                            QStringLiteral("会社のデータを置くフォルダが見つかりません。\n") +
                                QDir::toNativeSeparators(dataDir));
     }
+    recoverSets(dataDir);
     QStringList names;
     QDirIterator folders(dataDir, QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
     while (folders.hasNext()) {
         folders.next();
-        // A company's name never begins with a dot: that is a company whose creation was cut off.
+        // A company's name never begins with a dot: that is a change of one, and a lock.
         if (!folders.fileName().startsWith(u'.')) names.append(folders.fileName());
     }
     return names;
@@ -85,16 +87,16 @@ QStringList companyFolders(const QString& dataDir) {
 
 OpenedCompany openCompany(const Places& places, const QString& company, std::unique_ptr<CompanyLock>& held) {
     const Place place{places, company};
-    const QString folder = places.data + u'/' + company;
     OpenedCompany opened;
-    const bool ours = held && held->folder() == folder;
+    const bool ours = held && held->folder() == places.data + u'/' + company;
     // A folder that is no company gets no lock file; opening the bonus database tells what is wrong with it.
     if (!ours && QFileInfo::exists(place.path(schema::File::Syouyo))) {
-        opened.lock = CompanyLock::acquire(folder);
+        opened.lock = CompanyLock::acquire(places.data, company);
         if (!opened.lock) {
             opened.outcome = OpenedCompany::Outcome::InUse;
             return opened;
         }
+        recoverSet(*opened.lock);
     }
     opened.outcome = openAt(place, opened);
     if (ours) opened.lock = std::move(held);

@@ -10,7 +10,8 @@
 namespace company {
 
 /// The companies are the subfolders of `dataDir`, in the order in which the file system gives them; files do
-/// not count, nor what a creation that was cut off left. Throws store::Error when the folder is not there.
+/// not count. A change of a company that was cut off is carried to its end first, or taken back. Throws
+/// store::Error when the folder is not there.
 QStringList companyFolders(const QString& dataDir);
 
 /// The company opened last, as the settings remember it; empty when it remembers none.

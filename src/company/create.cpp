@@ -2,11 +2,12 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QScopeGuard>
-#include <QUuid>
 #include <functional>
 
+#include "company/company_files.h"
+#include "company/company_set.h"
 #include "company/key.h"
+#include "company/master_templates.h"
 #include "domain/coefficients.h"
 #include "schema/files.h"
 #include "schema/links.h"
@@ -17,26 +18,7 @@
 namespace company {
 namespace {
 
-/// A company's name names a folder and the start of four file names, on every system.
-void requireCompanyName(const QString& company) {
-    bool usable = !company.isEmpty() && company == company.trimmed() && !company.startsWith(u'.') &&
-                  !company.endsWith(u'.');
-    for (const QChar c : company) usable = usable && c >= u' ' && !QStringLiteral("\\/:*?\"<>|").contains(c);
-    if (!usable)
-        throw store::Error(store::Error::Reason::Type,
-                           QStringLiteral("会社名に使用できない文字が含まれています。"));
-}
-
-[[noreturn]] void throwNotCreated(const QString& what) {
-    throw store::Error(store::Error::Reason::NotOpen,
-                       QStringLiteral("会社のフォルダ「%1」を作成できません。").arg(what));
-}
-
-void insertRow(store::Connection& connection, const schema::Table& table, const store::Binds& values) {
-    QStringList marks;
-    for (std::size_t i = 0; i < values.size(); ++i) marks << QStringLiteral("?");
-    connection.execute(QStringLiteral("insert into %1 values(%2)").arg(table.name, marks.join(u',')), values);
-}
+using schema::insertRow;
 
 /// The masters that every company has alike; "1" means not stated.
 void fillFixedMasters(store::Connection& kihon) {
@@ -62,15 +44,21 @@ void fillFixedMasters(store::Connection& kihon) {
     }
 }
 
-void fillSingleRows(store::Connection& kihon) {
+void fillSingleRows(store::Connection& kihon, const NewCompany& made) {
     namespace company = schema::tables::会社テーブル;
     store::Binds row(company::kColumns);
-    row[company::会社名] = u"";
-    for (std::size_t i = company::自由マスタ1; i <= company::自由マスタ5; ++i) row[i] = u"未設定";
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        const QString text = made.profile.value(static_cast<qsizetype>(i));
+        if (i == company::会社名 || !text.isEmpty()) row[i] = text;
+        if (i >= company::自由マスタ1 && text.isEmpty()) row[i] = u"未設定";
+    }
     insertRow(kihon, schema::tableNamed(QString::fromUtf16(company::kName)), row);
-    namespace input = schema::tables::入力可不可テーブル;
-    insertRow(kihon, schema::tableNamed(QString::fromUtf16(input::kName)),
-              store::Binds(input::kColumns, store::Value(true)));
+    const schema::Table& input =
+        schema::tableNamed(QString::fromUtf16(schema::tables::入力可不可テーブル::kName));
+    store::Binds flags;
+    for (const schema::Column& column : input.columns)
+        flags.push_back(!made.unusedItems.contains(column.name));
+    insertRow(kihon, input, flags);
 }
 
 /// The eighteen coefficients under their standard names, as a company starts with them.
@@ -91,44 +79,54 @@ void fillLinks(store::Connection& syouyo, const QString& dataDir, const QString&
     fill(schema::kihonLinks(), schema::File::Kihon);
 }
 
-void createFile(const QString& path, schema::File file, const std::function<void(store::Connection&)>& fill) {
+void createFile(const QString& path, const std::function<void(store::Connection&)>& fill) {
     store::Connection connection(path, sharedKey(), store::Connection::Mode::Create);
     store::Work work(connection);
-    schema::createTables(connection, file);
     fill(connection);
     work.commit();
 }
 
 }  // namespace
 
-void createCompany(const QString& dataDir, const QString& company, CompanionFiles companions) {
-    requireCompanyName(company);
-    const QDir data(dataDir);
-    const QString folder = data.absoluteFilePath(company);
-    if (QFileInfo::exists(folder))
+void createCompany(const QString& dataDir, const NewCompany& made) {
+    using schema::File;
+    const QString company = made.name;
+    if (const QString fault = companyNameFault(company); !fault.isEmpty())
+        throw store::Error(store::Error::Reason::Type, fault);
+    const QString folder = QDir(dataDir).absoluteFilePath(company);
+    if (!QDir().mkpath(dataDir))
+        throw store::Error(store::Error::Reason::NotOpen,
+                           QStringLiteral("会社のフォルダ「%1」を作成できません。").arg(company));
+    const auto lock = CompanyLock::acquire(dataDir, company);
+    if (!lock || QFileInfo::exists(folder))
         throw store::Error(store::Error::Reason::NotOpen,
                            QStringLiteral("会社「%1」は既に存在します。").arg(company));
-    // Built aside and then renamed: half a company never shows in a list of companies.
-    const QString aside =
-        data.absoluteFilePath(QStringLiteral(".%1").arg(QUuid::createUuid().toString(QUuid::Id128)));
-    if (!data.mkpath(aside)) throwNotCreated(company);
-    auto cleanUp = qScopeGuard([&aside] { QDir(aside).removeRecursively(); });
-    const auto pathOf = [&](schema::File file) {
-        return QDir(aside).filePath(schema::fileName(company, file));
+    NewSet set(*lock);
+    const auto create = [&](File file, const std::function<void(store::Connection&)>& fill = {}) {
+        createFile(set.folder() + u'/' + schema::fileName(company, file), [&](store::Connection& connection) {
+            schema::createTables(connection, file);
+            if (fill) fill(connection);
+        });
     };
-    const auto nothing = [](store::Connection&) {};
-    createFile(pathOf(schema::File::Kihon), schema::File::Kihon, [](store::Connection& kihon) {
+    create(File::Kihon, [&](store::Connection& kihon) {
         fillFixedMasters(kihon);
-        fillSingleRows(kihon);
+        fillSingleRows(kihon, made);
+        for (const MasterTemplate& master : masterTemplates())
+            if (made.masters.contains(master.table)) fillMaster(kihon, master, made.since);
     });
-    if (companions.chingin) createFile(pathOf(schema::File::Chingin), schema::File::Chingin, nothing);
-    if (companions.hyouka) createFile(pathOf(schema::File::Hyouka), schema::File::Hyouka, nothing);
-    createFile(pathOf(schema::File::Syouyo), schema::File::Syouyo, [&](store::Connection& syouyo) {
+    if (made.companions.chingin) create(File::Chingin);
+    if (made.companions.hyouka) create(File::Hyouka);
+    create(File::Syouyo, [&](store::Connection& syouyo) {
         fillCoefficientNames(syouyo);
         fillLinks(syouyo, dataDir, company);
     });
-    if (!QDir().rename(aside, folder)) throwNotCreated(company);
-    cleanUp.dismiss();
+    if (made.companions.others)
+        for (const QString& name : databaseNames(company).mid(4))
+            createFile(set.folder() + u'/' + name, [](store::Connection& empty) {
+                empty.executeScript(
+                    QStringLiteral("PRAGMA user_version=1"));  // or the file stays without a page
+            });
+    set.putInPlace();
 }
 
 }  // namespace company

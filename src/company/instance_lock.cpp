@@ -34,17 +34,21 @@ QString InstanceLock::defaultPath() {
     return folder + QStringLiteral("/hinata-mint-") + QDir::home().dirName() + QStringLiteral(".lock");
 }
 
-CompanyLock::CompanyLock(QString folder, std::unique_ptr<store::Connection> file)
-    : folder_(std::move(folder)), file_(std::move(file)) {}
+CompanyLock::CompanyLock(QString dataDir, QString company, std::unique_ptr<store::Connection> file)
+    : dataDir_(std::move(dataDir)), company_(std::move(company)), file_(std::move(file)) {}
 
-std::unique_ptr<CompanyLock> CompanyLock::acquire(const QString& folder) {
-    const QString path = folder + u'/' + fileName();
+QString CompanyLock::pathOf(const QString& dataDir, const QString& company) {
+    return dataDir + QStringLiteral("/.lock.") + company;
+}
+
+std::unique_ptr<CompanyLock> CompanyLock::acquire(const QString& dataDir, const QString& company) {
+    const QString path = pathOf(dataDir, company);
     provideLockFile(path);
     const QFileInfo info(path);
     if (!info.isFile() || !info.isWritable()) {
-        throw store::Error(
-            store::Error::Reason::ReadOnly,
-            QStringLiteral("会社のフォルダに書き込めません。\n") + QDir::toNativeSeparators(folder));
+        throw store::Error(store::Error::Reason::ReadOnly,
+                           QStringLiteral("会社のデータを置くフォルダに書き込めません。\n") +
+                               QDir::toNativeSeparators(dataDir));
     }
     try {
         // Nothing is ever written into the file: no key, and the mode that accepts an empty file.
@@ -52,7 +56,8 @@ std::unique_ptr<CompanyLock> CompanyLock::acquire(const QString& folder) {
             std::make_unique<store::Connection>(path, store::Key::none(), store::Connection::Mode::Create);
         file->executeScript(QStringLiteral("PRAGMA busy_timeout = 0"));  // refused at once, not after a wait
         file->executeScript(QStringLiteral("BEGIN IMMEDIATE"));
-        return std::unique_ptr<CompanyLock>(new CompanyLock(folder, std::move(file)));
+        QFile::remove(dataDir + u'/' + company + u'/' + formerFileName());
+        return std::unique_ptr<CompanyLock>(new CompanyLock(dataDir, company, std::move(file)));
     } catch (const store::Error& error) {
         if (error.reason() == store::Error::Reason::Locked) return nullptr;
         throw;

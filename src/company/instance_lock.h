@@ -23,20 +23,24 @@ class InstanceLock {
 };
 
 /// One process at a time works on a company, whichever account or machine it runs under: an exclusive lock of
-/// the operating system on a file in the company's folder. It goes with the process, so there is no stale
-/// lock to judge; the empty file itself stays.
+/// the operating system on a file beside the company's folder, so that the folder itself can be exchanged. It
+/// goes with the process, so there is no stale lock to judge; the empty file itself stays.
 class CompanyLock {
   public:
-    /// Locks the company in `folder`. Null when another process (or another lock of this one) holds it.
-    /// Throws store::Error when the folder cannot be written.
-    static std::unique_ptr<CompanyLock> acquire(const QString& folder);
-    const QString& folder() const { return folder_; }
-    /// The lock file's name within a company's folder.
-    static QString fileName() { return QStringLiteral("使用中.lock"); }
+    /// Locks the company, which need not stand yet. Null when another process (or another lock of this one)
+    /// holds it. Throws store::Error when the Data folder cannot be written.
+    static std::unique_ptr<CompanyLock> acquire(const QString& dataDir, const QString& company);
+    const QString& dataDir() const { return dataDir_; }
+    const QString& company() const { return company_; }
+    QString folder() const { return dataDir_ + u'/' + company_; }
+    /// The lock file's path.
+    static QString pathOf(const QString& dataDir, const QString& company);
+    /// The lock file of earlier versions, within the company's folder; it means nothing any more.
+    static QString formerFileName() { return QStringLiteral("使用中.lock"); }
 
   private:
-    CompanyLock(QString folder, std::unique_ptr<store::Connection> file);
-    QString folder_;
+    CompanyLock(QString dataDir, QString company, std::unique_ptr<store::Connection> file);
+    QString dataDir_, company_;
     std::unique_ptr<store::Connection> file_;  ///< holds its transaction open
 };
 

@@ -8,6 +8,8 @@ struct Places {
     QString program;  ///< the program's folder, where a companion program stands too
     QString data;     ///< the folder of the companies' folders
     QString settings() const { return program + QStringLiteral("/mint.ini"); }
+    /// The folder of the backups: one folder a company, and the program's own copies apart.
+    QString backups() const { return program + QStringLiteral("/BackupDB"); }
 };
 
 /// The companies stand in "Data" beside the program.

@@ -77,6 +77,11 @@ void createTables(store::Connection& connection, File file) {
     setVersion(connection, QStringLiteral("main"), kSchemaVersion);
 }
 
+void insertRow(store::Connection& connection, const Table& table, const store::Binds& values) {
+    const QStringList marks(static_cast<qsizetype>(values.size()), QStringLiteral("?"));
+    connection.execute(QStringLiteral("insert into %1 values(%2)").arg(table.name, marks.join(u',')), values);
+}
+
 void createMissingTables(store::Connection& cnMain) {
     for (const Table& table : catalog())
         if (table.lifetime == Lifetime::CreatedAtOpen && !cnMain.hasTable(table.name))

@@ -10,6 +10,9 @@ inline constexpr int kSchemaVersion = 2;
 /// Makes the tables of `file` in the empty database `connection` and gives it the version.
 void createTables(store::Connection& connection, File file);
 
+/// A row of a table of `main`: a value for each column, in their order.
+void insertRow(store::Connection& connection, const Table& table, const store::Binds& values);
+
 /// At each open, in this order: Sshikyuukeisuu, SshikyuukeisuuHA, Tanka_hasuu are created where they are
 /// missing.
 void createMissingTables(store::Connection& cnMain);

@@ -146,7 +146,9 @@ TEST_F(CompanyOpen, FilesThatCannotBeOpenedAreErrorsAndStayAsTheyAre) {
 }
 
 TEST_F(CompanyOpen, AFolderWithoutAPlaceForTheLockIsRefusedUntouched) {
-    ASSERT_TRUE(QDir().mkpath(company_.companyDir() + u'/' + CompanyLock::fileName()));
+    const QString place = CompanyLock::pathOf(company_.dataDir(), company_.company());
+    QFile::remove(place);
+    ASSERT_TRUE(QDir().mkpath(place));
     const QByteArray before = company_.fingerprint();
     EXPECT_EQ(failure(), Reason::ReadOnly);
     EXPECT_EQ(company_.fingerprint(), before);
@@ -155,12 +157,12 @@ TEST_F(CompanyOpen, AFolderWithoutAPlaceForTheLockIsRefusedUntouched) {
 /// Another process that holds the company until it is killed.
 class Holder {
   public:
-    explicit Holder(const QString& folder) {
+    Holder(const QString& dataDir, const QString& company) {
         int ready[2];
         EXPECT_EQ(pipe(ready), 0);
         pid_ = fork();
         if (pid_ == 0) {
-            const auto lock = CompanyLock::acquire(folder);
+            const auto lock = CompanyLock::acquire(dataDir, company);
             const char answer = lock ? 'y' : 'n';
             if (write(ready[1], &answer, 1) != 1) _exit(1);
             for (;;) pause();
@@ -185,7 +187,7 @@ class Holder {
 
 TEST_F(CompanyOpen, OneProcessAtATime) {
     const QByteArray before = company_.fingerprint();
-    Holder other(company_.companyDir());
+    Holder other(company_.dataDir(), company_.company());
     const OpenedCompany refused = open();
     EXPECT_EQ(refused.outcome, Outcome::InUse);
     EXPECT_EQ(refused.cn_main, nullptr);

@@ -32,7 +32,7 @@ class Company : public testing::Test {
     QString path(File file) const { return schema::filePath(data(), name_, file); }
     Connection file(File which) const { return Connection(path(which), company::sharedKey()); }
     QStringList folders() const {
-        return QDir(data()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return QDir(data()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
     }
     static QString text(Connection& cn, const QString& sql) { return support::texts(cn.query(sql)); }
     std::optional<Reason> openReason() const {
@@ -93,8 +93,8 @@ TEST_F(Company, IsCreatedWholeOrNotAtAll) {
     const auto refused = [&](const QString& company) {
         return support::errorOf([&] { company::createCompany(data(), company, {}); }).has_value();
     };
-    for (const QString& company :
-         {u""_s, u".."_s, u"a/b"_s, u"a\\b"_s, u"a:b"_s, u" a"_s, u".a"_s, u"a."_s, name_})
+    for (const QString& company : {u""_s, u".."_s, u"a/b"_s, u"a\\b"_s, u"a:b"_s, u" a"_s, u".a"_s, u"a."_s,
+                                   u"a'b"_s, u"nul"_s, u"Com1.x"_s, QString(41, u'会'), name_})
         EXPECT_TRUE(refused(company)) << company.toStdString();
     FaultVfs::arm(FaultVfs::Operation::Write, std::numeric_limits<qint64>::max());
     EXPECT_FALSE(refused(u"数"_s));

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "company/company_open.h"
 #include "company/key.h"
 #include "forms/menu_form.h"
 #include "support/house_screens.h"
@@ -99,9 +100,9 @@ TEST_F(DBSentaku, OpensTheCompanyByKeyboardAndShowsTheMenuInItsPlace) {
     EXPECT_EQ(global_.panels.folder, u"甲社"_s);
     EXPECT_FALSE(global_.companyOpen()) << "the menu's load counts the company as open";
     EXPECT_FALSE(global_.link_kihon_pass || global_.link_chingin_pass);
-    EXPECT_EQ(CompanyLock::acquire(company_.companyDir()), nullptr);
+    EXPECT_EQ(CompanyLock::acquire(company_.dataDir(), u"甲社"_s), nullptr);
     global_.closeCompany();
-    EXPECT_NE(CompanyLock::acquire(company_.companyDir()), nullptr);
+    EXPECT_NE(CompanyLock::acquire(company_.dataDir(), u"甲社"_s), nullptr);
 }
 
 TEST_F(DBSentaku, AFailedLinkIsToldAndEndsTheProcess) {
@@ -135,7 +136,7 @@ TEST_F(DBSentaku, WithoutTheCompanionTheScreenStaysAndTheConnectionToo) {
 }
 
 TEST_F(DBSentaku, RefusesACompanyInUseAndADamagedOne) {
-    auto other = CompanyLock::acquire(company_.companyDir());
+    auto other = CompanyLock::acquire(company_.dataDir(), u"甲社"_s);
     ASSERT_NE(other, nullptr);
     show([&](QDialog& form) {
         assignTold(form,
