@@ -1,0 +1,298 @@
+// A company's files as a whole: exchange, backup, restoring, compaction, and what a crash leaves of each.
+#include "company/company_set.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+#include "company/backup.h"
+#include "company/compaction.h"
+#include "company/company_open.h"
+#include "company/key.h"
+#include "support/company_fixture.h"
+#include "support/fault_vfs.h"
+#include "support/store_probe.h"
+
+namespace company {
+namespace {
+
+using namespace Qt::StringLiterals;
+using schema::File;
+using Reason = store::Error::Reason;
+
+void put(const QString& path, const QByteArray& text = "x") {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+}
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("-");
+}
+QStringList names(const QString& folder) {
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+class CompanySet : public testing::Test {
+  protected:
+    static void SetUpTestSuite() { FaultVfs::install(); }
+    void SetUp() override { company_.makeSample(); }
+    void TearDown() override { FaultVfs::disarm(); }
+
+    QString data() const { return company_.dataDir(); }
+    Places places() const { return placesOf(company_.programDir()); }
+    std::unique_ptr<CompanyLock> lock(const QString& name = {}) const {
+        return CompanyLock::acquire(data(), name.isEmpty() ? company_.company() : name);
+    }
+    std::optional<Backup> backUp(const QString& target, const store::Progress& progress = {}) const {
+        return makeBackup(company_.companyDir(), company_.company(), target, {}, progress);
+    }
+    void change(const QString& sql) const { company_.open()->execute(sql); }
+    /// What a company's folder holds, whatever its name is.
+    QByteArray rowsIn(const QString& dataDir, const QString& name) const {
+        QByteArray all;
+        for (const QString& database : databaseNames(name)) {
+            const QString path = dataDir + u'/' + name + u'/' + database;
+            if (!QFileInfo::exists(path)) continue;
+            store::Connection file(path, sharedKey());
+            all += support::dump(file);
+        }
+        return all;
+    }
+
+    support::CompanyFolder company_;
+    QTemporaryDir elsewhere_;
+};
+
+// Every state that a crash can leave is carried to its end or taken back when the companies are listed.
+TEST_F(CompanySet, EveryStateOfAChangeEndsAsOldOrNew) {
+    const struct {
+        QStringList stand;
+        QByteArray becomes;  // what X holds then; "-": there is no X
+    } states[] = {
+        {{u"X"_s, u".new.X"_s}, "X"},
+        {{u".new.X"_s}, "-"},
+        {{u"X"_s, u".ready.X"_s}, ".ready.X"},
+        {{u".ready.X"_s}, ".ready.X"},
+        {{u".ready.X"_s, u".old.X"_s}, ".ready.X"},
+        {{u"X"_s, u".old.X"_s}, "X"},
+        {{u".old.X"_s}, "-"},
+        {{u"X"_s, u".ready.X"_s, u".old.X"_s, u".new.X"_s}, ".ready.X"},
+    };
+    for (const auto& state : states) {
+        SCOPED_TRACE(state.stand.join(u' ').toStdString());
+        const QTemporaryDir folder;
+        for (const QString& name : state.stand) put(folder.filePath(name + u"/file"_s), name.toUtf8());
+        const QStringList listed = companyFolders(folder.path());
+        EXPECT_EQ(listed.join(u' '), state.becomes == "-" ? QString() : u"X"_s);
+        EXPECT_EQ(contents(folder.filePath(u"X/file"_s)), state.becomes);
+        EXPECT_EQ(names(folder.path()).filter(QRegularExpression(u"^\\.(new|ready|old)"_s)), QStringList());
+    }
+    // What another process is at is left to it.
+    const QTemporaryDir busy;
+    put(busy.filePath(u".new.X/file"_s));
+    const auto held = CompanyLock::acquire(busy.path(), u"X"_s);
+    companyFolders(busy.path());
+    EXPECT_TRUE(QFileInfo::exists(busy.filePath(u".new.X/file"_s)));
+}
+
+TEST_F(CompanySet, ARemovalTouchesNothingElseAndFollowsNoLink) {
+    const QString kept = elsewhere_.filePath(u"kept"_s);
+    put(kept);
+    ASSERT_TRUE(QFile::link(kept, company_.companyDir() + u"/link"_s));
+    ASSERT_TRUE(QFile::link(elsewhere_.path(), company_.companyDir() + u"/folder"_s));
+    put(data() + u"/見本商事２/file"_s);
+    removeSet(*lock());
+    EXPECT_EQ(companyFolders(data()), QStringList{u"見本商事２"_s});
+    EXPECT_TRUE(QFileInfo::exists(kept));
+    // A company that is itself a link is no folder of ours.
+    ASSERT_TRUE(QFile::link(elsewhere_.path(), data() + u"/リンク"_s));
+    EXPECT_EQ(support::reasonOf([&] { removeSet(*lock(u"リンク"_s)); }), Reason::ReadOnly);
+    EXPECT_EQ(support::reasonOf([&] { NewSet set(*lock(u"リンク"_s)); }), Reason::ReadOnly);
+    EXPECT_TRUE(QFileInfo::exists(kept));
+}
+
+TEST_F(CompanySet, ABackupIsVerifiedReplacesTheFormerAndComesBackUnderAnyName) {
+    const QString target = places().backups() + u'/' + company_.company();
+    put(company_.companyDir() + u"/資料/規程.txt"_s, "規程");
+    ASSERT_TRUE(QFile::link(elsewhere_.path(), company_.companyDir() + u"/link"_s));
+    const QByteArray before = rowsIn(data(), company_.company());
+    const auto made = backUp(target);
+    ASSERT_TRUE(made && made->whole);
+    EXPECT_EQ(made->summary.people, 50);
+    EXPECT_EQ(made->summary.dates, 3);
+    EXPECT_EQ(made->summary.newestDate, QDate(2026, 12, 10));
+    EXPECT_EQ(made->links, QStringList{u"link"_s});
+    // A second one over it: what the company has no more goes, what others put there stays.
+    put(target + u"/メモ.txt"_s, "memo");
+    ASSERT_TRUE(QDir(company_.companyDir() + u"/資料"_s).removeRecursively());
+    change(u"delete from 家族テーブル"_s);
+    const QByteArray after = rowsIn(data(), company_.company());
+    ASSERT_NE(before, after);
+    ASSERT_TRUE(backUp(target));
+    EXPECT_EQ(contents(target + u"/メモ.txt"_s), "memo");
+    EXPECT_EQ(contents(target + u"/資料/規程.txt"_s), "-");
+    const auto listed = backupsIn(places().backups());
+    ASSERT_EQ(listed.size(), 1U);
+    EXPECT_TRUE(listed[0].whole && listed[0].company == company_.company() && listed[0].summary.people == 50);
+    // Under another name, without the stranger's file; opened by the program as a company.
+    ASSERT_TRUE(restoreBackup(listed[0], *lock(u"別の会社"_s)));
+    EXPECT_EQ(rowsIn(data(), u"別の会社"_s), after);
+    EXPECT_EQ(contents(data() + u"/別の会社/メモ.txt"_s), "-");
+    std::unique_ptr<CompanyLock> none;
+    put(company_.programDir() + u"/zukanzen.exe"_s);
+    EXPECT_EQ(openCompany(places(), u"別の会社"_s, none).outcome, OpenedCompany::Outcome::Opened);
+    // In the place of a company, from a plain copy as a hand makes it.
+    const QString plain = elsewhere_.filePath(u"写し"_s);
+    ASSERT_TRUE(QDir().mkpath(plain));
+    for (const QString& file : QDir(target).entryList(QDir::Files))
+        if (file.endsWith(u".mdb")) QFile::copy(target + u'/' + file, plain + u'/' + file);
+    change(u"delete from 異動テーブル"_s);
+    const Backup looked = lookInto(plain);
+    EXPECT_EQ(looked.summary.people, 50);
+    EXPECT_FALSE(looked.whole);
+    ASSERT_TRUE(restoreBackup(looked, *lock()));
+    EXPECT_EQ(rowsIn(data(), company_.company()), after);
+}
+
+TEST_F(CompanySet, AFailedOrStoppedBackupLeavesTheFormerOne) {
+    const QString target = places().backups() + u'/' + company_.company();
+    ASSERT_TRUE(backUp(target));
+    const QByteArray former = rowsIn(places().backups(), company_.company());
+    change(u"delete from 家族テーブル"_s);
+    const auto stands = [&] {
+        EXPECT_EQ(rowsIn(places().backups(), company_.company()), former);
+        EXPECT_TRUE(backupsIn(places().backups()).at(0).whole);
+        EXPECT_EQ(names(target).filter(u".バックアップ"_s), QStringList());
+    };
+    for (int at = 0; at < 3; ++at) {
+        EXPECT_FALSE(backUp(target, [n = 0, at](qint64, qint64) mutable { return n++ < at; }));
+        stands();
+    }
+    FaultVfs::arm(FaultVfs::Operation::Write, std::numeric_limits<qint64>::max());
+    ASSERT_TRUE(backUp(elsewhere_.filePath(u"数"_s)));
+    const qint64 writes = FaultVfs::counted();
+    for (const qint64 n : {qint64(1), writes / 2, writes}) {
+        FaultVfs::arm(FaultVfs::Operation::Write, n, FaultVfs::Kind::DiskFull);
+        EXPECT_EQ(support::reasonOf([&] { backUp(target); }), Reason::DiskFull);
+        FaultVfs::disarm();
+        stands();
+    }
+    EXPECT_TRUE(support::reasonOf([&] { backUp(data() + u"/中"_s); }));
+    {  // a page of the original that is no page
+        QFile file(company_.file(File::Hyouka));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(file.size() / 2) &&
+                    file.write("damage") == 6);
+    }
+    EXPECT_EQ(support::reasonOf([&] { backUp(target); }), Reason::Damaged);
+    stands();
+}
+
+TEST_F(CompanySet, ABackupThatIsOnItsWayUpOrIncompleteIsKnown) {
+    const QString target = places().backups() + u'/' + company_.company(),
+                  ready = target + u"/.バックアップ完成"_s;
+    ASSERT_TRUE(backUp(target));
+    // As a crash leaves it: one file has gone up already.
+    for (const QString& file : QDir(target).entryList(QDir::Files).mid(1)) {
+        QDir().mkpath(ready);
+        ASSERT_TRUE(QFile::rename(target + u'/' + file, ready + u'/' + file));
+    }
+    ASSERT_EQ(backupsIn(places().backups()).size(), 1U);
+    EXPECT_TRUE(backupsIn(places().backups())[0].whole);
+    EXPECT_FALSE(QFileInfo::exists(ready));
+    ASSERT_TRUE(QFile::remove(target + u'/' + databaseNames(company_.company()).at(2)));
+    EXPECT_FALSE(backupsIn(places().backups())[0].whole);
+    // A list that names files outside of its folder removes none of them.
+    const QString outside = elsewhere_.filePath(u"outside"_s);
+    put(outside);
+    const QString far = QDir(target).relativeFilePath(outside);
+    put(target + u'/' + kManifest,
+        u"{\"会社\":\"見本商事\",\"ファイル\":[{\"名前\":\"%1\"},{\"名前\":\"%2\"}]}"_s.arg(far, outside)
+            .toUtf8());
+    ASSERT_TRUE(backUp(target));
+    EXPECT_TRUE(QFileInfo::exists(outside));
+}
+
+TEST_F(CompanySet, ARestoreThatFailsLeavesTheCompany) {
+    const QString target = elsewhere_.filePath(u"控え"_s);
+    ASSERT_TRUE(backUp(target));
+    const Backup backup = lookInto(target);
+    change(u"delete from 家族テーブル"_s);
+    const QByteArray before = rowsIn(data(), company_.company());
+    EXPECT_FALSE(restoreBackup(backup, *lock(), [](qint64, qint64) { return false; }));
+    FaultVfs::arm(FaultVfs::Operation::Write, 30, FaultVfs::Kind::DiskFull);
+    EXPECT_EQ(support::reasonOf([&] { restoreBackup(backup, *lock()); }), Reason::DiskFull);
+    FaultVfs::disarm();
+    store::Connection(target + u'/' + databaseNames(company_.company()).at(0), sharedKey())
+        .executeScript(u"PRAGMA user_version=99"_s);
+    EXPECT_EQ(support::reasonOf([&] { lookInto(target); }), Reason::NotOpen);
+    EXPECT_EQ(support::reasonOf([&] { lookInto(elsewhere_.path()); }), Reason::NotOpen);
+    EXPECT_EQ(rowsIn(data(), company_.company()), before);
+    EXPECT_EQ(names(data()).filter(QRegularExpression(u"^\\.(new|ready|old)"_s)), QStringList());
+}
+
+TEST_F(CompanySet, OwnCopiesAreThinnedAndNotMadeTwice) {
+    const QString root = copiesFolder(places(), company_.company());
+    EXPECT_TRUE(keepCopy(places(), company_.company(), u"取込の前"_s));
+    EXPECT_FALSE(keepCopy(places(), company_.company(), u"取込の前"_s));
+    EXPECT_TRUE(keepCopy(places(), company_.company(), u"最適化の前"_s));
+    EXPECT_EQ(backupsIn(root).size(), 2U);
+    // 14 more of an earlier day of this month, and three of one long ago.
+    const QString model = backupsIn(root).at(0).folder;
+    const auto older = [&](const QDateTime& made, int n) {
+        const QString folder = root + u"/%1-%2"_s.arg(made.date().toString(Qt::ISODate)).arg(n);
+        QDir().mkpath(folder);
+        QByteArray told = contents(model + u'/' + kManifest);
+        const QString now = backupsIn(root).at(0).made.toString(Qt::ISODate);
+        put(folder + u'/' + kManifest,
+            QString::fromUtf8(told).replace(now, made.toString(Qt::ISODate)).toUtf8());
+    };
+    const QDateTime now = QDateTime::currentDateTime();
+    for (int i = 0; i < 14; ++i) older(now.addDays(-3).addSecs(-i), i);
+    for (int i = 0; i < 3; ++i) older(now.addDays(-200).addSecs(-i), i);
+    keepReplaced(places(), company_.company());
+    const auto left = backupsIn(root);
+    EXPECT_EQ(
+        std::count_if(left.begin(), left.end(), [&](const Backup& b) { return b.made < now.addDays(-100); }),
+        1);
+    EXPECT_EQ(left.size(), 10U + 1U);
+    // A company that can't be opened is kept as it is.
+    QFile(company_.file(File::Kihon)).resize(100);
+    keepReplaced(places(), company_.company());
+    EXPECT_EQ(contents(backupsIn(root).at(0).folder + u'/' + QFileInfo(company_.file(File::Kihon)).fileName())
+                  .size(),
+              100);
+}
+
+TEST_F(CompanySet, CompactionGivesBackRoomAndKeepsTheRows) {
+    const QString kihon = company_.file(File::Kihon);
+    change(u"insert into 異動テーブル select a.* from 異動テーブル a, 異動テーブル b"_s);
+    change(u"delete from 異動テーブル"_s);
+    const QByteArray before = rowsIn(data(), company_.company());
+    const auto held = lock();
+    put(workFileOf(kihon), "left over");
+    EXPECT_EQ(compact_database(*held, kihon).outcome, Compaction::Outcome::WorkFileExists);
+    QFile::remove(workFileOf(kihon));
+    FaultVfs::arm(FaultVfs::Operation::Write, 3, FaultVfs::Kind::DiskFull);
+    EXPECT_EQ(compact_database(*held, kihon).outcome, Compaction::Outcome::Failed);
+    FaultVfs::disarm();
+    const Compaction done = compact_database(*held, kihon);
+    EXPECT_EQ(done.outcome, Compaction::Outcome::Done);
+    EXPECT_LT(done.after, done.before / 2);
+    EXPECT_EQ(done.after, QFileInfo(kihon).size());
+    EXPECT_EQ(rowsIn(data(), company_.company()), before);
+    // Both other databases count whenever 賞与db stands, and fail where they are not.
+    EXPECT_EQ(databasesPresent(data(), company_.company()), (std::array{true, true, true, true, true, true}));
+    EXPECT_EQ(compact_database(*held, company_.companyDir() + u"/見本商事Compdb.mdb"_s).outcome,
+              Compaction::Outcome::Failed);
+    // A crash between the two renames leaves a work file that the next start clears away.
+    put(workFileOf(kihon), "on its way");
+    put(data() + u"/.new.見本商事/file"_s);
+    recoverSet(*held);
+    EXPECT_FALSE(QFileInfo::exists(workFileOf(kihon)));
+}
+
+}  // namespace
+}  // namespace company
