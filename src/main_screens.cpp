@@ -3,8 +3,12 @@
 #include "calc/frmSHaibunjikkouK2.h"
 #include "calc/frmSJCheck.h"
 #include "calc/frmSNenkan.h"
+#include "company/frmBackup.h"
 #include "company/frmDBSentaku.h"
 #include "company/frmKaisha.h"
+#include "company/frmKaisyaSakujo.h"
+#include "company/frmKaisyaShinki.h"
+#include "company/frmSaiteki.h"
 #include "masters/frmMasta.h"
 #include "masters/frmMenuMasuta.h"
 #include "personnel/frmJinjiCheck.h"
@@ -89,8 +93,10 @@ void registerScreens(forms::ScreenRegistry& screens, const QString& sheetFolder)
         {"frmMenuSJikkou", make<prep::frmMenuSJikkou>(), {{Mhelp, 7500}}},
         {"frmAbout", make<shell::frmAbout>(), {}},
         {"frmDBSentaku", make<company::frmDBSentaku>(), {{Jhelp, 3}}},
-        {"frmBackup", {}, {{Jhelp, 5}}},
-        {"frmSaiteki", {}, {{Jhelp, 6}}},
+        {"frmBackup", make<company::frmBackup>(), {{Jhelp, 5}}},
+        {"frmSaiteki", make<company::frmSaiteki>(), {{Jhelp, 6}}},
+        {"frmKaisyaShinki", make<company::frmKaisyaShinki>(), {{Jhelp, 4}}},
+        {"frmKaisyaSakujo", make<company::frmKaisyaSakujo>(), {{Jhelp, 8}}},
         {"frmKaisha", make<company::frmKaisha>(), {{Jhelp, 2001}}},
         {"frmRireki", make<personnel::frmRireki>(), {{Jhelp, 3028}}},
         {"frmJinjiIdou2", make<personnel::frmJinjiIdou2>(), {{Jhelp, 3002}}},

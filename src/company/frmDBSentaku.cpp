@@ -6,10 +6,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "company/company_open.h"
+#include "company/ui_company_opening.h"
 #include "forms/box.h"
 #include "forms/global_record.h"
 #include "forms/guard.h"
-#include "forms/menu_form.h"
 #include "widgets/code_list.h"
 #include "widgets/theme.h"
 
@@ -71,8 +72,9 @@ void frmDBSentaku::build() {
 void frmDBSentaku::loadCompanies() {
     const QString folder = house_.global.dataDir();
     List1_->setPlaceholder(
-        QStringLiteral("Data フォルダに会社がありません。\n会社のフォルダを次の場所に置いてから、"
-                       "もう一度「会社指定」を選んでください。\n") +
+        QStringLiteral(
+            "Data フォルダに会社がありません。\n［ﾌｧｲﾙ］の「新規作成」で会社を作るか、会社のフォルダ"
+            "を次の場所に\n置いてから、もう一度「会社指定」を選んでください。\n") +
         QDir::toNativeSeparators(folder));
     const QStringList companies = companyFolders(folder);
     QDir::setCurrent(folder);
@@ -94,75 +96,14 @@ void frmDBSentaku::Command2_Click() {
     if (!forms::ask(this, QStringLiteral("『") + name + QStringLiteral("』を指定します。"), kConfirmTitle))
         return;
     forms::guarded(this, [&] {
-        setHourglass();
-        auto& global = house_.global;
-        global.setFolderPanel(name);
-        QDir::setCurrent(global.dataDir() + u'/' + name);
-        OpenedCompany opened = openCompany(global.places(), name, global.company_lock);
-        const auto outcome = opened.outcome;
-        if (outcome != OpenedCompany::Outcome::LinkFailed) QDir::setCurrent(global.dataDir());
-        if (outcome != OpenedCompany::Outcome::Opened) tellFailure(opened, name);
-        keep(std::move(opened));
-        if (outcome == OpenedCompany::Outcome::LinkFailed) forms::endProcess(house_);
-        if (outcome != OpenedCompany::Outcome::Opened) return;
-        rememberCompany(global.places(), name);
-        if (house_.screens.companyOpened) house_.screens.companyOpened(house_, this);
-        accept();
+        if (openForHouse(house_, this, name)) accept();
     });
-}
-
-void frmDBSentaku::tellFailure(const OpenedCompany& opened, const QString& name) {
-    switch (opened.outcome) {
-        case OpenedCompany::Outcome::Opened:
-            break;
-        case OpenedCompany::Outcome::InUse:
-            forms::tell(
-                this,
-                QStringLiteral("『%"
-                               "1』は、ほかの人またはほかの画面が使用しています。\n使用が終わってから、もう"
-                               "一度指定してください。")
-                    .arg(name),
-                kConfirmTitle, forms::BoxIcon::Warning);
-            break;
-        case OpenedCompany::Outcome::LinkFailed:
-            forms::tell(this, QStringLiteral("リンク更新できませんでした。\n") + opened.link_error_text,
-                        QStringLiteral("リンク更新エラー"), forms::BoxIcon::Critical);
-            break;
-        case OpenedCompany::Outcome::CompanionMissing:
-            forms::tell(this,
-                        QStringLiteral("「") + name +
-                            QStringLiteral("」は『報酬図鑑ZEN』を利用しています。\n『報酬図鑑ZEN』を"
-                                           "インストールしないと処理できません。"),
-                        QStringLiteral("処理不能"), forms::BoxIcon::Critical);
-            break;
-    }
-}
-
-void frmDBSentaku::keep(OpenedCompany opened) {
-    auto& global = house_.global;
-    if (opened.outcome == OpenedCompany::Outcome::InUse) return;
-    global.link_error_text = opened.link_error_text;
-    global.link_chingin_pass = false;
-    global.link_kihon_pass = true;
-    if (!opened.cn_main) return;
-    // The connection of an earlier try goes before its lock does.
-    global.cn_main = std::move(opened.cn_main);
-    global.company_lock = std::move(opened.lock);
 }
 
 int frmDBSentaku::exec() {
     const int result = Form::exec();
-    if (result == Accepted) showMenu();
+    if (result == Accepted) showCompanyMenu(house_, this);
     return result;
-}
-
-void frmDBSentaku::showMenu() {
-    if (auto* command1 = forms::mainControl(this, QStringLiteral("Command1"))) command1->hide();
-    const std::unique_ptr<QDialog> menu(
-        house_.screens.create(QStringLiteral("frmMenu000"), house_, parentWidget()));
-    if (menu) menu->exec();
-    house_.global.link_chingin_pass = false;
-    house_.global.link_kihon_pass = false;
 }
 
 }  // namespace company

@@ -1,5 +1,4 @@
 #pragma once
-#include "company/company_open.h"
 #include "forms/screens.h"
 #include "widgets/form.h"
 
@@ -24,11 +23,6 @@ class frmDBSentaku : public widgets::Form {
     void build();
     void loadCompanies();
     void Command2_Click();
-    /// Hands what the opening left to the global record.
-    void keep(OpenedCompany opened);
-    /// Tells an outcome that is no success; ends the process on a failed link.
-    void tellFailure(const OpenedCompany& opened, const QString& name);
-    void showMenu();
 
     forms::House& house_;
     widgets::CodeList* List1_ = nullptr;

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "company/profile_fields.h"
 #include "forms/box.h"
 #include "forms/field_check.h"
 #include "forms/global_record.h"
@@ -20,28 +21,8 @@ namespace {
 using namespace Qt::StringLiterals;
 
 namespace t = schema::tables::会社テーブル;
-const QString kUnused = u"未設定"_s;
-
-struct Field {
-    QString column;
-    qint32 bytes;
-    QString label;
-};
-const std::array<Field, 12> kFieldItems = {{{u"会社名"_s, 30, u"･･･会社名"_s},
-                                            {u"郵便番号"_s, 8, u"･･･郵便番号"_s},
-                                            {u"所在地１"_s, 40, u"･･･所在地１"_s},
-                                            {u"所在地２"_s, 40, u"･･･所在地２"_s},
-                                            {u"tel"_s, 13, u"･･･tel"_s},
-                                            {u"fax"_s, 13, u"･･･fax"_s},
-                                            {u"代表者名"_s, 30, u"･･･代表者名"_s},
-                                            {u"自由マスタ1"_s, 12, u"･･･自由ﾏｽﾀ1"_s},
-                                            {u"自由マスタ2"_s, 12, u"･･･自由ﾏｽﾀ2"_s},
-                                            {u"自由マスタ3"_s, 12, u"･･･自由ﾏｽﾀ3"_s},
-                                            {u"自由マスタ4"_s, 12, u"･･･自由ﾏｽﾀ4"_s},
-                                            {u"自由マスタ5"_s, 12, u"･･･自由ﾏｽﾀ5"_s}}};
-
-const Field& item(int index) {
-    return kFieldItems[std::size_t(index)];
+const ProfileField& item(int index) {
+    return kProfileFields[std::size_t(index)];
 }
 
 }  // namespace
@@ -98,13 +79,13 @@ bool frmKaisha::checkField(int index) {
                     u"入力エラー"_s, forms::BoxIcon::Critical);
         return false;
     }
-    if (index < t::自由マスタ1 || !(edit->text().isEmpty() || edit->text() == kUnused)) return true;
+    if (index < t::自由マスタ1 || !(edit->text().isEmpty() || edit->text() == kUnusedName)) return true;
     if (masterInUse(index - t::自由マスタ1 + 1)) {
         forms::tell(this, u"使用中のデータがあるため未設定は許されません。"_s, u"入力エラー"_s,
                     forms::BoxIcon::Critical);
         return false;
     }
-    edit->setText(kUnused);
+    edit->setText(kUnusedName);
     return true;
 }
 

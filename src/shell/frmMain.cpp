@@ -30,6 +30,7 @@ namespace {
 using widgets::kGrid;
 using widgets::twips;
 
+constexpr int kNew = 0;
 constexpr int kExit = 9;
 
 struct FileEntry {
@@ -169,7 +170,14 @@ QWidget* frmMain::buildArea() {
     card->body()->setSpacing(2 * kGrid);
     card->body()->addWidget(areaTitle_);
     card->body()->addWidget(areaText_);
-    card->body()->addWidget(open_, 0, Qt::AlignLeft);
+    make_ = new QPushButton(QStringLiteral("新しい会社を作る(&W)..."), card);
+    make_->setObjectName(QStringLiteral("StartNew"));
+    make_->setEnabled(house_.screens.has(QString::fromUtf8(kFileMenu[kNew].screen)));
+    auto* ways = new QHBoxLayout;
+    ways->addWidget(open_);
+    ways->addWidget(make_);
+    ways->addStretch(1);
+    card->body()->addLayout(ways);
 
     auto* top = new QHBoxLayout;
     top->addStretch();
@@ -184,8 +192,9 @@ QWidget* frmMain::buildArea() {
     column->addLayout(middle);
     column->addStretch(2);
     connect(open_, &QPushButton::clicked, this, [this] { mnuFileNo_Click(1); });
+    connect(make_, &QPushButton::clicked, this, [this] { mnuFileNo_Click(kNew); });
     connect(Command1_, &QPushButton::clicked, this, [this] { openScreen(QStringLiteral("frmMenu000")); });
-    for (QPushButton* button : {Command1_, open_}) button->setAutoDefault(true);  // Enter presses it
+    for (QPushButton* button : {Command1_, open_, make_}) button->setAutoDefault(true);  // Enter presses it
     open_->setFocus();
     return area;
 }
@@ -199,8 +208,9 @@ void frmMain::showPanels() {
     areaTitle_->setText(companyOpen ? panels.company : windowTitle());
     areaText_->setText(companyOpen ? QStringLiteral("この会社を開いています。メニューを閉じたときは、右上の"
                                                     "［MENUの表示］を押すと作業を続けられます。")
-                                   : QStringLiteral("賞与の配分を始めるには、まず処理する会社を開きます。"));
-    open_->setVisible(!companyOpen);
+                                   : QStringLiteral("賞与の配分を始めるには、処理する会社を開きます。はじめて"
+                                                    "のときは、新しい会社を作ります。"));
+    for (QPushButton* way : {open_, make_}) way->setVisible(!companyOpen);
 }
 
 void frmMain::openScreen(const QString& name) {

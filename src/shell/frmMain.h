@@ -50,7 +50,7 @@ class frmMain : public QMainWindow {
     std::array<QLabel*, 3> panels_{};
     QLabel* areaTitle_ = nullptr;
     QLabel* areaText_ = nullptr;
-    QPushButton* open_ = nullptr;
+    QPushButton *open_ = nullptr, *make_ = nullptr;
 };
 
 }  // namespace shell

@@ -1,0 +1,21 @@
+#pragma once
+#include <QString>
+
+#include "forms/screens.h"
+#include "widgets/form.h"
+
+/// How a screen opens and closes the company of the house.
+namespace company {
+
+/// Opens the company of `house`'s Data folder and hands it to the global record, from within the screen's
+/// guard. What is no success is told; a failed link ends the process. True: it is open, and the screen is to
+/// close and to show the menu.
+bool openForHouse(forms::House& house, widgets::Form* screen, const QString& company);
+/// MENUの表示 goes, and frmMenu000 shows modally over the main window until it is closed.
+void showCompanyMenu(forms::House& house, const widgets::Form* screen);
+/// Closes the open company: the panel shows the prompt again and MENUの表示 goes.
+void closeForHouse(forms::House& house, const widgets::Form* screen);
+/// The name of the open company's folder; empty when none is open.
+QString openCompanyName(const forms::House& house);
+
+}  // namespace company
