@@ -8,6 +8,7 @@
 #include "forms/box.h"
 #include "forms/field_check.h"
 #include "forms/global_record.h"
+#include "forms/own_copy.h"
 #include "personnel/ui_code_change.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
@@ -234,13 +235,15 @@ personnel::CompanyDatabases frmMasta::company() {
 }
 
 void frmMasta::updateBegins(bool renames) {
-    if (renames)
+    if (renames) {
+        forms::keepOwnCopy(this, house_, QStringLiteral("コード変更の前"));
         personnel::announceRename(company(), kind_.referent, oldKey(), typedKey());
-    else if (state() == State::Adding)
+    } else if (state() == State::Adding)
         personnel::settleChange(company());
 }
 
 void frmMasta::removalBegins() {
+    forms::keepOwnCopy(this, house_, QStringLiteral("データの削除の前"));
     personnel::announceRemoval(company(), kind_.referent, oldKey());
 }
 

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "forms/box.h"
+#include "forms/own_copy.h"
 #include "personnel/code_change.h"
 #include "reports/ui_save_dialog.h"
 #include "widgets/layout.h"
@@ -259,6 +260,7 @@ void frmJinjiTorikomi::Command3_Click() {
     if (!meant) return;
     const bool done = forms::guarded(this, [&] {
         setHourglass();
+        forms::keepOwnCopy(this, house_, u"取込の前"_s);
         // Rows that a change cut off left under a code must not fall to somebody new.
         if (kind() == ImportKind::Employees && added > 0)
             settleChange({cn(), house_.global.dataDir(), house_.global.panels.folder});

@@ -9,6 +9,7 @@
 #include "domain/years.h"
 #include "forms/box.h"
 #include "forms/global_record.h"
+#include "forms/own_copy.h"
 #include "personnel/ui_code_change.h"
 #include "personnel/ui_person_record.h"
 #include "store/date_text.h"
@@ -360,14 +361,16 @@ CompanyDatabases frmRireki::databases() {
 
 /// Rows that a change cut off left under the code must not fall to somebody new.
 void frmRireki::updateBegins(bool renames) {
-    if (renames)
+    if (renames) {
+        forms::keepOwnCopy(this, house_, QStringLiteral("コード変更の前"));
         announceRename(databases(), Referent::Syain, {oldText(kSyainCode), {}},
                        {txtFields_[Code]->text(), {}});
-    else if (state() == State::Adding)
+    } else if (state() == State::Adding)
         settleChange(databases());
 }
 
 void frmRireki::removalBegins() {
+    forms::keepOwnCopy(this, house_, QStringLiteral("データの削除の前"));
     announceRemoval(databases(), Referent::Syain, {oldText(kSyainCode), {}});
 }
 

@@ -13,6 +13,7 @@
 #include "forms/box.h"
 #include "forms/field_check.h"
 #include "forms/global_record.h"
+#include "forms/own_copy.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -406,6 +407,7 @@ void frmSDatatorikomi::deleteDate() {
         if (!confirmContents(kijunbi)) return;
         setHourglass();
         const BusyLine busy(Label4_, kDeleting);
+        forms::keepOwnCopy(this, house_, u"基準日の削除の前"_s);
         store::Work work(cn, u"基準日の削除"_s);
         removeDate(cn, side_, kijunbi);
         work.commit();

@@ -1,5 +1,6 @@
 #include "prep/frmSDatatorikomi.h"
 
+#include "company/backup.h"
 #include "prep/run_screens.h"
 #include "prep/snapshot.h"
 
@@ -162,6 +163,19 @@ TEST_F(Torikomi, DeletesOrLoadsAnExistingDateAfterAsking) {
         driver_.expectBox(kDeleteQuestion, kDelete, BoxAnswer::Yes);
         clickTold(form, u"Command7"_s, kGoes, kDelete, BoxAnswer::No);
         expectUnchanged(before);
+        // Without room for the copy that comes first the user may call it off.
+        QFile obstacle(global_.places().backups());
+        ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
+        driver_.expectBox(kDeleteQuestion, kDelete, BoxAnswer::Yes);
+        driver_.expectBox(kGoes, kDelete, BoxAnswer::Yes);
+        driver_.expectBox(
+            u"この処理の前の自動バックアップを作成できません。\nバックアップ先のフォルダを作成できません。\n"_s +
+                QDir::toNativeSeparators(company::copiesFolder(global_.places(), folder_.company())) +
+                u"\n\nバックアップなしで続けますか？"_s,
+            u"自動バックアップ"_s, BoxAnswer::No, BoxIcon::Warning);
+        clickTold(form, u"Command7"_s, u"処理を中止しました。"_s, QString());
+        expectUnchanged(before);
+        ASSERT_TRUE(obstacle.remove());
         breakWrites(u"DELETE ON S配分基準対応社員"_s);
         driver_.expectBox(kDeleteQuestion, kDelete, BoxAnswer::Yes);
         driver_.expectBox(kGoes, kDelete, BoxAnswer::Yes);
@@ -180,6 +194,9 @@ TEST_F(Torikomi, DeletesOrLoadsAnExistingDateAfterAsking) {
     };
     open(deleteAndLoad, u"配分実行基準日: 2001年7月10日"_s);
     EXPECT_EQ(dates(), u"2001/7/10"_s);
+    const auto copies = company::backupsIn(company::copiesFolder(global_.places(), folder_.company()));
+    ASSERT_EQ(copies.size(), 1U) << "one for the same step within ten minutes";
+    EXPECT_EQ(copies[0].reason, u"基準日の削除の前"_s);
     EXPECT_EQ(global_.nenrei_kijunbi + u' ' + global_.kinzoku_kijunbi, u"2003/3/31 2003/3/30"_s);
     EXPECT_FALSE(prep::snapshotIsEmpty(cn_));
     EXPECT_EQ(assigned(u"2002/12/10"_s) + assigned(u"2001/7/10"_s), 0);  // loading assigns nobody

@@ -18,6 +18,8 @@ class RunScreens : public RunCompany {
   protected:
     explicit RunScreens(Content content) : RunCompany(content), house_{global_, screens_} {
         global_.cn_main = std::move(owner_);
+        global_.app_dir = folder_.programDir();
+        global_.panels.folder = folder_.company();
         global_.haibun_jikkou_mode = true;
     }
     template <class Screen>
