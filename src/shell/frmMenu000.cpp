@@ -8,6 +8,7 @@
 #include "forms/global_record.h"
 #include "forms/guard.h"
 #include "shell/frmMenus.h"
+#include "shell/ui_first_steps.h"
 #include "widgets/theme.h"
 
 namespace shell {
@@ -48,6 +49,9 @@ void frmMenu000::layOut() {
     widgets::setTone(menu, widgets::Tone::Muted);
     headLayout()->insertWidget(0, menu);
 
+    steps_ = new FirstSteps(house_, this);
+    headLayout()->addWidget(steps_);
+
     auto* label = make<QLabel>(QStringLiteral("Label3"), QStringLiteral("取込日付一覧表示"));
     auto* print = findChild<QPushButton*>(QStringLiteral("Command6"));
     print->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
@@ -67,6 +71,12 @@ void frmMenu000::Form_Load() {
     const auto company = house_.global.cn_main->query(QStringLiteral("select 会社名 from 会社テーブル"));
     const QString registered = company.isEmpty() ? QString() : company.value(0).toText();
     house_.global.setCompanyPanel(registered.isEmpty() ? house_.global.panels.folder : registered);
+    steps_->refresh();
+}
+
+void frmMenu000::activated() {
+    forms::MenuForm::activated();
+    forms::guarded(this, [this] { steps_->refresh(); });
 }
 
 void frmMenu000::done(int result) {
