@@ -3,6 +3,8 @@
 // automatically and by hand, simulates a payment coefficient, computes one criterion of each method, prints,
 // exports, checks the inputs and sets the year's payments side by side.
 //   mint-tour <program folder> <output folder>
+// Then the road of a person who has just installed the program: a company of one's own with 200 people from
+// CSV and a backup of it, left in <output folder>/own.
 // It works on a copy of the company, so that the sample stays as it is. The output folder receives the
 // printed list, the sheet and pictures of the screens; the totals are printed.
 #include <QApplication>
@@ -12,6 +14,7 @@
 #include <QTextStream>
 
 #include "main_screens.h"
+#include "own_company.h"
 #include "reports/frmReport.h"
 #include "screen_driver.h"
 #include "shell/frmMain.h"
@@ -71,6 +74,7 @@ class Tour {
     void showYear(ScreenDriver& driver, QDialog& form);
     void printList(ScreenDriver& driver, QDialog& form, const QString& pdf);
     void tellResults() const;
+    bool makeOwn();
 
     QTemporaryDir folder_;
     QString out_;
@@ -264,6 +268,18 @@ void Tour::tellResults() const {
     say << "  screens/（画面の写真 " << pictures_ << "枚）\n";
 }
 
+bool Tour::makeOwn() {
+    const QString own = out_ + QStringLiteral("/own");
+    QDir(own).removeRecursively();
+    const bool done =
+        tour::makeOwnCompany({.programDir = own, .picture = [this](QWidget& screen, const QString& name) {
+                                  picture(screen, name);
+                              }});
+    QTextStream(stdout) << "空の Data から作った会社: " << own << "/Data、バックアップ: " << own
+                        << "/BackupDB\n";
+    return done;
+}
+
 int Tour::run() {
     bool failed = false;
     ScreenDriver::setFailureSink([&failed](const QString& what) {
@@ -291,8 +307,9 @@ int Tour::run() {
             program.fMainForm()->mnuFileNo_Click(9);
         });
     }
+    const bool own = makeOwn();
     tellResults();
-    return failed || !ended ? 1 : 0;
+    return failed || !ended || !own ? 1 : 0;
 }
 
 }  // namespace
