@@ -5,6 +5,7 @@
 #include "calc/frmSNenkan.h"
 #include "company/frmBackup.h"
 #include "company/frmDBSentaku.h"
+#include "company/frmHikkosi.h"
 #include "company/frmKaisha.h"
 #include "company/frmKaisyaSakujo.h"
 #include "company/frmKaisyaShinki.h"
@@ -96,6 +97,7 @@ void registerScreens(forms::ScreenRegistry& screens, const QString& sheetFolder)
         {"frmBackup", make<company::frmBackup>(), {{Jhelp, 5}}},
         {"frmSaiteki", make<company::frmSaiteki>(), {{Jhelp, 6}}},
         {"frmKaisyaShinki", make<company::frmKaisyaShinki>(), {{Jhelp, 4}}},
+        {"frmHikkosi", make<company::frmHikkosi>(), {{Jhelp, 9}}},
         {"frmKaisyaSakujo", make<company::frmKaisyaSakujo>(), {{Jhelp, 8}}},
         {"frmKaisha", make<company::frmKaisha>(), {{Jhelp, 2001}}},
         {"frmRireki", make<personnel::frmRireki>(), {{Jhelp, 3028}}},

@@ -47,7 +47,7 @@ void writeManifest(const QString& folder, const Backup& backup) {
     for (const QString& name : filesIn(folder))
         files << QJsonObject{{u"名前"_s, name}, {u"バイト"_s, QFileInfo(folder + u'/' + name).size()}};
     const QJsonObject told{{u"会社"_s, backup.company},
-                           {u"作成日時"_s, backup.made.toString(Qt::ISODate)},
+                           {u"作成日時"_s, backup.made.toString(Qt::ISODateWithMs)},
                            {u"プログラム"_s, backup.program},
                            {u"理由"_s, backup.reason},
                            {u"会社名"_s, backup.summary.registeredName},
@@ -79,7 +79,7 @@ std::optional<Backup> toldBy(const QString& folder) {
     Backup backup;
     backup.folder = folder;
     backup.company = manifest.value(u"会社"_s).toString();
-    backup.made = QDateTime::fromString(manifest.value(u"作成日時"_s).toString(), Qt::ISODate);
+    backup.made = QDateTime::fromString(manifest.value(u"作成日時"_s).toString(), Qt::ISODateWithMs);
     if (!companyNameFault(backup.company).isEmpty() || !backup.made.isValid()) return std::nullopt;
     backup.program = manifest.value(u"プログラム"_s).toString();
     backup.reason = manifest.value(u"理由"_s).toString();

@@ -126,6 +126,7 @@ void createCompany(const QString& dataDir, const NewCompany& made) {
                 empty.executeScript(
                     QStringLiteral("PRAGMA user_version=1"));  // or the file stays without a page
             });
+    if (made.fill) made.fill(set.folder());
     set.putInPlace();
 }
 

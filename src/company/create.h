@@ -2,6 +2,7 @@
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace company {
 
@@ -20,6 +21,8 @@ struct NewCompany {
     QStringList unusedItems = {};  ///< columns of 入力可・不可テーブル for what is not entered
     QStringList masters = {};      ///< tables that begin with the usual entries (masterTemplates)
     QDate since = {};              ///< from when on these may be chosen
+    /// What else comes into the files before the company is there; they stand in `folder` under its name.
+    std::function<void(const QString& folder)> fill = {};
 };
 
 /// Creates the folder and the files of a new company with all their tables, the fixed masters, one row of

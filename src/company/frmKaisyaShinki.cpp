@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "company/company_files.h"
 #include "company/master_templates.h"
@@ -77,11 +78,13 @@ frmKaisyaShinki::frmKaisyaShinki(forms::House& house, QWidget* parent)
     static_assert(kSteps.size() == Steps);
     list1_ = make<widgets::CodeList>(u"List1"_s);
     list1_->setAccessibleName(u"作成の手順"_s);
-    list1_->setMinimumSize(26 * widgets::kGrid, 40 * widgets::kGrid);
     std::vector<widgets::CodeList::Item> steps;
     for (std::size_t i = 0; i < kSteps.size(); ++i)
         steps.push_back({QString::number(i), u"%1　%2"_s.arg(i + 1).arg(kSteps[i].name)});
     list1_->setItems(steps);
+    int widest = 0;
+    for (const auto& step : steps) widest = std::max(widest, fontMetrics().horizontalAdvance(step.text));
+    list1_->setMinimumSize(widest + 4 * widgets::kGrid, 40 * widgets::kGrid);
     title_ = make<QLabel>(u"Label1"_s);
     guide_ = make<QLabel>(u"Label2"_s);
     guide_->setWordWrap(true);
@@ -122,13 +125,19 @@ QWidget* frmKaisyaShinki::makeName() {
     auto* page = new QWidget(this);
     name_ = make<QLineEdit>(u"Text1"_s);
     auto* fields = widgets::fieldGrid();
-    widgets::addField(fields, labelFor(u"Label3"_s, u"会社の名前(&M):"_s, name_), name_);
+    widgets::addField(fields, labelFor(u"Label3"_s, u"会社の名前(&A):"_s, name_), name_);
     auto* note = new QLabel(u"例　青空工業\n\\ / : * ? \" < > | ' は使えません。"_s, page);
     widgets::setTone(note, widgets::Tone::Muted);
     widgets::addField(fields, nullptr, note);
+    auto* former = make<QPushButton>(u"Command6"_s, u"前の形式（mdb）の会社から引っ越し(&M)..."_s);
+    former->setEnabled(house_.screens.has(u"frmHikkosi"_s));
     auto* column = new QVBoxLayout(page);
     column->addLayout(fields);
     column->addStretch(1);
+    column->addWidget(former, 0, Qt::AlignLeft);
+    connect(former, &QPushButton::clicked, this, [this] {
+        if (showChild(house_.screens.create(u"frmHikkosi"_s, house_, this)) == Accepted) reject();
+    });
     return page;
 }
 
@@ -178,8 +187,8 @@ QWidget* frmKaisyaShinki::makeItems() {
 
 QWidget* frmKaisyaShinki::makeMasters() {
     auto* page = new QWidget(this);
-    auto* grid = new QGridLayout;
-    constexpr int kColumns = 2;
+    auto* boxes = new QVBoxLayout;
+    boxes->setSpacing(widgets::kGrid / 2);
     for (const MasterTemplate& master : masterTemplates()) {
         QStringList first;
         for (std::size_t i = 0; i < master.rows.size() && i < 3; ++i) first << master.rows[i].name;
@@ -189,7 +198,7 @@ QWidget* frmKaisyaShinki::makeMasters() {
                                         first.join(u'、') + u"など%1件）"_s.arg(master.rows.size()));
         box->setChecked(true);
         masters_.push_back(box);
-        grid->addWidget(box, at / kColumns, at % kColumns);
+        boxes->addWidget(box);
     }
     since_ = make<QLineEdit>(u"Text2"_s, u"1970/4/1"_s);
     widgets::typeDirectly(since_);
@@ -204,7 +213,7 @@ QWidget* frmKaisyaShinki::makeMasters() {
     date->addStretch(1);
     auto* column = new QVBoxLayout(page);
     column->setSpacing(2 * widgets::kGrid);
-    column->addLayout(grid);
+    column->addLayout(boxes);
     column->addLayout(date);
     column->addStretch(1);
     return page;

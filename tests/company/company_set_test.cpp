@@ -245,9 +245,9 @@ TEST_F(CompanySet, OwnCopiesAreThinnedAndNotMadeTwice) {
         const QString folder = root + u"/%1-%2"_s.arg(made.date().toString(Qt::ISODate)).arg(n);
         QDir().mkpath(folder);
         QByteArray told = contents(model + u'/' + kManifest);
-        const QString now = backupsIn(root).at(0).made.toString(Qt::ISODate);
+        const QString now = backupsIn(root).at(0).made.toString(Qt::ISODateWithMs);
         put(folder + u'/' + kManifest,
-            QString::fromUtf8(told).replace(now, made.toString(Qt::ISODate)).toUtf8());
+            QString::fromUtf8(told).replace(now, made.toString(Qt::ISODateWithMs)).toUtf8());
     };
     const QDateTime now = QDateTime::currentDateTime();
     for (int i = 0; i < 14; ++i) older(now.addDays(-3).addSecs(-i), i);

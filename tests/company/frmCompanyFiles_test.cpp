@@ -9,10 +9,12 @@
 #include "company/company_open.h"
 #include "company/create.h"
 #include "company/frmBackup.h"
+#include "company/frmHikkosi.h"
 #include "company/frmKaisyaSakujo.h"
 #include "company/frmKaisyaShinki.h"
 #include "company/frmSaiteki.h"
 #include "company/key.h"
+#include "support/former_company.h"
 #include "support/house_screens.h"
 
 namespace company {
@@ -307,6 +309,43 @@ TEST_F(CompanyFiles, ANewCompanyIsMadeStepByStepAndOpened) {
              "最終学歴マスタ where 最終学歴='大学卒'"_s),
         u"0 47 22"_s);
     EXPECT_EQ(QDir(places().data + u"/青空工業"_s).entryList(QDir::Files).size(), 4);
+}
+
+TEST_F(CompanyFiles, AFormerCompanyIsShownAndMovedFromTheNewOne) {
+    screens_.add(u"frmHikkosi"_s,
+                 [](forms::House& house, QWidget* parent) { return new frmHikkosi(house, parent); });
+    const QTemporaryDir old;
+    for (const QString& name : {u"旧社基本db.mdb"_s, u"旧社賞与db.mdb"_s})
+        ASSERT_TRUE(writeFile(old.filePath(name), formerDatabase()));
+    frmKaisyaShinki screen(house_, &main_);
+    driver_.run(screen, [&](QDialog& form) {
+        driver_.onScreen(u"frmHikkosi"_s, [&](QDialog& move) {
+            EXPECT_FALSE(enabled(move, u"Command2"_s));
+            auto& moving = dynamic_cast<frmHikkosi&>(move);
+            driver_.expectBox(
+                u"このフォルダに会社のデータはありません。\n"_s + QDir::toNativeSeparators(places().data),
+                QString());
+            moving.load(places().data);
+            moving.load(old.path());
+            EXPECT_EQ(rows(move, u"DataGrid1"_s, 3), (QStringList{u"8"_s, u"0"_s, u"0"_s, u"0"_s}));
+            EXPECT_EQ(text(move, u"Text1"_s), u"旧社"_s);
+            type(move, u"Text1"_s, u"甲社"_s);
+            const QString question =
+                u"『%1』を作成し、8件を引き継ぎます。\n表に出ているものは引き継がれません。"_s;
+            driver_.expectBox(question.arg(u"甲社"_s), u"引っ越しの確認"_s, BoxAnswer::Yes, BoxIcon::Warning);
+            driver_.expectBox(u"会社「甲社」は既に存在します。"_s, QString());
+            click(move, u"Command2"_s);
+            type(move, u"Text1"_s, u"新社"_s);
+            driver_.expectBox(question.arg(u"新社"_s), u"引っ越しの確認"_s, BoxAnswer::Yes);
+            driver_.expectBox(
+                u"『新社』を作成しました。件数と金額の合計は、元のデータとすべて一致しました。\n\n記録： "_s +
+                    QDir::toNativeSeparators(places().data + u"/新社/"_s + kMigrationReport),
+                u"引っ越しの確認"_s, BoxAnswer::Ok, BoxIcon::Information);
+            click(move, u"Command2"_s);
+        });
+        click(form, u"Command6"_s);
+    });
+    EXPECT_EQ(companies(), (QStringList{u"新社"_s, u"甲社"_s}));
 }
 
 }  // namespace
