@@ -12,7 +12,7 @@ say() { printf '%s\n' "▸ $*"; }
 
 # Debian packages of the build, the program and the tests.
 packages=(g++ cmake ninja-build npm qt6-base-dev qt6-translations-l10n libicu-dev libxlsxwriter-dev
-          zlib1g-dev libgtest-dev libbenchmark-dev fonts-noto-cjk)
+          zlib1g-dev libsodium-dev libgtest-dev libbenchmark-dev fonts-noto-cjk)
 
 have() {
     case "$1" in

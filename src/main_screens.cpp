@@ -9,6 +9,7 @@
 #include "company/frmKaisha.h"
 #include "company/frmKaisyaSakujo.h"
 #include "company/frmKaisyaShinki.h"
+#include "company/frmPassword.h"
 #include "company/frmSaiteki.h"
 #include "masters/frmMasta.h"
 #include "masters/frmMenuMasuta.h"
@@ -97,6 +98,7 @@ void registerScreens(forms::ScreenRegistry& screens, const QString& sheetFolder)
         {"frmBackup", make<company::frmBackup>(), {{Jhelp, 5}}},
         {"frmSaiteki", make<company::frmSaiteki>(), {{Jhelp, 6}}},
         {"frmKaisyaShinki", make<company::frmKaisyaShinki>(), {{Jhelp, 4}}},
+        {"frmPassword", make<company::frmPassword>(), {{Jhelp, 7}}},
         {"frmHikkosi", make<company::frmHikkosi>(), {{Jhelp, 9}}},
         {"frmKaisyaSakujo", make<company::frmKaisyaSakujo>(), {{Jhelp, 8}}},
         {"frmKaisha", make<company::frmKaisha>(), {{Jhelp, 2001}}},

@@ -38,7 +38,7 @@ const Table* ourTable(schema::File file, const QString& name) {
 
 /// Tables that this program keeps for itself: what another one has under the name means nothing here.
 bool isOwn(const QString& table) {
-    return table == u"Sリンクテーブル" || table == u"Sコード変更予定";
+    return table == u"Sリンクテーブル" || table == u"Sコード変更予定" || table == u"S開始パスワード";
 }
 
 /// The rows of a Jet table in the order and the types of ours.

@@ -5,6 +5,8 @@
 #include <memory>
 
 #include "company/company_open.h"
+#include "company/frmPassword.h"
+#include "company/opening_password.h"
 #include "forms/box.h"
 #include "forms/global_record.h"
 #include "forms/menu_form.h"
@@ -63,6 +65,9 @@ bool openForHouse(forms::House& house, widgets::Form* screen, const QString& com
     const Outcome outcome = opened.outcome;
     if (outcome != Outcome::LinkFailed) QDir::setCurrent(global.dataDir());
     if (outcome != Outcome::Opened) tellFailure(screen, opened, company);
+    if (outcome == Outcome::Opened && hasOpeningPassword(*opened.cn_main) &&
+        screen->showChild(new frmPasswordKakunin(screen, *opened.cn_main, company)) != QDialog::Accepted)
+        return false;
     keep(global, std::move(opened));
     if (outcome == Outcome::LinkFailed) forms::endProcess(house);
     if (outcome != Outcome::Opened) return false;

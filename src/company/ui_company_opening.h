@@ -8,8 +8,9 @@
 namespace company {
 
 /// Opens the company of `house`'s Data folder and hands it to the global record, from within the screen's
-/// guard. What is no success is told; a failed link ends the process. True: it is open, and the screen is to
-/// close and to show the menu.
+/// guard. A company with a password of
+/// its own asks for it. What is no success is told; a failed link ends the process. True: it is open, and the
+/// screen is to close and to show the menu.
 bool openForHouse(forms::House& house, widgets::Form* screen, const QString& company);
 /// MENUの表示 goes, and frmMenu000 shows modally over the main window until it is closed.
 void showCompanyMenu(forms::House& house, const widgets::Form* screen);

@@ -13,8 +13,8 @@ void createTables(store::Connection& connection, File file);
 /// A row of a table of `main`: a value for each column, in their order.
 void insertRow(store::Connection& connection, const Table& table, const store::Binds& values);
 
-/// At each open, in this order: Sshikyuukeisuu, SshikyuukeisuuHA, Tanka_hasuu are created where they are
-/// missing.
+/// At each open, in this order: Sshikyuukeisuu, SshikyuukeisuuHA, Tanka_hasuu, S開始パスワード are created
+/// where they are missing.
 void createMissingTables(store::Connection& cnMain);
 
 /// Throws store::Error where an attached file of ours is newer than the program; before anything is written

@@ -12,7 +12,8 @@ const std::vector<Library>& usedLibraries() {
         {QStringLiteral("ICU"), QStringLiteral("文字の変換"), QStringLiteral("Unicode ライセンス")},
         {QStringLiteral("libxlsxwriter"), QStringLiteral("表計算の書き出し"),
          QStringLiteral("BSD 2条項ライセンス（一部は MPL 2.0 など）")},
-        {QStringLiteral("zlib"), QStringLiteral("書き出した表の検査"), QStringLiteral("zlib ライセンス")}};
+        {QStringLiteral("zlib"), QStringLiteral("書き出した表の検査"), QStringLiteral("zlib ライセンス")},
+        {QStringLiteral("libsodium"), QStringLiteral("パスワードの確認"), QStringLiteral("ISC ライセンス")}};
     return libraries;
 }
 
@@ -25,7 +26,8 @@ const std::vector<LicenceText>& licenceTexts() {
         {QStringLiteral("ICU"), QStringLiteral("icu.txt")},
         {QStringLiteral("libxlsxwriter"), QStringLiteral("libxlsxwriter.txt")},
         {QStringLiteral("MPL 2.0"), QStringLiteral("MPL-2.0.txt")},
-        {QStringLiteral("zlib"), QStringLiteral("zlib.txt")}};
+        {QStringLiteral("zlib"), QStringLiteral("zlib.txt")},
+        {QStringLiteral("libsodium"), QStringLiteral("libsodium.txt")}};
     return texts;
 }
 

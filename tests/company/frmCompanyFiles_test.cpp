@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QTabWidget>
 
 #include "company/backup.h"
@@ -9,11 +10,14 @@
 #include "company/company_open.h"
 #include "company/create.h"
 #include "company/frmBackup.h"
+#include "company/frmDBSentaku.h"
 #include "company/frmHikkosi.h"
 #include "company/frmKaisyaSakujo.h"
 #include "company/frmKaisyaShinki.h"
+#include "company/frmPassword.h"
 #include "company/frmSaiteki.h"
 #include "company/key.h"
+#include "company/opening_password.h"
 #include "support/former_company.h"
 #include "support/house_screens.h"
 
@@ -309,6 +313,79 @@ TEST_F(CompanyFiles, ANewCompanyIsMadeStepByStepAndOpened) {
              "最終学歴マスタ where 最終学歴='大学卒'"_s),
         u"0 47 22"_s);
     EXPECT_EQ(QDir(places().data + u"/青空工業"_s).entryList(QDir::Files).size(), 4);
+}
+
+TEST_F(CompanyFiles, APasswordIsSetAskedForAndTakenAway) {
+    const QString title = u"パスワードの確認"_s;
+    {
+        frmPassword screen(house_, &main_);
+        driver_.run(screen, [&](QDialog& form) {
+            EXPECT_FALSE(enabled(form, u"Command1"_s)) << "no company is open";
+            click(form, u"Command3"_s);
+        });
+    }
+    open(u"甲社"_s);
+    const QString secret = u"あかさたな 123"_s;
+    {
+        frmPassword screen(house_, &main_);
+        driver_.run(screen, [&](QDialog& form) {
+            EXPECT_FALSE(enabled(form, u"Text1"_s) || enabled(form, u"Command2"_s));
+            control<QLineEdit>(form, u"Text2"_s).setText(u"1234567"_s);
+            driver_.expectBox(u"パスワードは8文字以上で入力してください。"_s, u"入力エラー"_s);
+            click(form, u"Command1"_s);
+            control<QLineEdit>(form, u"Text2"_s).setText(secret);
+            driver_.expectBox(u"二つの新しいパスワードが一致しません。"_s, u"入力エラー"_s);
+            click(form, u"Command1"_s);
+            control<QLineEdit>(form, u"Text3"_s).setText(secret);
+            driver_.expectBox(u"パスワードを設定しました。次に会社を開くときから聞かれます。"_s, title,
+                              BoxAnswer::Ok, BoxIcon::Information);
+            click(form, u"Command1"_s);
+        });
+    }
+    EXPECT_FALSE(
+        global_.cn_main->query(u"select ハッシュ from S開始パスワード"_s).value(0).toText().contains(secret));
+    global_.closeCompany();
+    const auto chooseIt = [&](QDialog& form, const ScreenDriver::Step& asked) {
+        driver_.expectBox(u"『甲社』を指定します。"_s, u"会社指定の確認"_s, BoxAnswer::Yes);
+        driver_.onScreen(u"frmPasswordKakunin"_s, asked);
+        choose(form, u"List1"_s, 0);
+        click(form, u"Command2"_s);
+    };
+    const auto tryIt = [&](QDialog& form, const QString& typed, const QString& box) {
+        control<QLineEdit>(form, u"Text1"_s).setText(typed);
+        if (!box.isEmpty()) driver_.expectBox(box, title, BoxAnswer::Ok, BoxIcon::Warning);
+        click(form, u"Command1"_s);
+    };
+    frmDBSentaku screen(house_, &main_);
+    driver_.run(screen, [&](QDialog& form) {
+        chooseIt(form, [&](QDialog& asked) {
+            for (int i = 0; i < 3; ++i) tryIt(asked, u"違う"_s, u"パスワードが違います。"_s);
+            tryIt(asked, secret, u"あと5秒たってから、もう一度入力してください。"_s);
+            click(asked, u"Command2"_s);
+        });
+        EXPECT_TRUE(!global_.cn_main && form.isVisible());
+        EXPECT_NE(CompanyLock::acquire(places().data, u"甲社"_s), nullptr) << "nobody holds it";
+        store::Connection(company_.file(schema::File::Syouyo), sharedKey())
+            .execute(u"update S開始パスワード set 失敗日時='2026-01-01T00:00:00'"_s);
+        chooseIt(form, [&](QDialog& asked) {
+            driver_.onScreen(u"frmMenu000"_s, [](QDialog& menu) { menu.accept(); });
+            tryIt(asked, secret, {});
+        });
+    });
+    ASSERT_TRUE(global_.cn_main);
+    EXPECT_EQ(global_.cn_main->query(u"select 失敗回数 from S開始パスワード"_s).value(0).toInteger(), 0);
+    global_.setCompanyPanel(u"甲社"_s);
+    frmPassword change(house_, &main_);
+    driver_.run(change, [&](QDialog& form) {
+        driver_.expectBox(u"パスワードが違います。"_s, title, BoxAnswer::Ok, BoxIcon::Warning);
+        click(form, u"Command2"_s);
+        control<QLineEdit>(form, u"Text1"_s).setText(secret);
+        driver_.expectBox(u"パスワードを解除します。だれでもこの会社を開けるようになります。"_s, title,
+                          BoxAnswer::Yes);
+        driver_.expectBox(u"パスワードを解除しました。"_s, title);
+        click(form, u"Command2"_s);
+    });
+    EXPECT_FALSE(hasOpeningPassword(*global_.cn_main));
 }
 
 TEST_F(CompanyFiles, AFormerCompanyIsShownAndMovedFromTheNewOne) {
