@@ -1,5 +1,6 @@
 #include <QApplication>
 
+#include "company/places.h"
 #include "main_screens.h"
 #include "shell/program.h"
 #include "widgets/platform_messages.h"
@@ -13,6 +14,6 @@ int main(int argc, char** argv) {
     widgets::applyTheme(app);
     forms::ScreenRegistry screens;
     registerScreens(screens);
-    shell::Program program(screens, QCoreApplication::applicationDirPath());
+    shell::Program program(screens, company::programFolder(QCoreApplication::applicationDirPath()));
     return program.Main() ? QApplication::exec() : 0;
 }

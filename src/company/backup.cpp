@@ -64,7 +64,7 @@ void writeManifest(const QString& folder, const Backup& backup) {
 
 QStringList namedIn(const QJsonObject& manifest) {
     QStringList names;
-    for (const QJsonValue& file : manifest.value(u"ファイル"_s).toArray()) {
+    for (const QJsonValue file : manifest.value(u"ファイル"_s).toArray()) {
         const QString name = file[u"名前"_s].toString();
         // A name from outside stays inside of its folder.
         if (!name.isEmpty() && !QDir::isAbsolutePath(name) && !QDir::cleanPath(name).startsWith(u".."_s))
@@ -88,7 +88,7 @@ std::optional<Backup> toldBy(const QString& folder) {
     backup.summary.dates = manifest.value(u"基準日数"_s).toInt();
     backup.summary.newestDate = QDate::fromString(manifest.value(u"最新の基準日"_s).toString(), Qt::ISODate);
     backup.whole = !backup.program.isEmpty();
-    for (const QJsonValue& file : manifest.value(u"ファイル"_s).toArray()) {
+    for (const QJsonValue file : manifest.value(u"ファイル"_s).toArray()) {
         const QFileInfo stands(folder + u'/' + file[u"名前"_s].toString());
         backup.whole = backup.whole && stands.isFile() && stands.size() == file[u"バイト"_s].toInteger();
         backup.summary.bytes += stands.size();

@@ -12,6 +12,14 @@ struct Places {
     QString backups() const { return program + QStringLiteral("/BackupDB"); }
 };
 
+/// The program's folder of this user, on which companies, backups and settings hang: the executable's own
+/// where a Data folder stands in it (a folder that is carried about as a whole), otherwise the one that the
+/// user chose, otherwise one among the user's own data, which is made.
+QString programFolder(const QString& executableDir);
+/// Chooses it from the next start on, and provides its Data folder. Throws store::Error where it can't be
+/// written.
+void chooseProgramFolder(const QString& folder);
+
 /// The companies stand in "Data" beside the program.
 inline Places placesOf(const QString& programDir) {
     return {programDir, programDir + QStringLiteral("/Data")};

@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPainter>
@@ -178,6 +179,17 @@ QWidget* frmMain::buildArea() {
     ways->addWidget(make_);
     ways->addStretch(1);
     card->body()->addLayout(ways);
+    place_ = new QLabel(card);
+    place_->setTextFormat(Qt::PlainText);
+    place_->setWordWrap(true);
+    widgets::setTone(place_, widgets::Tone::Muted);
+    elsewhere_ = new QPushButton(QStringLiteral("変更(&L)..."), card);
+    elsewhere_->setObjectName(QStringLiteral("StartPlace"));
+    elsewhere_->setAccessibleName(QStringLiteral("データの場所を変更"));
+    auto* place = new QHBoxLayout;
+    place->addWidget(place_, 1);
+    place->addWidget(elsewhere_);
+    card->body()->addLayout(place);
 
     auto* top = new QHBoxLayout;
     top->addStretch();
@@ -193,8 +205,10 @@ QWidget* frmMain::buildArea() {
     column->addStretch(2);
     connect(open_, &QPushButton::clicked, this, [this] { mnuFileNo_Click(1); });
     connect(make_, &QPushButton::clicked, this, [this] { mnuFileNo_Click(kNew); });
+    connect(elsewhere_, &QPushButton::clicked, this, [this] { choosePlace(); });
     connect(Command1_, &QPushButton::clicked, this, [this] { openScreen(QStringLiteral("frmMenu000")); });
-    for (QPushButton* button : {Command1_, open_, make_}) button->setAutoDefault(true);  // Enter presses it
+    for (QPushButton* button : {Command1_, open_, make_, elsewhere_})
+        button->setAutoDefault(true);  // Enter presses it
     open_->setFocus();
     return area;
 }
@@ -211,6 +225,11 @@ void frmMain::showPanels() {
                                    : QStringLiteral("賞与の配分を始めるには、処理する会社を開きます。はじめて"
                                                     "のときは、新しい会社を作ります。"));
     for (QPushButton* way : {open_, make_}) way->setVisible(!companyOpen);
+    place_->setText(QStringLiteral("データの場所： ") + QDir::toNativeSeparators(house_.global.dataDir()));
+    place_->setVisible(!companyOpen);
+    // A folder that is carried about as a whole keeps its companies.
+    elsewhere_->setVisible(!companyOpen &&
+                           QDir(house_.global.app_dir) != QDir(QCoreApplication::applicationDirPath()));
 }
 
 void frmMain::openScreen(const QString& name) {
@@ -248,6 +267,22 @@ void frmMain::chooseCompany() {
         Command1_->hide();
     }
     openScreen(QStringLiteral("frmDBSentaku"));
+}
+
+void frmMain::choosePlace() {
+    forms::GlobalRecord& global = house_.global;
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, QStringLiteral("会社のデータを置くフォルダ（この中に Data が作られます）"), global.app_dir);
+    if (folder.isEmpty()) return;
+    try {
+        company::chooseProgramFolder(folder);
+    } catch (const store::Error& error) {
+        forms::tell(this, error.text(), QStringLiteral("データの場所"), forms::BoxIcon::Warning);
+        return;
+    }
+    global.app_dir = folder;
+    QDir::setCurrent(folder);
+    showPanels();
 }
 
 void frmMain::mnuHelpNo_Click(int index) {

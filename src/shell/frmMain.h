@@ -43,6 +43,7 @@ class frmMain : public QMainWindow {
     void showPanels();
     void openScreen(const QString& name);
     void chooseCompany();
+    void choosePlace();
 
     forms::House& house_;
     help::HelpShelf& help_;
@@ -50,7 +51,8 @@ class frmMain : public QMainWindow {
     std::array<QLabel*, 3> panels_{};
     QLabel* areaTitle_ = nullptr;
     QLabel* areaText_ = nullptr;
-    QPushButton *open_ = nullptr, *make_ = nullptr;
+    QLabel* place_ = nullptr;
+    QPushButton *open_ = nullptr, *make_ = nullptr, *elsewhere_ = nullptr;
 };
 
 }  // namespace shell
