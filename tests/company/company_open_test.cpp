@@ -201,6 +201,24 @@ TEST_F(CompanyOpen, OneProcessAtATime) {
     EXPECT_EQ(open().outcome, Outcome::Opened);
 }
 
+TEST(ProgramFolder, IsTheExecutablesWithDataOrTheUsersOwn) {
+    const QTemporaryDir home, executable, other;
+    qputenv("XDG_DATA_HOME", home.filePath(u"share"_s).toUtf8());
+    qputenv("XDG_CONFIG_HOME", home.filePath(u"config"_s).toUtf8());
+    EXPECT_EQ(programFolder(executable.path()), home.filePath(u"share/hinata-mint"_s));
+    EXPECT_TRUE(QFileInfo(home.filePath(u"share/hinata-mint/Data"_s)).isDir());
+    chooseProgramFolder(other.filePath(u"置き場所"_s));
+    EXPECT_EQ(programFolder(executable.path()), other.filePath(u"置き場所"_s));
+    ASSERT_TRUE(QDir(other.path()).rename(u"置き場所"_s, u"なし"_s));
+    EXPECT_EQ(programFolder(executable.path()), home.filePath(u"share/hinata-mint"_s))
+        << "a chosen one that is gone";
+    QFile obstacle(other.filePath(u"file"_s));
+    ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
+    EXPECT_THROW(chooseProgramFolder(obstacle.fileName()), store::Error);
+    ASSERT_TRUE(QDir(executable.path()).mkdir(u"Data"_s));
+    EXPECT_EQ(programFolder(executable.path()), executable.path());
+}
+
 TEST(InstanceLock, RefusesASecondAndTakesOverFromTheDead) {
     QTemporaryDir folder;
     const QString path = folder.filePath(u"instance.lock"_s);
