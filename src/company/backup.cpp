@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
+#include <QSettings>
 #include <algorithm>
 
 #include "company/company_set.h"
@@ -24,6 +25,7 @@ const QString kReady = u".バックアップ完成"_s;
 constexpr int kCopyParts = 70;  ///< of a hundred; the rest is verifying
 constexpr int kNewest = 10;
 constexpr int kSecondsApart = 600;
+const QString kOwnCopiesWanted = u"OwnCopies"_s;
 
 QStringList filesIn(const QString& folder) {
     QStringList names;
@@ -310,7 +312,19 @@ void makeOwnCopy(const Places& places, const QString& company, const QString& re
 
 }  // namespace
 
+bool ownCopiesWanted(const Places& places, const QString& company) {
+    return QSettings(places.settings(), QSettings::IniFormat)
+        .value(settingsKey(kOwnCopiesWanted, company), true)
+        .toBool();
+}
+
+void wantOwnCopies(const Places& places, const QString& company, bool wanted) {
+    QSettings(places.settings(), QSettings::IniFormat)
+        .setValue(settingsKey(kOwnCopiesWanted, company), wanted);
+}
+
 bool keepCopy(const Places& places, const QString& company, const QString& reason) {
+    if (!ownCopiesWanted(places, company)) return false;
     const QDateTime now = QDateTime::currentDateTime();
     for (const Backup& copy : backupsIn(copiesFolder(places, company)))
         if (copy.whole && copy.reason == reason && std::abs(copy.made.secsTo(now)) < kSecondsApart)

@@ -50,13 +50,18 @@ Backup lookInto(const QString& folder);
 bool restoreBackup(const Backup& backup, const CompanyLock& lock, const store::Progress& progress = {});
 
 /// The program's own copies of a company, before something that can lose much. At most one for a reason
-/// within ten minutes. The newest ten stay, of older ones the last of each day for a month and the last of
-/// each month. False: there was one already. Throws store::Error when it can't be made.
+/// within ten minutes, and none where the user does not want them. The newest ten stay, of older ones the
+/// last of each day for a month and the last of each month. False: none was due. Throws store::Error when it
+/// can't be made.
 bool keepCopy(const Places& places, const QString& company, const QString& reason);
 /// The same where a company that can't be copied must not keep the user from going on.
 void keepCopyIfSound(const Places& places, const QString& company, const QString& reason);
 /// The same before a company is replaced: always, and of a damaged one the files as they are.
 void keepReplaced(const Places& places, const QString& company);
+/// Whether the user wants them for this company; yes unless told otherwise. A company that is replaced is
+/// kept all the same.
+bool ownCopiesWanted(const Places& places, const QString& company);
+void wantOwnCopies(const Places& places, const QString& company, bool wanted);
 /// Where they stand.
 QString copiesFolder(const Places& places, const QString& company);
 

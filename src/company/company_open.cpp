@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include "company/backup.h"
 #include "company/company_set.h"
 #include "company/key.h"
 #include "company/main_connection.h"
@@ -49,6 +50,7 @@ OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
     auto dao_db = std::make_unique<store::Connection>(place.path(schema::File::Syouyo), sharedKey());
     schema::refuseNewer(*dao_db);  // before its links are rewritten
     if (!refreshAllLinks(*dao_db, place, opened)) return Outcome::LinkFailed;
+    if (schema::isOlder(*dao_db)) keepCopy(place.places, place.company, QStringLiteral("版の更新の前"));
     makeMain(*dao_db, place.company);
     schema::createMissingTables(*dao_db);
     opened.cn_main = std::move(dao_db);

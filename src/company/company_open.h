@@ -39,10 +39,11 @@ struct OpenedCompany {
 };
 
 /// Opens the company in <data>/<company>: looks for the companion program, rewrites the links to the
-/// wage file (if there is one) and to the basic file, opens the main connection, creates the three tables
-/// that older companies lack. Works with full paths; the current directory is left alone. `held` is the lock
-/// that the caller still has from an earlier try, or null: it is taken over when it is this company's. Throws
-/// store::Error for a file that cannot be opened; links rewritten before stay rewritten.
+/// wage file (if there is one) and to the basic file, opens the main connection (an older layout is
+/// copied before it is brought up), creates the tables that older companies lack. Works with full paths; the
+/// current directory is left alone. `held` is the lock that the caller still has from an earlier try, or
+/// null: it is taken over when it is this company's. Throws store::Error for a file that cannot be opened;
+/// links rewritten before stay rewritten.
 OpenedCompany openCompany(const Places& places, const QString& company, std::unique_ptr<CompanyLock>& held);
 
 }  // namespace company

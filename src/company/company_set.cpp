@@ -28,7 +28,12 @@ bool isThere(const QString& path) {
 }
 
 void requireOwnFolder(const Names& names) {
-    if (QFileInfo(names.stands()).isSymLink())
+    const QFileInfo stands(names.stands());
+    if (stands.exists() && !stands.isDir())
+        throw store::Error(store::Error::Reason::ReadOnly,
+                           QStringLiteral("『%1』と同じ名前のファイルがあるため、この処理はできません。")
+                               .arg(names.company));
+    if (stands.isSymLink())
         throw store::Error(
             store::Error::Reason::ReadOnly,
             QStringLiteral("『%1』はほかの場所へのリンクのため、この処理はできません。").arg(names.company));

@@ -9,10 +9,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A settings key may not hold every character of a company's name.
-QString keyOf(const QString& company) {
-    return u"GuideDismissed/"_s + QString::fromLatin1(company.toUtf8().toHex());
-}
+const QString kGuide = u"GuideDismissed"_s;
 
 }  // namespace
 
@@ -34,11 +31,11 @@ std::vector<FirstStep> firstSteps(store::Connection& cnMain) {
 }
 
 bool guideDismissed(const Places& places, const QString& company) {
-    return QSettings(places.settings(), QSettings::IniFormat).value(keyOf(company)).toBool();
+    return QSettings(places.settings(), QSettings::IniFormat).value(settingsKey(kGuide, company)).toBool();
 }
 
 void dismissGuide(const Places& places, const QString& company) {
-    QSettings(places.settings(), QSettings::IniFormat).setValue(keyOf(company), true);
+    QSettings(places.settings(), QSettings::IniFormat).setValue(settingsKey(kGuide, company), true);
 }
 
 }  // namespace company

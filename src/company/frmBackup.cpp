@@ -260,6 +260,7 @@ QWidget* frmBackup::makeRestorePage() {
     list_->setAccessibleName(u"バックアップの一覧"_s);
     list_->setPlaceholder(
         u"BackupDB にバックアップがありません。\nほかの場所にあるときは［別のフォルダ］で選びます。"_s);
+    list_->setMinimumWidth(68 * widgets::kGrid);
     rows_ = new widgets::RowsModel(
         {{u"作成日時"_s}, {u"会社"_s}, {u"社員"_s, true}, {u"大きさ"_s, true}, {u"版"_s}, {u"種類"_s}}, this);
     list_->setModel(rows_);

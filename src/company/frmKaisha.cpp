@@ -1,9 +1,11 @@
 #include "company/frmKaisha.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 
+#include "company/backup.h"
 #include "company/profile_fields.h"
 #include "forms/box.h"
 #include "forms/field_check.h"
@@ -44,7 +46,8 @@ frmKaisha::frmKaisha(forms::House& house, QWidget* parent)
     for (const int number : {t::郵便番号, t::tel, t::fax})
         widgets::typeDirectly(txtFields_[std::size_t(number)]);
     arrange({}, arrangeFields());
-    setTabOrder(txtFields_.back(), findChild<QWidget*>(u"Command1"_s));
+    setTabOrder(txtFields_.back(), copies_);
+    setTabOrder(copies_, findChild<QWidget*>(u"Command1"_s));
     txtFields_.front()->setFocus();
 }
 
@@ -59,6 +62,10 @@ QLayout* frmKaisha::arrangeFields() {
         }
         widgets::addField(fields, labelFor(u"lblLabels_%1"_s.arg(i), item(i).column + u':', edit), edit);
     }
+    const auto& global = house_.global;
+    copies_ = make<QCheckBox>(u"Check1"_s, u"大きな変更の前に、自動でバックアップする(&A)"_s);
+    copies_->setChecked(ownCopiesWanted(global.places(), global.panels.folder));
+    fields->addWidget(copies_, fields->rowCount(), 0, 1, 2);
     return fields;
 }
 
@@ -105,6 +112,7 @@ void frmKaisha::fill(store::RowEdit& row) {
 void frmKaisha::updated() {
     auto& global = house_.global;
     const QString name = txtFields_[t::会社名]->text();
+    wantOwnCopies(global.places(), global.panels.folder, copies_->isChecked());
     global.setCompanyPanel(name.isEmpty() ? global.panels.folder : name);
 }
 

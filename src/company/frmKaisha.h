@@ -3,6 +3,7 @@
 
 #include "forms/single_row_form.h"
 
+class QCheckBox;
 class QLineEdit;
 
 namespace company {
@@ -29,6 +30,7 @@ class frmKaisha : public forms::SingleRowForm {
     bool masterInUse(int number);
 
     std::array<QLineEdit*, kFields> txtFields_{};
+    QCheckBox* copies_ = nullptr;
 };
 
 }  // namespace company

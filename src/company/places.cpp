@@ -30,6 +30,10 @@ QString programFolder(const QString& executableDir) {
     return own;
 }
 
+QString settingsKey(const QString& what, const QString& company) {
+    return what + u'/' + QString::fromLatin1(company.toUtf8().toHex());
+}
+
 void chooseProgramFolder(const QString& folder) {
     QSettings settings(userSettings(), QSettings::IniFormat);
     const bool provided = QDir().mkpath(folder + u"/Data"_s);

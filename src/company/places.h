@@ -20,6 +20,9 @@ QString programFolder(const QString& executableDir);
 /// written.
 void chooseProgramFolder(const QString& folder);
 
+/// The key in the settings under which something about one company is kept, whatever its name holds.
+QString settingsKey(const QString& what, const QString& company);
+
 /// The companies stand in "Data" beside the program.
 inline Places placesOf(const QString& programDir) {
     return {programDir, programDir + QStringLiteral("/Data")};

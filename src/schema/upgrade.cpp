@@ -96,6 +96,13 @@ void refuseNewer(store::Connection& connection) {
                 QStringLiteral("このデータは新しいバージョンのプログラムで作成されているため、開けません。"));
 }
 
+bool isOlder(store::Connection& connection) {
+    for (const QString& schema : connection.schemas())
+        if (isOurs(fileOf(connection.filePath(schema))) && versionOf(connection, schema) < kSchemaVersion)
+            return true;
+    return false;
+}
+
 void upgradeSchema(store::Connection& connection) {
     refuseNewer(connection);
     struct Older {

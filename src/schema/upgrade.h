@@ -20,6 +20,8 @@ void createMissingTables(store::Connection& cnMain);
 /// Throws store::Error where an attached file of ours is newer than the program; before anything is written
 /// into it.
 void refuseNewer(store::Connection& connection);
+/// Whether an attached file of ours is older than the program.
+bool isOlder(store::Connection& connection);
 /// Brings an older layout up by numbered steps, one transaction. Refuses what is newer.
 void upgradeSchema(store::Connection& connection);
 

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "company/backup.h"
 #include "company/create.h"
 #include "company/key.h"
 #include "schema/files.h"
@@ -59,6 +60,7 @@ TEST_F(CompanyOpen, AMovedOlderCompanyOpensWithItsOwnFilesAndGrowsTheTablesItLac
     { open(); }
     const QString older = u"Tanka_hasuu Sshikyuukeisuu SshikyuukeisuuHA"_s;
     for (const QString& table : older.split(u' ')) changeBonus(u"DROP TABLE "_s + table);
+    changeBonus(u"PRAGMA user_version=1"_s);
     const QString moved = company_.programDir() + u"/elsewhere"_s, before = QDir::currentPath();
     ASSERT_TRUE(QDir().mkpath(moved) && QDir().rename(company_.dataDir(), moved + u"/Data"_s));
     const OpenedCompany opened = openCompany(placesOf(moved), company_.company(), held_);
@@ -75,6 +77,9 @@ TEST_F(CompanyOpen, AMovedOlderCompanyOpensWithItsOwnFilesAndGrowsTheTablesItLac
     for (const QString& file : schema::linkedFiles(*opened.cn_main))
         EXPECT_TRUE(file.startsWith(moved)) << file.toStdString();
     EXPECT_EQ(QDir::currentPath(), before);
+    const auto copies = backupsIn(copiesFolder(placesOf(moved), company_.company()));
+    ASSERT_EQ(copies.size(), 1U) << "before its layout was brought up";
+    EXPECT_EQ(copies[0].reason, u"版の更新の前"_s);
 }
 
 TEST_F(CompanyOpen, ALinkThatIsNeverRefreshedDoesNotStandInTheWay) {

@@ -112,6 +112,9 @@ TEST_F(CompanySet, ARemovalTouchesNothingElseAndFollowsNoLink) {
     EXPECT_EQ(support::reasonOf([&] { removeSet(*lock(u"リンク"_s)); }), Reason::ReadOnly);
     EXPECT_EQ(support::reasonOf([&] { NewSet set(*lock(u"リンク"_s)); }), Reason::ReadOnly);
     EXPECT_TRUE(QFileInfo::exists(kept));
+    put(data() + u"/ファイル"_s);
+    EXPECT_EQ(support::reasonOf([&] { NewSet set(*lock(u"ファイル"_s)); }), Reason::ReadOnly);
+    EXPECT_TRUE(QFileInfo::exists(data() + u"/ファイル"_s));
 }
 
 TEST_F(CompanySet, ABackupIsVerifiedReplacesTheFormerAndComesBackUnderAnyName) {

@@ -1,5 +1,6 @@
 #include "company/frmKaisha.h"
 
+#include "company/backup.h"
 #include "support/house_screens.h"
 
 namespace company {
@@ -40,9 +41,12 @@ TEST_F(OverMain, TheCompanyGetsItsNameAndTheNamesOfItsAttributes) {
         EXPECT_EQ(text(form, u"txtFields_8"_s), u"未設定"_s);
         driver_.expectBox(update, u"更新の確認"_s, forms::BoxAnswer::No);
         click(form, u"Command1"_s);
+        EXPECT_TRUE(checked(form, u"Check1"_s));
+        click(form, u"Check1"_s);
         driver_.expectBox(update, u"更新の確認"_s, forms::BoxAnswer::Yes);
         click(form, u"Command1"_s);
     });
+    EXPECT_FALSE(keepCopy(global_.places(), u"甲社"_s, u"取込の前"_s)) << "not wanted any more";
     EXPECT_EQ(global_.panels.company, u"甲乙"_s);
     const auto row = cn.query(u"select 会社名,所在地１,代表者名,自由マスタ1,自由マスタ2 from 会社テーブル"_s);
     QStringList stored;
