@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "company/company_set.h"
+#include "company/key.h"
 #include "store/durable_files.h"
 
 namespace company {
@@ -90,6 +91,7 @@ std::optional<Backup> toldBy(const QString& folder) {
     backup.summary.dates = manifest.value(u"基準日数"_s).toInt();
     backup.summary.newestDate = QDate::fromString(manifest.value(u"最新の基準日"_s).toString(), Qt::ISODate);
     backup.whole = !backup.program.isEmpty();
+    backup.locked = filesLocked(folder);
     for (const QJsonValue file : manifest.value(u"ファイル"_s).toArray()) {
         const QFileInfo stands(folder + u'/' + file[u"名前"_s].toString());
         backup.whole = backup.whole && stands.isFile() && stands.size() == file[u"バイト"_s].toInteger();
@@ -118,6 +120,8 @@ void moveUp(const QString& target) {
         const QStringList kept = namedIn(manifestOf(ready));
         for (const QString& name : former)
             if (!kept.contains(name)) QFile::remove(target + u'/' + name);
+        // Of a copy made by hand: the new files do not open with it.
+        if (!kept.contains(kKeyFile)) QFile::remove(target + u'/' + kKeyFile);
         names << kManifest;
     }
     for (const QString& name : names) {
@@ -132,14 +136,6 @@ void moveUp(const QString& target) {
 void settle(const QString& target) {
     moveUp(target);
     store::removeFolder(target + u'/' + kBuilding);
-}
-
-/// The copy in `folder` holds the rows that the original held; all of it is on the disk.
-void verify(const QString& folder, const QString& company, const RowCounts& expected) {
-    CompanyMoment copy(folder, company);
-    copy.requireSound();
-    if (copy.rowCounts() != expected)
-        throw store::Error(store::Error::Reason::Damaged, u"写しの件数が元のデータと一致しません。"_s);
 }
 
 }  // namespace
@@ -170,14 +166,15 @@ std::optional<Backup> makeBackup(const QString& companyFolder, const QString& co
                       QCoreApplication::applicationVersion(),
                       reason.text,
                       true,
-                      moment.links()};
-            if (!moment.copyTo(building, company, part)) {
+                      moment.links(),
+                      filesLocked(companyFolder)};
+            if (!moment.copyTo(building, company, moment.key(), part)) {
                 store::removeFolder(building);
                 return std::nullopt;
             }
         }
         if (backup.program.isEmpty()) backup.program = u"-"_s;
-        verify(building, company, rows);
+        verifyCopy(building, company, rows);
         writeManifest(building, backup);
         for (const QString& name : filesIn(building)) store::syncFile(building + u'/' + name);
         store::syncFolder(building);
@@ -210,6 +207,7 @@ std::vector<Backup> backupsIn(const QString& root) {
             Backup plain;
             plain.folder = folder;
             plain.company = company;
+            plain.locked = filesLocked(folder);
             for (const QString& file : filesIn(folder)) {
                 const QFileInfo entry(folder + u'/' + file);
                 plain.summary.bytes += entry.size();
@@ -252,9 +250,9 @@ bool restoreBackup(const Backup& backup, const CompanyLock& lock, const store::P
         CompanyMoment moment(backup.folder, backup.company, namedIn(manifestOf(backup.folder)));
         moment.requireSound();
         rows = moment.rowCounts();
-        if (!moment.copyTo(set.folder(), lock.company(), part)) return false;
+        if (!moment.copyTo(set.folder(), lock.company(), moment.key(), part)) return false;
     }
-    verify(set.folder(), lock.company(), rows);
+    verifyCopy(set.folder(), lock.company(), rows);
     if (progress && !progress(99, 100)) return false;
     set.putInPlace();
     return true;

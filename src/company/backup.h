@@ -26,7 +26,8 @@ struct Backup {
     QString reason;
     /// Made by the program, and all files stand in the sizes that were noted.
     bool whole = false;
-    QStringList links;  ///< what it does not hold
+    QStringList links;    ///< what it does not hold
+    bool locked = false;  ///< with a key of its own; it opens with the password of its time
 };
 
 /// Copies the company, as it is at one moment, into the folder `target`, in the place of a backup that stands

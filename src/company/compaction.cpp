@@ -28,15 +28,16 @@ Compaction compact_database(const CompanyLock& lock, const QString& path) {
         return told;
     }
     try {
+        const store::Key key = keyOf(lock.folder());
         const NewSet aside(lock);
         const QString written = aside.folder() + u'/' + QFileInfo(path).fileName();
         {
-            store::Connection database(path, sharedKey());
+            store::Connection database(path, key);
             told.before = QFileInfo(path).size();
             store::compactDatabase(database, written);
         }
         {
-            store::Connection database(written, sharedKey(), store::Connection::Mode::ReadOnly);
+            store::Connection database(written, key, store::Connection::Mode::ReadOnly);
             store::requireSound(database);
         }
         store::syncFile(written);

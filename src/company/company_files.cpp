@@ -20,8 +20,9 @@ const QString kSyouyo = u"賞与db.mdb"_s;
 
 /// What belongs to the moment of one process and not to the company.
 bool isPassing(const QString& name, const QString& company) {
-    return name == CompanyLock::formerFileName() || name == kManifest || name.endsWith(u"-journal") ||
-           (name.startsWith(company) && name.contains(u".mdb-mj")) || name.endsWith(u".mdbwk");
+    return name == CompanyLock::formerFileName() || name == kManifest || name == kKeyFile + u".new"_s ||
+           name.endsWith(u"-journal") || (name.startsWith(company) && name.contains(u".mdb-mj")) ||
+           name.endsWith(u".mdbwk");
 }
 
 }  // namespace
@@ -79,7 +80,7 @@ CompanyMoment::CompanyMoment(const QString& folder, const QString& company, cons
     const auto mode = QFileInfo(folder).isWritable() ? store::Connection::Mode::ReadWrite
                                                      : store::Connection::Mode::ReadOnly;
     const QString syouyo = schema::fileName(company, schema::File::Syouyo);
-    files_ = std::make_unique<store::Connection>(place.filePath(syouyo), sharedKey(), mode);
+    files_ = std::make_unique<store::Connection>(place.filePath(syouyo), keyOf(folder), mode);
     for (const QString& name : databases) {
         if (name == syouyo) continue;
         try {
@@ -154,7 +155,8 @@ bool CompanyMoment::isNewer() {
     }
 }
 
-bool CompanyMoment::copyTo(const QString& target, const QString& name, const store::Progress& progress) {
+bool CompanyMoment::copyTo(const QString& target, const QString& name, const store::Key& key,
+                           const store::Progress& progress) {
     qint64 whole = 0;
     for (const QString& schema : files_->schemas()) whole += QFileInfo(files_->filePath(schema)).size();
     for (const QString& other : others_) whole += QFileInfo(folder_ + u'/' + other).size();
@@ -164,7 +166,7 @@ bool CompanyMoment::copyTo(const QString& target, const QString& name, const sto
         const auto part = [&](qint64 done, qint64 pages) {
             return !progress || progress(before + size * done / std::max<qint64>(pages, 1), whole);
         };
-        if (!store::copyDatabase(*files_, schema, target + u'/' + name + endingOf(schema), part))
+        if (!store::copyDatabase(*files_, schema, target + u'/' + name + endingOf(schema), key, part))
             return false;
         before += size;
     }
@@ -182,6 +184,13 @@ bool CompanyMoment::copyTo(const QString& target, const QString& name, const sto
 
 void CompanyMoment::requireSound() {
     store::requireSound(*files_);
+}
+
+void verifyCopy(const QString& folder, const QString& company, const RowCounts& expected) {
+    CompanyMoment copy(folder, company);
+    copy.requireSound();
+    if (copy.rowCounts() != expected)
+        throw store::Error(store::Error::Reason::Damaged, u"写しの件数が元のデータと一致しません。"_s);
 }
 
 }  // namespace company

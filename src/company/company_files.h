@@ -57,9 +57,12 @@ class CompanyMoment {
     RowCounts rowCounts();
     /// Written by a newer version of the program.
     bool isNewer();
-    /// Copies all into the folder `target`, the databases under the names of the company `name`. Links are
-    /// not followed and not copied. False when `progress` stopped it.
-    bool copyTo(const QString& target, const QString& name, const store::Progress& progress);
+    /// The key of its databases.
+    const store::Key& key() const { return files_->key(); }
+    /// Copies all into the folder `target`, the databases under the names of the company `name` and under
+    /// `key`. Links are not followed and not copied. False when `progress` stopped it.
+    bool copyTo(const QString& target, const QString& name, const store::Key& key,
+                const store::Progress& progress);
     /// Throws Error(Damaged) unless every database is sound.
     void requireSound();
     /// Names of links, which no copy holds.
@@ -71,5 +74,8 @@ class CompanyMoment {
     QStringList others_, links_;  ///< relative paths
     std::unique_ptr<store::Connection> files_;
 };
+
+/// Throws Error(Damaged) unless the copy in `folder` is sound and holds the rows that the original held.
+void verifyCopy(const QString& folder, const QString& company, const RowCounts& expected);
 
 }  // namespace company

@@ -47,7 +47,8 @@ OpenedCompany::Outcome openAt(const Place& place, OpenedCompany& opened) {
     opened.companion_present = QFileInfo::exists(place.places.program + QStringLiteral("/zukanzen.exe"));
     // The connection that refreshes the links becomes the main one, with the files it has attached: opening a
     // keyed file is what costs most here, and so each is opened once.
-    auto dao_db = std::make_unique<store::Connection>(place.path(schema::File::Syouyo), sharedKey());
+    auto dao_db = std::make_unique<store::Connection>(place.path(schema::File::Syouyo),
+                                                      keyOf(place.places.data + u'/' + place.company));
     schema::refuseNewer(*dao_db);  // before its links are rewritten
     if (!refreshAllLinks(*dao_db, place, opened)) return Outcome::LinkFailed;
     if (schema::isOlder(*dao_db)) keepCopy(place.places, place.company, QStringLiteral("版の更新の前"));

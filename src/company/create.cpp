@@ -6,8 +6,8 @@
 
 #include "company/company_files.h"
 #include "company/company_set.h"
-#include "company/key.h"
 #include "company/master_templates.h"
+#include "company/opening_password.h"
 #include "domain/coefficients.h"
 #include "schema/files.h"
 #include "schema/links.h"
@@ -72,15 +72,16 @@ void fillLinks(store::Connection& syouyo, const QString& dataDir, const QString&
     const schema::Table& table =
         schema::tableNamed(QString::fromUtf16(schema::tables::Sリンクテーブル::kName));
     const auto fill = [&](const QStringList& names, schema::File file) {
-        const QString text = schema::linkText(schema::filePath(dataDir, company, file), sharedKey());
+        const QString text = schema::linkText(schema::filePath(dataDir, company, file), syouyo.key());
         for (const QString& name : names) insertRow(syouyo, table, {store::Value(), name, text, name});
     };
     fill(schema::chinginLinks(), schema::File::Chingin);
     fill(schema::kihonLinks(), schema::File::Kihon);
 }
 
-void createFile(const QString& path, const std::function<void(store::Connection&)>& fill) {
-    store::Connection connection(path, sharedKey(), store::Connection::Mode::Create);
+void createFile(const QString& path, const store::Key& key,
+                const std::function<void(store::Connection&)>& fill) {
+    store::Connection connection(path, key, store::Connection::Mode::Create);
     store::Work work(connection);
     fill(connection);
     work.commit();
@@ -102,11 +103,14 @@ void createCompany(const QString& dataDir, const NewCompany& made) {
         throw store::Error(store::Error::Reason::NotOpen,
                            QStringLiteral("会社「%1」は既に存在します。").arg(company));
     NewSet set(*lock);
+    if (made.ownKey) made.ownKey->write(set.folder());
+    const store::Key key = keyOf(set.folder());
     const auto create = [&](File file, const std::function<void(store::Connection&)>& fill = {}) {
-        createFile(set.folder() + u'/' + schema::fileName(company, file), [&](store::Connection& connection) {
-            schema::createTables(connection, file);
-            if (fill) fill(connection);
-        });
+        createFile(set.folder() + u'/' + schema::fileName(company, file), key,
+                   [&](store::Connection& connection) {
+                       schema::createTables(connection, file);
+                       if (fill) fill(connection);
+                   });
     };
     create(File::Kihon, [&](store::Connection& kihon) {
         fillFixedMasters(kihon);
@@ -119,10 +123,14 @@ void createCompany(const QString& dataDir, const NewCompany& made) {
     create(File::Syouyo, [&](store::Connection& syouyo) {
         fillCoefficientNames(syouyo);
         fillLinks(syouyo, dataDir, company);
+        if (!made.password.isEmpty() && !made.ownKey) {
+            schema::createMissingTables(syouyo);
+            setOpeningPassword(syouyo, made.password);
+        }
     });
     if (made.companions.others)
         for (const QString& name : databaseNames(company).mid(4))
-            createFile(set.folder() + u'/' + name, [](store::Connection& empty) {
+            createFile(set.folder() + u'/' + name, key, [](store::Connection& empty) {
                 empty.executeScript(
                     QStringLiteral("PRAGMA user_version=1"));  // or the file stays without a page
             });

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
+
+#include "company/key.h"
 
 namespace company {
 
@@ -18,9 +21,11 @@ struct NewCompany {
     QString name;  ///< companyNameFault() finds nothing wrong with it
     CompanionFiles companions = {};
     QStringList profile = {};  ///< 会社テーブル in its order; an attribute without a name is "未設定"
-    QStringList unusedItems = {};  ///< columns of 入力可・不可テーブル for what is not entered
-    QStringList masters = {};      ///< tables that begin with the usual entries (masterTemplates)
-    QDate since = {};              ///< from when on these may be chosen
+    QStringList unusedItems = {};       ///< columns of 入力可・不可テーブル for what is not entered
+    QStringList masters = {};           ///< tables that begin with the usual entries (masterTemplates)
+    QDate since = {};                   ///< from when on these may be chosen
+    QString password = {};              ///< asked before it opens; empty: nobody is asked
+    std::optional<OwnKey> ownKey = {};  ///< made from a password; locks the files in place of `password`
     /// What else comes into the files before the company is there; they stand in `folder` under its name.
     std::function<void(const QString& folder)> fill = {};
 };

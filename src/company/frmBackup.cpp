@@ -60,7 +60,8 @@ QString cellText(const Backup& backup, int column) {
         default:
             if (backup.program.isEmpty()) return u"フォルダの写し"_s;
             if (!backup.whole) return u"ファイルが足りません"_s;
-            return backup.reason.isEmpty() ? u"バックアップ"_s : backup.reason;
+            return (backup.reason.isEmpty() ? u"バックアップ"_s : backup.reason) +
+                   (backup.locked ? u"（暗号化）"_s : QString());
     }
 }
 
@@ -231,12 +232,16 @@ bool frmBackup::mayBackUp(const QString& name) {
 void frmBackup::cmdOK_Click() {
     const QString name = combo1_->currentText();
     if (!mayBackUp(name)) return;
+    const QString folder = house_.global.dataDir() + u'/' + name;
+    bool unlocked = false;
+    forms::guarded(this, [&] { unlocked = unlockForHouse(house_, this, folder, name); });
+    if (!unlocked) return;
     std::optional<Backup> made;
     QString cause;
     setHourglass();
     try {
         forms::ProgressBox progress(this, u"『%1』をバックアップしています。"_s.arg(name));
-        made = makeBackup(house_.global.dataDir() + u'/' + name, name, target(), {}, progress.step());
+        made = makeBackup(folder, name, target(), {}, progress.step());
     } catch (const store::Error& error) {
         cause = error.text();
     }
@@ -307,6 +312,7 @@ void frmBackup::loadBackups() {
 
 void frmBackup::addFolder(const QString& folder) {
     forms::guarded(this, [&] {
+        if (!unlockForHouse(house_, this, folder, QDir(folder).dirName())) return;
         setHourglass();
         Backup found = lookInto(QDir::cleanPath(folder));
         added_.insert(added_.begin(), std::move(found));
@@ -359,6 +365,7 @@ void frmBackup::restore_Click() {
     bool begun = false, done = false;
     forms::guarded(this,
                    [&] {
+                       if (!unlockForHouse(house_, this, chosen()->folder, chosen()->company)) return;
                        setHourglass();
                        const Backup backup = lookInto(chosen()->folder);
                        if (!mayRestore(backup, name)) return;

@@ -159,6 +159,7 @@ void frmKaisyaSakujo::Command1_Click() {
             return;
         }
         if (backup_->isChecked()) {
+            if (!unlockForHouse(house_, this, lock->folder(), name)) return;
             forms::ProgressBox progress(this, u"『%1』をバックアップしています。"_s.arg(name));
             if (!makeBackup(lock->folder(), name, places.backups() + u'/' + name, {u"削除の前"_s},
                             progress.step()))

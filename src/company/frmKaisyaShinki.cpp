@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "company/company_files.h"
+#include "company/frmPassword.h"
 #include "company/master_templates.h"
 #include "company/profile_fields.h"
 #include "company/ui_company_opening.h"
@@ -35,7 +36,7 @@ const QString kTitle = u"新規作成の確認"_s;
 struct StepText {
     QString name, guide;
 };
-const std::array<StepText, 7> kSteps = {{
+const std::array<StepText, 8> kSteps = {{
     {u"会社の名前"_s,
      u"会社の一覧に出る名前です。フォルダとファイルの名前にもなり、あとから変えられません。"_s},
     {u"会社の情報"_s, u"印刷物に出る会社名と所在地です。あとから「会社情報」で変えられます。"_s},
@@ -47,6 +48,8 @@ const std::array<StepText, 7> kSteps = {{
      u"印をつけたコード表に、よく使われる内容を入れておきます。★は社員を登録する前に必要です。"_s},
     {u"関連するファイル"_s,
      u"ほかのプログラムと一緒に使うファイルです。使わないときは、はずしておきます。"_s},
+    {u"パスワード"_s,
+     u"会社を開くときに聞かれます。いらないときは空けておきます。あとから「パスワードの設定」で変えられます。"_s},
     {u"確認"_s, u"この内容で会社を作成します。"_s},
 }};
 
@@ -91,7 +94,7 @@ frmKaisyaShinki::frmKaisyaShinki(forms::House& house, QWidget* parent)
     pages_ = new QStackedWidget(this);
     pages_->setMinimumWidth(84 * widgets::kGrid);
     for (QWidget* page : {makeName(), makeProfile(0, kFreeNames), makeAttributes(), makeItems(),
-                          makeMasters(), makeFiles(), makeConfirm()})
+                          makeMasters(), makeFiles(), makePassword(), makeConfirm()})
         pages_->addWidget(page);
     back_ = make<QPushButton>(u"Command1"_s, u"< 戻る(&B)"_s);
     next_ = make<QPushButton>(u"Command2"_s, u"次へ(&N) >"_s);
@@ -234,6 +237,25 @@ QWidget* frmKaisyaShinki::makeFiles() {
     return page;
 }
 
+QWidget* frmKaisyaShinki::makePassword() {
+    auto* page = new QWidget(this);
+    password_ = makeHidden(make<QLineEdit>(u"Text3"_s));
+    again_ = makeHidden(make<QLineEdit>(u"Text4"_s));
+    lock_ = make<QCheckBox>(u"Check4"_s, u"ファイルも暗号化する(&E)"_s);
+    auto* fields = widgets::fieldGrid();
+    widgets::addField(fields, labelFor(u"Label5"_s, u"パスワード（8文字以上）(&P):"_s, password_), password_);
+    widgets::addField(fields, labelFor(u"Label6"_s, u"パスワードをもう一度(&A):"_s, again_), again_);
+    auto* note = new QLabel(kAboutLock, page);
+    note->setWordWrap(true);
+    widgets::setTone(note, widgets::Tone::Muted);
+    auto* column = new QVBoxLayout(page);
+    column->addLayout(fields);
+    column->addWidget(lock_);
+    column->addWidget(note);
+    column->addStretch(1);
+    return page;
+}
+
 QWidget* frmKaisyaShinki::makeConfirm() {
     auto* page = new QWidget(this);
     told_ = make<QLabel>(u"lblTold"_s);
@@ -269,8 +291,8 @@ void frmKaisyaShinki::go(int step) {
     back_->setEnabled(reached > Name);
     next_->setVisible(reached < Confirm);
     create_->setVisible(reached == Confirm);
-    QWidget* firstOf[] = {name_,     profile_[0], profile_[kFreeNames], items_[0], masters_[0],
-                          files_[0], create_};
+    QWidget* firstOf[] = {name_,     profile_[0], profile_[kFreeNames], items_[0], masters_[0], files_[0],
+                          password_, create_};
     if (reached == step) firstOf[reached]->setFocus();
 }
 
@@ -284,6 +306,8 @@ bool frmKaisyaShinki::passes(int step) {
             return checkProfile(kFreeNames, int(kProfileFields.size()));
         case Masters:
             return checkSince();
+        case Password:
+            return checkPassword();
         default:
             return true;
     }
@@ -329,6 +353,24 @@ bool frmKaisyaShinki::checkSince() {
     return false;
 }
 
+bool frmKaisyaShinki::checkPassword() {
+    QString fault;
+    if (!password_->text().isEmpty() || !again_->text().isEmpty())
+        fault = newPasswordFault(password_->text(), again_->text());
+    else if (lock_->isChecked())
+        fault = u"ファイルを暗号化するときは、パスワードを入力してください。"_s;
+    if (fault.isEmpty()) return true;
+    forms::tell(this, fault, u"入力エラー"_s, forms::BoxIcon::Critical);
+    password_->setFocus();
+    return false;
+}
+
+bool frmKaisyaShinki::makeOwnKey(NewCompany& made) {
+    if (!lock_->isChecked()) return true;
+    made.ownKey.emplace(made.password);
+    return showChild(new frmFukkyuKey(this, made.name, made.ownKey->recoveryCode())) == Accepted;
+}
+
 // ---- What was chosen
 
 NewCompany frmKaisyaShinki::choices() const {
@@ -341,6 +383,7 @@ NewCompany frmKaisyaShinki::choices() const {
         if (!items_[i]->isChecked()) made.unusedItems << items.columns[i].name;
     for (std::size_t i = 0; i < masters_.size(); ++i)
         if (masters_[i]->isChecked()) made.masters << masterTemplates()[i].table;
+    made.password = password_->text();
     made.since = store::parseDate(since_->text()).value_or(QDate());
     return made;
 }
@@ -359,9 +402,12 @@ QString frmKaisyaShinki::toldChoices() const {
     if (made.companions.chingin) files << u"賃金db"_s;
     if (made.companions.hyouka) files << u"評価db"_s;
     if (made.companions.others) files << u"Hydcdb"_s << u"Compdb"_s;
-    return u"会社の名前　　%1\n会社名　　　　%2\n\n自由項目　　　%3\n\n入力しない項目　%4\n\n内容を入れるコード表　%5\n\nファイル　　　%6"_s
+    return u"会社の名前　　%1\n会社名　　　　%2\n\n自由項目　　　%3\n\n入力しない項目　%4\n\n内容を入れるコード表　%5\n\nファイル　　　%6\n\nパスワード　　%7"_s
         .arg(made.name, made.profile[0], orNone(attributes), orNone(unused), orNone(masters),
-             files.join(u'、'));
+             files.join(u'、'),
+             made.password.isEmpty() ? u"なし"_s
+             : lock_->isChecked()    ? u"あり（ファイルも暗号化する）"_s
+                                     : u"あり"_s);
 }
 
 void frmKaisyaShinki::Command3_Click() {
@@ -378,10 +424,13 @@ void frmKaisyaShinki::Command3_Click() {
     bool created = false;
     forms::guarded(this, [&] {
         setHourglass();
-        createCompany(global.dataDir(), choices());
+        NewCompany made = choices();
+        if (!makeOwnKey(made)) return;
+        setHourglass();
+        createCompany(global.dataDir(), made);
         created = true;
         if (global.cn_main) closeForHouse(house_, this);
-        opened_ = openForHouse(house_, this, name_->text());
+        opened_ = openForHouse(house_, this, made.name, true);
     });
     if (created) accept();
 }

@@ -28,7 +28,7 @@ class frmKaisyaShinki : public widgets::Form {
     int exec() override;
 
   private:
-    enum Step { Name, Profile, Attributes, Items, Masters, Files, Confirm, Steps };
+    enum Step { Name, Profile, Attributes, Items, Masters, Files, Password, Confirm, Steps };
 
     QWidget* makeName();
     QWidget* makeProfile(int from, int to);
@@ -36,6 +36,7 @@ class frmKaisyaShinki : public widgets::Form {
     QWidget* makeItems();
     QWidget* makeMasters();
     QWidget* makeFiles();
+    QWidget* makePassword();
     QWidget* makeConfirm();
     void connectEvents();
 
@@ -45,6 +46,10 @@ class frmKaisyaShinki : public widgets::Form {
     bool checkName();
     bool checkProfile(int from, int to);
     bool checkSince();
+    bool checkPassword();
+    /// Makes the company's own key where its files are to be locked, and shows the recovery code. False: the
+    /// user goes back.
+    bool makeOwnKey(NewCompany& made);
     NewCompany choices() const;
     QString toldChoices() const;
     void Command3_Click();
@@ -52,7 +57,8 @@ class frmKaisyaShinki : public widgets::Form {
     forms::House& house_;
     QStackedWidget* pages_ = nullptr;
     widgets::CodeList* list1_ = nullptr;
-    QLineEdit *name_ = nullptr, *since_ = nullptr;
+    QLineEdit *name_ = nullptr, *since_ = nullptr, *password_ = nullptr, *again_ = nullptr;
+    QCheckBox* lock_ = nullptr;
     std::array<QLineEdit*, 12> profile_{};
     std::vector<QCheckBox*> items_, masters_;
     std::array<QCheckBox*, 3> files_{};

@@ -102,8 +102,9 @@ void frmSaiteki::Saiteki_Click() {
     }
     if (!forms::ask(this, u"『"_s + global.kaisha_folder + u"』を最適化します。"_s, kTitle)) return;
     forms::guarded(this, [&] {
-        setHourglass();
         const QString folder = global.dataDir() + u'/' + global.kaisha_folder;
+        if (!unlockForHouse(house_, this, folder, global.kaisha_folder)) return;
+        setHourglass();
         const auto present = databasesPresent(global.dataDir(), global.kaisha_folder);
         const bool ours = openCompanyName(house_) == global.kaisha_folder;
         // Of the open company the lock is ours already.

@@ -44,7 +44,7 @@ void makeMain(store::Connection& connection, const QString& company) {
 
 std::unique_ptr<store::Connection> openMainConnection(const QString& dataDir, const QString& company) {
     auto connection = std::make_unique<store::Connection>(
-        schema::filePath(dataDir, company, schema::File::Syouyo), sharedKey());
+        schema::filePath(dataDir, company, schema::File::Syouyo), keyOf(dataDir + u'/' + company));
     makeMain(*connection, company);
     return connection;
 }

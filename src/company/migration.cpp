@@ -238,7 +238,7 @@ void writeCompany(const Migration& plan, const QString& folder, const QString& n
     for (const schema::File file : kFiles) {
         const QString path = folder + u'/' + schema::fileName(name, file);
         if (!QFileInfo::exists(path)) continue;
-        store::Connection cn(path, sharedKey());
+        store::Connection cn(path, keyOf(folder));
         store::Work work(cn);
         for (const MovedTable& moved : plan.tables)
             if (moved.table && moved.table->file == file) writeTable(cn, moved, report);

@@ -2,9 +2,11 @@
 
 #include <sodium.h>
 
+#include <QSettings>
 #include <algorithm>
 #include <array>
 
+#include "company/key.h"
 #include "store/work.h"
 
 namespace company {
@@ -12,26 +14,15 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr unsigned long long kPasses = 3;
-constexpr std::size_t kMemory = std::size_t(64) << 20;
 constexpr int kFreeTries = 3;
 constexpr int kFirstWait = 5, kLongestWait = 300;  // seconds
 
-void requireLibrary() {
-    if (sodium_init() < 0)
-        throw store::Error(store::Error::Reason::Engine, u"パスワードの部品を使えません。"_s);
-}
-
-/// The same password however an input method composes it.
-QByteArray bytesOf(const QString& password) {
-    return password.normalized(QString::NormalizationForm_C).toUtf8();
-}
-
 QString hashOf(const QString& password) {
     std::array<char, crypto_pwhash_STRBYTES> hash{};
-    QByteArray bytes = bytesOf(password);
-    const int failed = crypto_pwhash_str(hash.data(), bytes.constData(),
-                                         static_cast<unsigned long long>(bytes.size()), kPasses, kMemory);
+    QByteArray bytes = passwordBytes(password);
+    const int failed =
+        crypto_pwhash_str(hash.data(), bytes.constData(), static_cast<unsigned long long>(bytes.size()),
+                          kPasswordPasses, kPasswordMemory);
     sodium_memzero(bytes.data(), static_cast<std::size_t>(bytes.size()));
     if (failed) throw store::Error(store::Error::Reason::Engine, u"メモリが不足しています。"_s);
     return QString::fromLatin1(hash.data());
@@ -42,19 +33,35 @@ bool matches(const QString& hash, const QString& password) {
     if (kept.size() >= qsizetype(crypto_pwhash_STRBYTES)) return false;
     std::array<char, crypto_pwhash_STRBYTES> whole{};
     std::copy(kept.begin(), kept.end(), whole.begin());
-    QByteArray bytes = bytesOf(password);
+    QByteArray bytes = passwordBytes(password);
     const bool right = crypto_pwhash_str_verify(whole.data(), bytes.constData(),
                                                 static_cast<unsigned long long>(bytes.size())) == 0;
     sodium_memzero(bytes.data(), static_cast<std::size_t>(bytes.size()));
     return right;
 }
 
-int waitAfter(qint64 failures) {
-    if (failures < kFreeTries) return 0;
-    return int(std::min<qint64>(kFirstWait << std::min<qint64>(failures - kFreeTries, 10), kLongestWait));
+/// The wrong tries in a row.
+struct Tries {
+    qint64 failures = 0;
+    QDateTime last;
+};
+
+int waitAfter(const Tries& tries, const QDateTime& now) {
+    if (!tries.last.isValid() || tries.failures < kFreeTries) return 0;
+    const qint64 whole =
+        std::min<qint64>(kFirstWait << std::min<qint64>(tries.failures - kFreeTries, 10), kLongestWait);
+    // A clock that was set back does not make the wait any longer than it is.
+    return int(std::max<qint64>(0, whole - std::max<qint64>(0, tries.last.secsTo(now))));
 }
 
 }  // namespace
+
+QString newPasswordFault(const QString& password, const QString& again) {
+    if (password.size() < kShortestPassword)
+        return u"パスワードは%1文字以上で入力してください。"_s.arg(kShortestPassword);
+    if (password != again) return u"二つの新しいパスワードが一致しません。"_s;
+    return {};
+}
 
 bool hasOpeningPassword(store::Connection& cnMain) {
     return cnMain.hasTable(u"S開始パスワード"_s) &&
@@ -62,7 +69,7 @@ bool hasOpeningPassword(store::Connection& cnMain) {
 }
 
 void setOpeningPassword(store::Connection& cnMain, const QString& password) {
-    requireLibrary();
+    requireSodium();
     const QString hash = hashOf(password);
     removeOpeningPassword(cnMain);
     cnMain.execute(u"insert into S開始パスワード(ハッシュ,失敗回数) values(?,0)"_s, {hash});
@@ -73,25 +80,40 @@ void removeOpeningPassword(store::Connection& cnMain) {
 }
 
 PasswordAnswer tryOpeningPassword(store::Connection& cnMain, const QString& password, const QDateTime& now) {
-    requireLibrary();
+    requireSodium();
     const store::Recordset row = cnMain.query(u"select ハッシュ,失敗回数,失敗日時 from S開始パスワード"_s);
     if (row.isEmpty()) return {.right = true};
-    const qint64 failures = row.value(1).isNull() ? 0 : row.value(1).toInteger();
-    const QDateTime last =
-        row.value(2).isNull() ? QDateTime() : QDateTime::fromString(row.value(2).toText(), Qt::ISODate);
-    if (last.isValid() && failures > 0) {
-        // A clock that was set back does not make the wait any longer than it is.
-        const qint64 left = waitAfter(failures) - std::max<qint64>(0, last.secsTo(now));
-        if (left > 0) return {.wait = int(left)};
-    }
+    Tries tries;
+    if (!row.value(1).isNull()) tries.failures = row.value(1).toInteger();
+    if (!row.value(2).isNull()) tries.last = QDateTime::fromString(row.value(2).toText(), Qt::ISODate);
+    if (const int wait = waitAfter(tries, now); wait > 0) return {.wait = wait};
     const bool right = !row.value(0).isNull() && matches(row.value(0).toText(), password);
     store::Work work(cnMain);
     if (right)
         cnMain.execute(u"update S開始パスワード set 失敗回数=0, 失敗日時=null"_s);
     else
         cnMain.execute(u"update S開始パスワード set 失敗回数=?, 失敗日時=?"_s,
-                       {failures + 1, now.toString(Qt::ISODate)});
+                       {tries.failures + 1, now.toString(Qt::ISODate)});
     work.commit();
+    return {.right = right};
+}
+
+PasswordAnswer tryKey(const Places& places, const QString& folder, const QString& secret,
+                      const QDateTime& now) {
+    QSettings settings(places.settings(), QSettings::IniFormat);
+    const QString failures = settingsKey(u"KeyFailures"_s, folder),
+                  last = settingsKey(u"KeyFailed"_s, folder);
+    const Tries tries{settings.value(failures).toLongLong(),
+                      QDateTime::fromString(settings.value(last).toString(), Qt::ISODate)};
+    if (const int wait = waitAfter(tries, now); wait > 0) return {.wait = wait};
+    const bool right = learnKey(folder, secret);
+    if (right) {
+        settings.remove(failures);
+        settings.remove(last);
+    } else {
+        settings.setValue(failures, tries.failures + 1);
+        settings.setValue(last, now.toString(Qt::ISODate));
+    }
     return {.right = right};
 }
 

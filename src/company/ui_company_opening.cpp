@@ -6,6 +6,7 @@
 
 #include "company/company_open.h"
 #include "company/frmPassword.h"
+#include "company/key.h"
 #include "company/opening_password.h"
 #include "forms/box.h"
 #include "forms/global_record.h"
@@ -55,22 +56,52 @@ void keep(forms::GlobalRecord& global, OpenedCompany opened) {
 
 }  // namespace
 
-bool openForHouse(forms::House& house, widgets::Form* screen, const QString& company) {
+namespace {
+
+bool askForKey(const forms::House& house, widgets::Form* screen, const QString& folder,
+               const QString& company) {
+    const auto attempt = [&](const QString& typed, const QDateTime& now) {
+        return tryKey(house.global.places(), folder, typed, now);
+    };
+    return screen->showChild(new frmPasswordKakunin(screen, company, true, attempt)) == QDialog::Accepted;
+}
+
+bool mayOpen(const forms::House& house, widgets::Form* screen, OpenedCompany& opened,
+             const QString& company) {
+    store::Connection& cn = *opened.cn_main;
+    if (filesLocked(house.global.dataDir() + u'/' + company) || !hasOpeningPassword(cn)) return true;
+    const auto attempt = [&cn](const QString& typed, const QDateTime& now) {
+        return tryOpeningPassword(cn, typed, now);
+    };
+    return screen->showChild(new frmPasswordKakunin(screen, company, false, attempt)) == QDialog::Accepted;
+}
+
+}  // namespace
+
+bool unlockForHouse(forms::House& house, widgets::Form* screen, const QString& folder,
+                    const QString& company) {
+    return keyKnown(folder) || askForKey(house, screen, folder, company);
+}
+
+bool openForHouse(forms::House& house, widgets::Form* screen, const QString& company, bool passwordKnown) {
     using Outcome = OpenedCompany::Outcome;
-    screen->setHourglass();
     auto& global = house.global;
+    const QString folder = global.dataDir() + u'/' + company;
+    // Whoever opens a company knows its password, even where this process does.
+    if (!passwordKnown && filesLocked(folder) && !askForKey(house, screen, folder, company)) return false;
+    screen->setHourglass();
     global.setFolderPanel(company);
-    QDir::setCurrent(global.dataDir() + u'/' + company);
+    QDir::setCurrent(folder);
     OpenedCompany opened = openCompany(global.places(), company, global.company_lock);
     const Outcome outcome = opened.outcome;
     if (outcome != Outcome::LinkFailed) QDir::setCurrent(global.dataDir());
     if (outcome != Outcome::Opened) tellFailure(screen, opened, company);
-    if (outcome == Outcome::Opened && hasOpeningPassword(*opened.cn_main) &&
-        screen->showChild(new frmPasswordKakunin(screen, *opened.cn_main, company)) != QDialog::Accepted)
+    if (outcome == Outcome::Opened && !passwordKnown && !mayOpen(house, screen, opened, company))
         return false;
     keep(global, std::move(opened));
     if (outcome == Outcome::LinkFailed) forms::endProcess(house);
     if (outcome != Outcome::Opened) return false;
+    forgetKeys(folder);
     rememberCompany(global.places(), company);
     if (house.screens.companyOpened) house.screens.companyOpened(house, screen);
     return true;

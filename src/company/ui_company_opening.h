@@ -8,10 +8,15 @@
 namespace company {
 
 /// Opens the company of `house`'s Data folder and hands it to the global record, from within the screen's
-/// guard. A company with a password of
-/// its own asks for it. What is no success is told; a failed link ends the process. True: it is open, and the
-/// screen is to close and to show the menu.
-bool openForHouse(forms::House& house, widgets::Form* screen, const QString& company);
+/// guard. A company with a password of its own asks for it, unless it was made with it a moment ago. What is
+/// no success is told; a failed link ends the process. True: it is open, and the screen is to close and to
+/// show the menu.
+bool openForHouse(forms::House& house, widgets::Form* screen, const QString& company,
+                  bool passwordKnown = false);
+/// Asks for the password of the files in `folder`, those of `company`, where they are locked and their key is
+/// not known yet. False: it is not known then either.
+bool unlockForHouse(forms::House& house, widgets::Form* screen, const QString& folder,
+                    const QString& company);
 /// MENUの表示 goes, and frmMenu000 shows modally over the main window until it is closed.
 void showCompanyMenu(forms::House& house, const widgets::Form* screen);
 /// Closes the open company: the panel shows the prompt again and MENUの表示 goes.

@@ -105,7 +105,7 @@ const QStringList& kihonLinks() {
 }
 
 QString linkText(const QString& path, const store::Key& key) {
-    return QStringLiteral(";DATABASE=%1;PWD=%2;").arg(path, key.passphrase());
+    return QStringLiteral(";DATABASE=%1;PWD=%2;").arg(path, key.linkPassword());
 }
 
 QString attachFile(store::Connection& connection, const QString& path) {

@@ -7,10 +7,10 @@
 
 namespace store {
 
-bool copyDatabase(Connection& connection, const QString& schema, const QString& path,
+bool copyDatabase(Connection& connection, const QString& schema, const QString& path, const Key& key,
                   const Progress& progress) {
     constexpr int kPages = 512;
-    Connection target(path, connection.key(), Connection::Mode::Create);
+    Connection target(path, key, Connection::Mode::Create);
     const auto failTarget = [&](int code) {
         throw engineError(code, QString::fromUtf8(sqlite3_errmsg(target.handle())));
     };

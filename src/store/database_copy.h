@@ -10,9 +10,9 @@ namespace store {
 using Progress = std::function<bool(qint64 done, qint64 whole)>;
 
 /// Copies a file of the connection page by page, as the transaction of the connection sees it, into the new
-/// file `path` under the same key. False when `progress` stopped it; the unfinished file is left to the
+/// file `path`, under the key `key`. False when `progress` stopped it; the unfinished file is left to the
 /// caller then, as after an error.
-bool copyDatabase(Connection& connection, const QString& schema, const QString& path,
+bool copyDatabase(Connection& connection, const QString& schema, const QString& path, const Key& key,
                   const Progress& progress = {});
 /// Writes the connection's main file without its waste into the new file `path`, under the same key. Not
 /// within a transaction.

@@ -1,4 +1,5 @@
 #pragma once
+#include <QByteArray>
 #include <QString>
 
 namespace store {
@@ -11,10 +12,20 @@ class Key {
     /// For a file that holds no data of anybody.
     static Key none() { return Key(QString()); }
     explicit Key(QString passphrase) : passphrase_(std::move(passphrase)) {}
-    /// As the engine takes it, and as the link table stores it.
+    /// A key of 32 bytes that no passphrase stands for.
+    static Key raw(const QByteArray& bytes) { return Key(rawMark() + QString::fromLatin1(bytes.toHex())); }
+    /// As the engine takes it.
     const QString& passphrase() const { return passphrase_; }
+    /// What a link to a file under it may tell: a raw key is told nobody.
+    QString linkPassword() const { return isRaw() ? QString() : passphrase_; }
+    /// The bytes of a raw key; empty for a passphrase.
+    QByteArray rawBytes() const {
+        return isRaw() ? QByteArray::fromHex(passphrase_.mid(rawMark().size()).toLatin1()) : QByteArray();
+    }
 
   private:
+    static QString rawMark() { return QStringLiteral("raw:"); }
+    bool isRaw() const { return passphrase_.startsWith(rawMark()); }
     QString passphrase_;
 };
 

@@ -11,6 +11,7 @@
 #include "company/compaction.h"
 #include "company/company_open.h"
 #include "company/key.h"
+#include "company/key_change.h"
 #include "support/company_fixture.h"
 #include "support/fault_vfs.h"
 #include "support/store_probe.h"
@@ -56,7 +57,7 @@ class CompanySet : public testing::Test {
         for (const QString& database : databaseNames(name)) {
             const QString path = dataDir + u'/' + name + u'/' + database;
             if (!QFileInfo::exists(path)) continue;
-            store::Connection file(path, sharedKey());
+            store::Connection file(path, keyOf(dataDir + u'/' + name));
             all += support::dump(file);
         }
         return all;
@@ -267,6 +268,83 @@ TEST_F(CompanySet, OwnCopiesAreThinnedAndNotMadeTwice) {
     EXPECT_EQ(contents(backupsIn(root).at(0).folder + u'/' + QFileInfo(company_.file(File::Kihon)).fileName())
                   .size(),
               100);
+}
+
+TEST_F(CompanySet, LockedFilesOpenWithTheirPasswordOrTheRecoveryCodeAlone) {
+    const QString folder = company_.companyDir(), kihon = company_.file(File::Kihon);
+    const QByteArray before = rowsIn(data(), company_.company());
+    const OwnKey own(u"ひみつの言葉"_s);
+    EXPECT_FALSE(changeKey(*lock(), &own, [](qint64, qint64) { return false; }));
+    FaultVfs::arm(FaultVfs::Operation::Write, 40, FaultVfs::Kind::DiskFull);
+    EXPECT_EQ(support::reasonOf([&] { changeKey(*lock(), &own); }), Reason::DiskFull);
+    FaultVfs::disarm();
+    ASSERT_TRUE(QFile::link(elsewhere_.path(), folder + u"/link"_s));
+    EXPECT_EQ(support::reasonOf([&] { changeKey(*lock(), &own); }), Reason::ReadOnly);
+    QFile::remove(folder + u"/link"_s);
+    EXPECT_FALSE(filesLocked(folder));
+    const QString foreign = folder + u"/見本商事Compdb.mdb"_s;
+    put(foreign, QByteArray(4096, 'x'));
+    ASSERT_TRUE(changeKey(*lock(), &own));
+    EXPECT_EQ(contents(foreign), QByteArray(4096, 'x'));
+    QFile::remove(foreign);
+    EXPECT_EQ(rowsIn(data(), company_.company()), before);
+    for (const QString& name : names(folder))
+        EXPECT_FALSE(contents(folder + u'/' + name).contains(own.key().rawBytes().toHex()));
+    EXPECT_EQ(support::reasonOf([&] { store::Connection(kihon, sharedKey()); }), Reason::NotOpen);
+    ASSERT_TRUE(backUp(elsewhere_.filePath(u"控え"_s)));
+    EXPECT_EQ(compact_database(*lock(), kihon).outcome, Compaction::Outcome::Done);
+    // What another process knows of it.
+    const auto anew = [&](const QString& at, const QString& secret) {
+        forgetKeys();
+        return learnKey(at, secret);
+    };
+    forgetKeys();
+    EXPECT_EQ(support::reasonOf([&] { keyOf(folder); }), Reason::NotOpen);
+    EXPECT_FALSE(anew(folder, u"ひみつの言葉 "_s) || anew(folder, {}) || keyKnown(folder));
+    QString typed = own.recoveryCode().toLower().replace(u'-', u"　"_s).replace(u'0', u'o');
+    for (QChar& c : typed)
+        if (c >= u'a' && c <= u'z') c = QChar(c.unicode() - u'a' + 0xff41);
+    EXPECT_TRUE(anew(folder, typed)) << typed.toStdString();
+    changeKeyPassword(folder, u"あたらしい言葉"_s);
+    EXPECT_FALSE(anew(folder, u"ひみつの言葉"_s));
+    EXPECT_TRUE(anew(folder, own.recoveryCode()) && anew(folder, u"あたらしい言葉"_s));
+    EXPECT_EQ(rowsIn(data(), company_.company()), before);
+    put(company_.programDir() + u"/zukanzen.exe"_s);
+    {
+        std::unique_ptr<CompanyLock> none;
+        const OpenedCompany opened = openCompany(places(), company_.company(), none);
+        ASSERT_EQ(opened.outcome, OpenedCompany::Outcome::Opened);
+        EXPECT_EQ(opened.cn_main->query(u"select count(*) from Sリンクテーブル where 接続 like '%PWD=;'"_s)
+                      .value(0)
+                      .toInteger(),
+                  41);
+    }
+    // A copy opens with the password of its time, under any name; its list tells that it is locked.
+    const QString copy = elsewhere_.filePath(u"控え"_s);
+    EXPECT_FALSE(anew(copy, u"あたらしい言葉"_s));
+    EXPECT_EQ(support::reasonOf([&] { lookInto(copy); }), Reason::NotOpen);
+    ASSERT_TRUE(anew(copy, u"ひみつの言葉"_s));
+    EXPECT_TRUE(backupsIn(elsewhere_.path()).at(0).locked);
+    ASSERT_TRUE(restoreBackup(lookInto(copy), *lock(u"別の会社"_s)));
+    EXPECT_EQ(rowsIn(data(), u"別の会社"_s), before);
+    ASSERT_TRUE(changeKey(*lock(u"別の会社"_s), nullptr));
+    EXPECT_NO_THROW(store::Connection(data() + u"/別の会社/別の会社基本db.mdb"_s, sharedKey()));
+    EXPECT_EQ(rowsIn(data(), u"別の会社"_s), before);
+    // A backup of unlocked files over a locked copy made by hand opens.
+    ASSERT_TRUE(QFile::remove(copy + u'/' + kManifest));
+    ASSERT_TRUE(makeBackup(data() + u"/別の会社"_s, u"別の会社"_s, copy));
+    EXPECT_EQ(lookInto(copy).company, u"別の会社"_s);
+    // A key's file from elsewhere.
+    const QByteArray sealed = contents(folder + u'/' + kKeyFile);
+    for (const QByteArray& hostile :
+         {QByteArray("{"), QByteArray(100 * 1024, ' '), QByteArray("{\"版\":2}")}) {
+        put(folder + u'/' + kKeyFile, hostile);
+        EXPECT_EQ(support::reasonOf([&] { learnKey(folder, u"あたらしい言葉"_s); }), Reason::Damaged);
+    }
+    put(folder + u'/' + kKeyFile, R"({"版":1,"鍵":"00","パスワード":{"塩":"AA","封":3}})");
+    EXPECT_FALSE(learnKey(folder, u"あたらしい言葉"_s));
+    put(folder + u'/' + kKeyFile, QByteArray(sealed).replace(u"パスワード"_s.toUtf8(), "x"));
+    EXPECT_FALSE(learnKey(folder, u"あたらしい言葉"_s));
 }
 
 TEST_F(CompanySet, CompactionGivesBackRoomAndKeepsTheRows) {

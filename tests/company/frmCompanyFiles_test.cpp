@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QSettings>
 #include <QTabWidget>
+#include <QTextDocument>
 
 #include "company/backup.h"
 #include "company/compaction.h"
@@ -258,11 +260,6 @@ TEST_F(CompanyFiles, ANewCompanyIsMadeStepByStepAndOpened) {
     open(u"甲社"_s);
     frmKaisyaShinki screen(house_, &main_);
     driver_.run(screen, [&](QDialog& form) {
-        driver_.onScreen(u"frmMenu000"_s, [&](QDialog& menu) {
-            EXPECT_EQ(global_.panels.folder, u"青空工業"_s);
-            EXPECT_TRUE(global_.cn_main);
-            menu.accept();
-        });
         const auto refuse = [&](const QString& box, const QString& title, const QString& field) {
             driver_.expectBox(box, title, BoxAnswer::Ok, BoxIcon::Critical);
             click(form, u"Command2"_s);
@@ -288,15 +285,32 @@ TEST_F(CompanyFiles, ANewCompanyIsMadeStepByStepAndOpened) {
         refuse(u"日付の形式が正しくありません。 ･･･設定年月日"_s, u"入力エラー"_s, u"Text2"_s);
         type(form, u"Text2"_s, u"平成12年4月1日"_s);
         EXPECT_FALSE(visible(form, u"Command3"_s));
-        chooseText(form, u"List1"_s, u"7　確認"_s);
+        control<QLineEdit>(form, u"Text3"_s).setText(u"あかさたな 123"_s);
+        driver_.expectBox(u"二つの新しいパスワードが一致しません。"_s, u"入力エラー"_s, BoxAnswer::Ok,
+                          BoxIcon::Critical);
+        chooseText(form, u"List1"_s, u"8　確認"_s);
+        EXPECT_EQ(focused(form), u"Text3"_s);
+        control<QLineEdit>(form, u"Text4"_s).setText(u"あかさたな 123"_s);
+        click(form, u"Check4"_s);
+        click(form, u"Command2"_s);
         EXPECT_TRUE(text(form, u"lblTold"_s).contains(u"青空工業"_s));
         const QString question = u"『青空工業』を作成して開きます。\nいま開いている『甲社』は閉じます。"_s;
         driver_.expectBox(question, u"新規作成の確認"_s, BoxAnswer::No);
         click(form, u"Command3"_s);
         EXPECT_EQ(companies(), QStringList{u"甲社"_s});
+        driver_.onScreen(u"frmFukkyuKey"_s, [](QDialog& sheet) {
+            click(sheet, u"Check1"_s);
+            click(sheet, u"Command2"_s);
+        });
+        driver_.onScreen(u"frmMenu000"_s, [&](QDialog& menu) {
+            EXPECT_EQ(global_.panels.folder, u"青空工業"_s);
+            EXPECT_TRUE(global_.cn_main);
+            menu.accept();
+        });
         driver_.expectBox(question, u"新規作成の確認"_s, BoxAnswer::Yes);
         click(form, u"Command3"_s);
     });
+    EXPECT_TRUE(filesLocked(places().data + u"/青空工業"_s));
     auto& cn = *global_.cn_main;
     const auto told = [&cn](const QString& sql) {
         const auto row = cn.query(sql);
@@ -312,7 +326,7 @@ TEST_F(CompanyFiles, ANewCompanyIsMadeStepByStepAndOpened) {
         told(u"select (select count(*) from 所属大マスタ),(select count(*) from 出身地マスタ),対応年齢 from "
              "最終学歴マスタ where 最終学歴='大学卒'"_s),
         u"0 47 22"_s);
-    EXPECT_EQ(QDir(places().data + u"/青空工業"_s).entryList(QDir::Files).size(), 4);
+    EXPECT_EQ(QDir(places().data + u"/青空工業"_s).entryList(QDir::Files).size(), 5);
 }
 
 TEST_F(CompanyFiles, APasswordIsSetAskedForAndTakenAway) {
@@ -386,6 +400,106 @@ TEST_F(CompanyFiles, APasswordIsSetAskedForAndTakenAway) {
         click(form, u"Command2"_s);
     });
     EXPECT_FALSE(hasOpeningPassword(*global_.cn_main));
+}
+
+TEST_F(CompanyFiles, TheFilesAreLockedWithARecoveryCodeAndUnlockedAgain) {
+    const QString title = u"パスワードの確認"_s, secret = u"あかさたな 123"_s,
+                  folder = places().data + u"/甲社"_s;
+    open(u"甲社"_s);
+    const auto enter = [](QDialog& form, const QString& now, const QString& anew) {
+        if (!now.isEmpty()) control<QLineEdit>(form, u"Text1"_s).setText(now);
+        for (const QString& field : {u"Text2"_s, u"Text3"_s}) control<QLineEdit>(form, field).setText(anew);
+    };
+    QString code;
+    {
+        frmPassword screen(house_, &main_);
+        driver_.run(screen, [&](QDialog& form) {
+            enter(form, {}, secret);
+            click(form, u"Check1"_s);
+            driver_.onScreen(u"frmFukkyuKey"_s, [&](QDialog& sheet) { click(sheet, u"Command3"_s); });
+            click(form, u"Command1"_s);
+            EXPECT_TRUE(global_.companyOpen() && !filesLocked(folder));
+            driver_.onScreen(u"frmFukkyuKey"_s, [&](QDialog& sheet) {
+                EXPECT_FALSE(enabled(sheet, u"Command2"_s));
+                click(sheet, u"Check1"_s);
+                code = text(sheet, u"lblCode"_s);
+                EXPECT_TRUE(dynamic_cast<frmFukkyuKey&>(sheet).sheet()->toPlainText().contains(code));
+                click(sheet, u"Command2"_s);
+            });
+            driver_.expectBox(
+                u"『甲社』のファイルを暗号化し、会社を閉じました。\n「会社指定」で、新しいパスワードを入力し"
+                u"て開いてください。"
+                "\n\nこれまでのバックアップは、暗号化されていません。いらないものは消してください。"_s,
+                title, BoxAnswer::Ok, BoxIcon::Information);
+            click(form, u"Command1"_s);
+        });
+    }
+    EXPECT_TRUE(filesLocked(folder) && !global_.companyOpen());
+    const auto openIt = [&](const QString& typed) {
+        frmDBSentaku screen(house_, &main_);
+        driver_.run(screen, [&](QDialog& form) {
+            driver_.expectBox(u"『甲社』を指定します。"_s, u"会社指定の確認"_s, BoxAnswer::Yes);
+            driver_.onScreen(u"frmPasswordKakunin"_s, [&](QDialog& asked) {
+                for (int i = 0; i < 3; ++i) {
+                    control<QLineEdit>(asked, u"Text1"_s).setText(u"違う"_s);
+                    driver_.expectBox(u"パスワードが違います。"_s, title, BoxAnswer::Ok, BoxIcon::Warning);
+                    click(asked, u"Command1"_s);
+                }
+                QSettings settings(places().settings(), QSettings::IniFormat);
+                settings.setValue(settingsKey(u"KeyFailed"_s, folder), u"2026-01-01T00:00:00"_s);
+                settings.sync();
+                control<QLineEdit>(asked, u"Text1"_s).setText(typed);
+                driver_.onScreen(u"frmMenu000"_s, [](QDialog& menu) { menu.accept(); });
+                click(asked, u"Command1"_s);
+            });
+            choose(form, u"List1"_s, 0);
+            click(form, u"Command2"_s);
+        });
+        global_.setCompanyPanel(u"甲社"_s);
+    };
+    openIt(code);  // the password is forgotten: the code opens, and chooses another one
+    ASSERT_TRUE(global_.cn_main);
+    const QString later = u"はまやらわ 456"_s;
+    {
+        frmPassword screen(house_, &main_);
+        driver_.run(screen, [&](QDialog& form) {
+            EXPECT_TRUE(checked(form, u"Check1"_s));
+            enter(form, code, later);
+            driver_.expectBox(
+                u"パスワードを変更しました。これまでのバックアップは、前のパスワードで開きます。"_s, title);
+            click(form, u"Command1"_s);
+        });
+    }
+    global_.closeCompany();
+    // Nothing is done with the closed company unless its password is known.
+    forgetKeys();
+    {
+        frmKaisyaSakujo screen(house_, &main_);
+        driver_.run(screen, [&](QDialog& form) {
+            choose(form, u"List1"_s, 0);
+            EXPECT_TRUE(text(form, u"lblAbout"_s).contains(u"ファイルが暗号化されています。"_s));
+            type(form, u"Text1"_s, u"甲社"_s);
+            driver_.expectBox(u"『甲社』のすべてのデータを削除します。\nバックアップしてから、削除します。"_s,
+                              u"会社削除の確認"_s, BoxAnswer::Yes);
+            driver_.onScreen(u"frmPasswordKakunin"_s, [](QDialog& asked) { click(asked, u"Command2"_s); });
+            click(form, u"Command1"_s);
+            click(form, u"Command2"_s);
+        });
+    }
+    EXPECT_EQ(companies(), QStringList{u"甲社"_s});
+    openIt(later);
+    ASSERT_TRUE(global_.cn_main);
+    frmPassword screen(house_, &main_);
+    driver_.run(screen, [&](QDialog& form) {
+        enter(form, later, secret);
+        click(form, u"Check1"_s);
+        driver_.expectBox(
+            u"ファイルの暗号化をやめ、パスワードを設定しました。\n会社を閉じました。「会社指定」で開いてください。"_s,
+            title);
+        click(form, u"Command1"_s);
+    });
+    EXPECT_FALSE(filesLocked(folder));
+    EXPECT_TRUE(hasOpeningPassword(*company_.open()));
 }
 
 TEST_F(CompanyFiles, AFormerCompanyIsShownAndMovedFromTheNewOne) {

@@ -16,6 +16,7 @@
 #include "company/key.h"
 #include "durability/set_changes.h"
 #include "support/company_fixture.h"
+#include "support/former_company.h"
 
 namespace {
 
@@ -31,10 +32,21 @@ void copyFolder(const QString& from, const QString& to) {
 
 class SetKill : public testing::TestWithParam<int> {
   protected:
-    /// 新 is a company as it is made, 旧 the same with other contents; both as backups too.
+    /// 新 is a company as it is made, 旧 the same with other contents, both as backups too; 鍵 is 旧 locked
+    /// with a key of its own, 移 one that was moved from the former form.
     void SetUp() override {
         makeSide(u"新"_s, u"select 1"_s);
         makeSide(u"旧"_s, u"insert into 役職マスタ values('01','部長',null)"_s);
+        copyFolder(sides_.filePath(u"旧/Data/"_s) + kSetCompany,
+                   sides_.filePath(u"鍵/Data/"_s) + kSetCompany);
+        durability::runSetChange(SetChange::Lock, sides_.filePath(u"鍵"_s));
+        for (const QString& name : {u"旧社基本db.mdb"_s, u"旧社賞与db.mdb"_s}) {
+            QDir().mkpath(sides_.filePath(u"移/former"_s));
+            ASSERT_TRUE(
+                support::writeFile(sides_.filePath(u"移/former/"_s) + name, support::formerDatabase()));
+        }
+        durability::runSetChange(SetChange::Move, sides_.filePath(u"移"_s));
+        rows_[u"移"_s] = rowsIn(sides_.filePath(u"移/Data/"_s) + kSetCompany);
     }
     void makeSide(const QString& side, const QString& sql) {
         const company::Places places = company::placesOf(sides_.filePath(side));
@@ -47,10 +59,13 @@ class SetKill : public testing::TestWithParam<int> {
     }
     static QByteArray rowsIn(const QString& folder) {
         QByteArray all;
+        if (company::filesLocked(folder)) {
+            EXPECT_TRUE(company::learnKey(folder, durability::kSetPassword));
+        }
         for (const QString& database : company::databaseNames(kSetCompany)) {
             const QString path = folder + u'/' + database;
             if (!QFileInfo::exists(path)) return "-";
-            store::Connection file(path, company::sharedKey());
+            store::Connection file(path, company::keyOf(folder));
             all += support::dump(file);
         }
         return all;
@@ -58,7 +73,10 @@ class SetKill : public testing::TestWithParam<int> {
     QString sideOf(const QString& folder) const {
         if (!QFileInfo::exists(folder)) return u"なし"_s;
         const QByteArray rows = rowsIn(folder);
-        return rows == rows_[u"新"_s] ? u"新"_s : rows == rows_[u"旧"_s] ? u"旧"_s : u"こわれている"_s;
+        if (company::filesLocked(folder)) return rows == rows_[u"旧"_s] ? u"鍵"_s : u"こわれている"_s;
+        for (const QString& side : {u"新"_s, u"旧"_s, u"移"_s})
+            if (rows == rows_[side]) return side;
+        return u"こわれている"_s;
     }
     /// A program folder as it is before the change.
     void prepare(SetChange change) {
@@ -66,7 +84,11 @@ class SetKill : public testing::TestWithParam<int> {
         places_ = company::placesOf(work_->path());
         QDir().mkpath(places_.data);
         const QString data = u"/Data/"_s + kSetCompany, backup = u"/BackupDB/"_s + kSetCompany;
-        if (change != SetChange::Create) copyFolder(sides_.filePath(u"旧"_s) + data, work_->path() + data);
+        if (change == SetChange::Move)
+            copyFolder(sides_.filePath(u"移/former"_s), work_->path() + u"/former"_s);
+        else if (change != SetChange::Create)
+            copyFolder(sides_.filePath(change == SetChange::Unlock ? u"鍵"_s : u"旧"_s) + data,
+                       work_->path() + data);
         if (change == SetChange::BackUp) {  // of the new rows over a backup of the old ones
             QDir(work_->path() + data).removeRecursively();
             copyFolder(sides_.filePath(u"新"_s) + data, work_->path() + data);
@@ -105,11 +127,8 @@ TEST_P(SetKill, LeavesTheOldSetOrTheNewOne) {
     const auto change = SetChange(GetParam());
     const struct {
         QString before, after;
-    } sides[] = {{u"なし"_s, u"新"_s},
-                 {u"旧"_s, u"なし"_s},
-                 {u"旧"_s, u"新"_s},
-                 {u"旧"_s, u"新"_s},
-                 {u"旧"_s, u"旧"_s}};
+    } sides[] = {{u"なし"_s, u"新"_s}, {u"旧"_s, u"なし"_s}, {u"旧"_s, u"新"_s}, {u"旧"_s, u"新"_s},
+                 {u"旧"_s, u"旧"_s},   {u"旧"_s, u"鍵"_s},   {u"鍵"_s, u"旧"_s}, {u"なし"_s, u"移"_s}};
     const auto [before, after] = sides[GetParam()];
     prepare(change);
     const int span = work(change, -1);
