@@ -88,7 +88,7 @@ bool makeOwnCompany(const OwnRoad& road) {
         picture(form, u"新規作成"_s);
         click(form, u"Command2"_s);
         type(form, u"txtFields_0"_s, road.company + u"株式会社"_s);
-        for (const QString& step : {u"4　入力する項目"_s, u"5　コード表"_s, u"7　確認"_s}) {
+        for (const QString& step : {u"4　入力する項目"_s, u"5　コード表"_s, u"8　確認"_s}) {
             chooseText(form, u"List1"_s, step);
             picture(form, u"新規作成_"_s + step.mid(2));
         }
