@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "sample_company.h"
+#include "sample_sql.h"
 #include "store/error.h"
 
 namespace {
@@ -30,7 +31,7 @@ bool putCompanionMarker(const QString& programDir) {
     return true;
 }
 
-int make(const sample::SampleOptions& options) {
+int make(const sample::SampleOptions& options, const QString& sqlFolder) {
     const QString place = QDir(options.dataDir).filePath(options.company);
     if (QFileInfo::exists(place) && !options.replace) {
         say(QStringLiteral("『%1』はすでにあります。").arg(options.company));
@@ -38,6 +39,7 @@ int make(const sample::SampleOptions& options) {
     }
     try {
         sample::makeSampleCompany(options);
+        if (!sqlFolder.isEmpty()) sample::writeAsSql(options.dataDir, options.company, sqlFolder);
     } catch (const store::Error& error) {
         return fail(QStringLiteral("『%1』を作成できません。%2").arg(options.company, error.text()));
     }
@@ -74,7 +76,10 @@ int main(int argc, char* argv[]) {
     const QCommandLineOption marker(QStringLiteral("companion-marker"),
                                     QStringLiteral("zukanzen.exe の印を置くプログラムのフォルダー"),
                                     QStringLiteral("フォルダー"));
-    parser.addOptions({name, employees, oneCriterion, fresh, noWageItems, marker});
+    const QCommandLineOption sql(QStringLiteral("as-sql"),
+                                 QStringLiteral("基本db と賞与db を SQL の文にしたものも置くフォルダー"),
+                                 QStringLiteral("フォルダー"));
+    parser.addOptions({name, employees, oneCriterion, fresh, noWageItems, marker, sql});
     parser.process(application);
     if (parser.positionalArguments().size() != 1)
         return fail(QStringLiteral("Data フォルダーを指定してください。"));
@@ -90,5 +95,5 @@ int main(int argc, char* argv[]) {
         return fail(QStringLiteral("社員数は 1～%1 を指定してください。").arg(kMost));
     if (parser.isSet(marker) && !putCompanionMarker(parser.value(marker)))
         return fail(QStringLiteral("zukanzen.exe の印を置けません: %1").arg(parser.value(marker)));
-    return make(options);
+    return make(options, parser.value(sql));
 }

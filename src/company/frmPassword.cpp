@@ -77,7 +77,8 @@ void frmPassword::build() {
     auto* title = make<QLabel>(u"Label1"_s, u"会社を開くときのパスワード"_s);
     auto* guide = make<QLabel>(
         u"Label2"_s, !house_.global.companyOpen() ? u"会社を開いてから設定します。"_s
-                     : locked_ ? u"『%1』は、パスワードとファイルの暗号化が設定されています。"_s.arg(company)
+                     : locked_
+                         ? u"『%1』には、パスワードとファイルの暗号化が設定されています。"_s.arg(company)
                      : has_ ? u"『%1』には、パスワードが設定されています。"_s.arg(company)
                             : u"『%1』には、パスワードが設定されていません。"_s.arg(company));
     now_ = makeHidden(make<QLineEdit>(u"Text1"_s));
@@ -170,8 +171,12 @@ void frmPassword::Command1_Click() {
 
 void frmPassword::Command2_Click() {
     if (!mayChange()) return;
-    if (!forms::confirmLoss(this, u"パスワードを解除します。だれでもこの会社を開けるようになります。"_s,
-                            kTitle, u"解除する(&D)"_s, u"解除しない(&B)"_s))
+    if (!forms::confirmLoss(
+            this,
+            locked_
+                ? u"パスワードを解除し、ファイルの暗号化をやめます。だれでもこの会社を開けるようになります。"_s
+                : u"パスワードを解除します。だれでもこの会社を開けるようになります。"_s,
+            kTitle, u"解除する(&D)"_s, u"解除しない(&B)"_s))
         return;
     const bool done = forms::guarded(this, [this] {
         store::Work work(*house_.global.cn_main, windowTitle());

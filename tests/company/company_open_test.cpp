@@ -11,10 +11,12 @@
 #include "company/backup.h"
 #include "company/create.h"
 #include "company/key.h"
+#include "schema/catalog.h"
 #include "schema/files.h"
 #include "schema/links.h"
 #include "schema/upgrade.h"
 #include "support/company_fixture.h"
+#include "support/former_company.h"
 #include "support/store_probe.h"
 
 namespace company {
@@ -80,6 +82,57 @@ TEST_F(CompanyOpen, AMovedOlderCompanyOpensWithItsOwnFilesAndGrowsTheTablesItLac
     const auto copies = backupsIn(copiesFolder(placesOf(moved), company_.company()));
     ASSERT_EQ(copies.size(), 1U) << "before its layout was brought up";
     EXPECT_EQ(copies[0].reason, u"版の更新の前"_s);
+}
+
+// A company of every layout that users have: a new layout needs the script of the one that it follows.
+TEST_F(CompanyOpen, ACompanyOfEveryEarlierLayoutKeepsItsRows) {
+    for (int version = 1; version <= schema::kSchemaVersion; ++version) {
+        SCOPED_TRACE(version);
+        const QString name = u"小社%1"_s.arg(version), folder = company_.dataDir() + u'/' + name;
+        ASSERT_TRUE(QDir().mkpath(folder));
+        const auto make = [&](File file, const char* script) {
+            const QByteArray text =
+                support::unpacked("layouts/" + QByteArray::number(version) + '/' + script);
+            ASSERT_FALSE(text.isEmpty());
+            store::Connection made(schema::filePath(company_.dataDir(), name, file), sharedKey(),
+                                   store::Connection::Mode::Create);
+            made.executeScript(QString::fromUtf8(text));
+        };
+        make(File::Kihon, "kihon.sql");
+        make(File::Syouyo, "syouyo.sql");
+        QHash<QString, QStringList> rows;
+        const auto eachTable = [&](const auto& look) {
+            for (const File file : {File::Kihon, File::Syouyo}) {
+                store::Connection cn(schema::filePath(company_.dataDir(), name, file), sharedKey());
+                for (const QString& table : cn.tables(u"main"_s))
+                    if (table != u"Sリンクテーブル") look(cn, table);
+            }
+        };
+        eachTable([&](store::Connection& cn, const QString& table) {
+            rows[table] = support::textRows(cn, u"select * from \"%1\""_s.arg(table));
+        });
+        EXPECT_EQ(rows[u"履歴書テーブル"_s].size(), 6);
+        {
+            const OpenedCompany opened = openCompany(placesOf(company_.programDir()), name, held_);
+            ASSERT_EQ(opened.outcome, Outcome::Opened) << opened.link_error_text.toStdString();
+            EXPECT_FALSE(schema::isOlder(*opened.cn_main));
+            for (const schema::Table& table : schema::catalog()) {
+                if (table.file != File::Kihon && table.file != File::Syouyo) continue;
+                if (table.lifetime == schema::Lifetime::Scratch) continue;
+                for (const schema::Column& column : table.columns)
+                    EXPECT_NO_THROW(opened.cn_main->query(
+                        u"select \"%1\" from \"%2\" limit 1"_s.arg(column.name, table.name)));
+            }
+        }
+        eachTable([&](store::Connection& cn, const QString& table) {
+            const QStringList after = support::textRows(cn, u"select * from \"%1\""_s.arg(table));
+            ASSERT_EQ(after.size(), rows[table].size());
+            for (qsizetype i = 0; i < after.size(); ++i)
+                EXPECT_TRUE(after[i].startsWith(rows[table][i])) << after[i].toStdString();
+        });
+        EXPECT_EQ(backupsIn(copiesFolder(placesOf(company_.programDir()), name)).size(),
+                  version < schema::kSchemaVersion ? 1U : 0U);
+    }
 }
 
 TEST_F(CompanyOpen, ALinkThatIsNeverRefreshedDoesNotStandInTheWay) {

@@ -7,13 +7,18 @@
 
 namespace support {
 
-/// A database of the former form, out of the tests' data.
-inline QByteArray formerDatabase() {
+/// A packed file out of the tests' data; empty when there is none.
+inline QByteArray unpacked(const QByteArray& name) {
     QByteArray bytes(2 << 20, '\0');
-    gzFile file = gzopen(MINT_TEST_DATA "/kihon_like.mdb.gz", "rb");
+    gzFile file = gzopen(MINT_TEST_DATA "/" + name + ".gz", "rb");
+    if (!file) return {};
     bytes.resize(std::max(0, gzread(file, bytes.data(), unsigned(bytes.size()))));
     gzclose(file);
     return bytes;
+}
+/// A database of the former form.
+inline QByteArray formerDatabase() {
+    return unpacked("kihon_like.mdb");
 }
 inline bool writeFile(const QString& path, const QByteArray& bytes) {
     QFile file(path);
