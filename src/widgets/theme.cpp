@@ -1,6 +1,7 @@
 #include "widgets/theme.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFont>
 #include <QFontDatabase>
 #include <QIcon>
@@ -115,11 +116,22 @@ QToolTip { background: @surface; color: @text; border: 1px solid @line; padding:
     return text;
 }
 
+/// A program that carries its fonts (fonts/ beside it) brings them where the machine has none of ours.
+QStringList shippedFamilies() {
+    const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/fonts"));
+    for (const QString& file : folder.entryList(QDir::Files))
+        QFontDatabase::addApplicationFont(folder.filePath(file));
+    return QFontDatabase::families();
+}
+
 /// The first of our families that is installed, the others behind it for characters that it lacks.
 QFont interfaceFont(const QFont& platform) {
     QStringList families{QStringLiteral("Yu Gothic UI"), QStringLiteral("Meiryo UI"),
                          QStringLiteral("Noto Sans CJK JP"), QStringLiteral("Noto Sans JP")};
-    const QStringList installed = QFontDatabase::families();
+    QStringList installed = QFontDatabase::families();
+    if (std::none_of(families.begin(), families.end(),
+                     [&](const QString& family) { return installed.contains(family); }))
+        installed = shippedFamilies();
     std::stable_partition(families.begin(), families.end(),
                           [&](const QString& f) { return installed.contains(f); });
     QFont font(platform);

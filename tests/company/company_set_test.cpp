@@ -2,10 +2,12 @@
 #include "company/company_set.h"
 
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QStorageInfo>
 
 #include "company/backup.h"
 #include "company/compaction.h"
@@ -345,6 +347,100 @@ TEST_F(CompanySet, LockedFilesOpenWithTheirPasswordOrTheRecoveryCodeAlone) {
     EXPECT_FALSE(learnKey(folder, u"あたらしい言葉"_s));
     put(folder + u'/' + kKeyFile, QByteArray(sealed).replace(u"パスワード"_s.toUtf8(), "x"));
     EXPECT_FALSE(learnKey(folder, u"あたらしい言葉"_s));
+}
+
+/// A file system of its own, where the machine lets us have one.
+class SmallDisk {
+  public:
+    SmallDisk() : mounted_(mount("mint", bytes().constData(), "tmpfs", 0, "size=4m") == 0) {}
+    ~SmallDisk() {
+        if (mounted_) umount(bytes().constData());
+    }
+    explicit operator bool() const { return mounted_; }
+    QString path() const { return folder_.path(); }
+    void leaveFree(qint64 room) const {
+        QFile::remove(path() + u"/filler"_s);
+        put(path() + u"/filler"_s, QByteArray(QStorageInfo(path()).bytesAvailable() - room, 'x'));
+    }
+    void readOnly(bool is) const {
+        EXPECT_EQ(mount("mint", bytes().constData(), nullptr,
+                        MS_REMOUNT | static_cast<unsigned long>(is) * MS_RDONLY, nullptr),
+                  0);
+    }
+
+  private:
+    QByteArray bytes() const { return QFile::encodeName(path()); }
+    QTemporaryDir folder_;
+    bool mounted_;
+};
+
+TEST_F(CompanySet, AFullOrReadOnlyDiskLeavesTheOldSetAndTheOldBackup) {
+    const SmallDisk disk;
+    if (!disk) GTEST_SKIP() << "this machine lets nobody mount";
+    const Places small = placesOf(disk.path());
+    const QString name = company_.company(), folder = small.data + u'/' + name,
+                  backup = small.backups() + u'/' + name;
+    ASSERT_TRUE(QDir().mkpath(folder));
+    for (const QString& file : QDir(company_.companyDir()).entryList(QDir::Files))
+        ASSERT_TRUE(QFile::copy(company_.companyDir() + u'/' + file, folder + u'/' + file));
+    ASSERT_TRUE(makeBackup(folder, name, backup));
+    const QByteArray rows = rowsIn(small.data, name);
+    store::Connection(folder + u'/' + databaseNames(name).at(0), sharedKey())
+        .execute(u"delete from 家族テーブル"_s);
+    const QByteArray changed = rowsIn(small.data, name);
+    const OwnKey own(u"ひみつの言葉"_s);
+    const auto lockIt = [&] { return CompanyLock::acquire(small.data, name); };
+    const std::function<void()> changes[] = {[&] { makeBackup(folder, name, backup); },
+                                             [&] { restoreBackup(lookInto(backup), *lockIt()); },
+                                             [&] { changeKey(*lockIt(), &own); },
+                                             [&] {
+                                                 createCompany(small.data, u"新社"_s, {true, true, true});
+                                             },
+                                             [&] { keepCopy(small, name, u"取込の前"_s); },
+                                             [&] {
+                                                 const Compaction told = compact_database(
+                                                     *lockIt(), folder + u'/' + databaseNames(name).at(3));
+                                                 if (told.outcome == Compaction::Outcome::Failed)
+                                                     throw store::Error(Reason::DiskFull, {});
+                                             }};
+    const auto stands = [&] {
+        recoverSets(small.data);
+        EXPECT_EQ(rowsIn(small.data, name), changed);
+        EXPECT_EQ(rowsIn(small.backups(), name), rows);
+        EXPECT_TRUE(backupsIn(small.backups()).at(0).whole);
+        EXPECT_EQ(QDir(small.data).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
+                  QStringList{name});
+        EXPECT_TRUE(backupsIn(copiesFolder(small, name)).empty());
+    };
+    for (std::size_t i = 0; i < std::size(changes); ++i) {
+        SCOPED_TRACE(i);
+        for (const qint64 room : {0, 8 * 1024, 100 * 1024}) {
+            SCOPED_TRACE(room);
+            disk.leaveFree(room);
+            EXPECT_TRUE(support::reasonOf(changes[i]));
+            stands();
+        }
+        QFile::remove(disk.path() + u"/filler"_s);
+        disk.readOnly(true);
+        EXPECT_TRUE(support::reasonOf(changes[i]));
+        disk.readOnly(false);
+        stands();
+    }
+}
+
+TEST_F(CompanySet, AFileThatAnotherProcessHoldsLeavesTheOldSet) {
+    const QString target = elsewhere_.filePath(u"控え"_s);
+    const QByteArray before = rowsIn(data(), company_.company());
+    const OwnKey own(u"ひみつの言葉"_s);
+    store::Connection other(company_.file(File::Syouyo), sharedKey());
+    other.executeScript(u"BEGIN EXCLUSIVE"_s);
+    EXPECT_EQ(support::reasonOf([&] { backUp(target); }), Reason::Locked);
+    EXPECT_EQ(support::reasonOf([&] { changeKey(*lock(), &own); }), Reason::Locked);
+    EXPECT_EQ(compact_database(*lock(), company_.file(File::Syouyo)).outcome, Compaction::Outcome::Failed);
+    other.executeScript(u"ROLLBACK"_s);
+    EXPECT_EQ(rowsIn(data(), company_.company()), before);
+    EXPECT_FALSE(filesLocked(company_.companyDir()));
+    EXPECT_EQ(names(target), QStringList());
 }
 
 TEST_F(CompanySet, CompactionGivesBackRoomAndKeepsTheRows) {
