@@ -290,11 +290,13 @@ QString freeFolder(const Places& places, const QString& company) {
     return folder;
 }
 
-void makeOwnCopy(const Places& places, const QString& company, const QString& reason) {
+void makeOwnCopy(const Places& places, const QString& company, const QString& reason,
+                 const store::Progress& progress = {}) {
     provideFolder(copiesFolder(places, company));
     const QString folder = freeFolder(places, company);
     try {
-        makeBackup(places.data + u'/' + company, company, folder, {reason});
+        if (!makeBackup(places.data + u'/' + company, company, folder, {reason}, progress))
+            throw store::Error(store::Error::Reason::Engine, u"バックアップを中止しました。"_s);
     } catch (...) {
         QDir().rmdir(folder);
         throw;
@@ -321,13 +323,14 @@ void wantOwnCopies(const Places& places, const QString& company, bool wanted) {
         .setValue(settingsKey(kOwnCopiesWanted, company), wanted);
 }
 
-bool keepCopy(const Places& places, const QString& company, const QString& reason) {
+bool keepCopy(const Places& places, const QString& company, const QString& reason,
+              const store::Progress& progress) {
     if (!ownCopiesWanted(places, company)) return false;
     const QDateTime now = QDateTime::currentDateTime();
     for (const Backup& copy : backupsIn(copiesFolder(places, company)))
         if (copy.whole && copy.reason == reason && std::abs(copy.made.secsTo(now)) < kSecondsApart)
             return false;
-    makeOwnCopy(places, company, reason);
+    makeOwnCopy(places, company, reason, progress);
     return true;
 }
 

@@ -53,8 +53,9 @@ bool restoreBackup(const Backup& backup, const CompanyLock& lock, const store::P
 /// The program's own copies of a company, before something that can lose much. At most one for a reason
 /// within ten minutes, and none where the user does not want them. The newest ten stay, of older ones the
 /// last of each day for a month and the last of each month. False: none was due. Throws store::Error when it
-/// can't be made.
-bool keepCopy(const Places& places, const QString& company, const QString& reason);
+/// can't be made, or `progress` stopped it.
+bool keepCopy(const Places& places, const QString& company, const QString& reason,
+              const store::Progress& progress = {});
 /// The same where a company that can't be copied must not keep the user from going on.
 void keepCopyIfSound(const Places& places, const QString& company, const QString& reason);
 /// The same before a company is replaced: always, and of a damaged one the files as they are.
