@@ -105,7 +105,8 @@ void frmSaiteki::Saiteki_Click() {
         const QString folder = global.dataDir() + u'/' + global.kaisha_folder;
         if (!unlockForHouse(house_, this, folder, global.kaisha_folder)) return;
         setHourglass();
-        const auto present = databasesPresent(global.dataDir(), global.kaisha_folder);
+        global.databases_present = databasesPresent(global.dataDir(), global.kaisha_folder);
+        const auto& present = global.databases_present;
         const bool ours = openCompanyName(house_) == global.kaisha_folder;
         // Of the open company the lock is ours already.
         const auto own = ours ? nullptr : CompanyLock::acquire(global.dataDir(), global.kaisha_folder);

@@ -1,6 +1,7 @@
 #pragma once
 #include <QDir>
 #include <QString>
+#include <array>
 #include <memory>
 
 #include "company/instance_lock.h"
@@ -34,6 +35,7 @@ struct GlobalRecord {
     bool link_chingin_pass = false;
     bool link_kihon_pass = false;
     QString kaisha_folder;
+    std::array<bool, 6> databases_present{};  ///< which files of kaisha_folder the compaction works on
     QString help_bunya;
 
     // Personnel screens
