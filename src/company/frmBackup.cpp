@@ -92,7 +92,16 @@ frmBackup::frmBackup(forms::House& house, QWidget* parent, std::function<std::ve
     pages->addTab(makeRestorePage(), u"元に戻す(&R)"_s);
     auto* column = widgets::columnOf(this);
     column->addWidget(pages, 1);
-    column->addLayout(widgets::buttonRow({help}, {cancel}));
+    column->addLayout(widgets::buttonRow({help}, {cancel, ok_, restore_}));
+    // The command bar stays in sight, with the command of the page that is shown.
+    const auto showCommand = [this](int page) {
+        ok_->setVisible(page == 0);
+        restore_->setVisible(page == 1);
+    };
+    widgets::tabOrder({combo1_, drive1_, dir1_, list_, name_, findChild<QWidget*>(u"Command2"_s), ok_,
+                       restore_, cancel, help});
+    connect(pages, &QTabWidget::currentChanged, this, showCommand);
+    showCommand(0);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(help, &QPushButton::clicked, this, [this] {
         if (house_.help) house_.help(objectName());
@@ -137,7 +146,6 @@ QWidget* frmBackup::makeBackupPage() {
     column->addWidget(place, 1);
     column->addWidget(target_);
     column->addWidget(warning);
-    column->addLayout(widgets::buttonRow({}, {ok_}));
     connect(drive1_, &QComboBox::activated, this, [this] { Drive1_Change(); });
     connect(combo1_, &QComboBox::currentIndexChanged, this, [this] { showFolders(folder_); });
     connect(dir1_, &widgets::CodeList::opened, this, [this] { openFolder(); });
@@ -282,7 +290,7 @@ QWidget* frmBackup::makeRestorePage() {
     column->addWidget(list_, 1);
     column->addWidget(about_);
     column->addLayout(fields);
-    column->addLayout(widgets::buttonRow({other}, {restore_}));
+    column->addLayout(widgets::buttonRow({other}, {}));
     connect(list_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { showChosen(); });
     connect(name_, &QLineEdit::textChanged, this, [this] { restore_->setEnabled(chosen() != nullptr); });
     connect(restore_, &QPushButton::clicked, this, [this] { restore_Click(); });
