@@ -8,8 +8,6 @@
 #include "forms/box.h"
 #include "forms/field_check.h"
 #include "forms/global_record.h"
-#include "forms/own_copy.h"
-#include "personnel/ui_code_change.h"
 #include "store/date_text.h"
 #include "widgets/key_filter.h"
 #include "widgets/layout.h"
@@ -21,19 +19,6 @@ namespace {
 constexpr int kNameBytes = 16;
 constexpr int kHighestAge = 99;
 const QString kDigits = QStringLiteral("0123456789");
-const QString kEmpty = QStringLiteral("未入力は許されません。･･･");
-
-/// A number of digits alone, from 1 to `highest`.
-std::optional<int> numberUpTo(const QString& text, int highest) {
-    bool ok = false;
-    const int number = text.toInt(&ok);
-    if (!ok || number < 1 || number > highest || text.startsWith(u'+')) return {};
-    return number;
-}
-
-QString rangeText(int highest, const QString& caption) {
-    return QStringLiteral("1～%1を入力してください。･･･").arg(highest) + caption;
-}
 
 QString titleOf(const MasterKind& kind, store::Connection& cn) {
     return kind.attribute ? captionOf(kind, attributeNames(cn)) : kind.tableName();
@@ -47,7 +32,7 @@ QString otherMaster(const MasterKind& kind) {
 }  // namespace
 
 frmMasta::frmMasta(const MasterKind& kind, forms::House& house, QWidget* parent)
-    : RecordForm(kind.screen, titleOf(kind, *house.global.cn_main), house, parent),
+    : CodeForm(kind.referent, kind.screen, titleOf(kind, *house.global.cn_main), house, parent),
       kind_(kind),
       caption_(captionOf(kind, attributeNames(*house.global.cn_main))) {
     auto* fields = widgets::fieldGrid();
@@ -81,7 +66,7 @@ void frmMasta::bindFields(QGridLayout* fields) {
     if (kind_.underOther) addOther(fields);
     code_ = addText(fields, 0, kind_.column(kind_.code), QStringLiteral("数字で1～%1").arg(kind_.highest));
     widgets::admitOnly(code_, kDigits);
-    bind(code_, kind_.column(kind_.code), [this] { return checkCode(); });
+    bind(code_, kind_.column(kind_.code), [this] { return checkCode(code_, kind_.highest); });
     name_ = addText(fields, 1, caption_);
     bind(name_, kind_.nameColumn(), [this] {
         return forms::check_field(this, name_->text(), kNameBytes, false, QStringLiteral("･･･") + caption_);
@@ -93,7 +78,8 @@ void frmMasta::bindFields(QGridLayout* fields) {
     if (kind_.age >= 0) {
         age_ = addText(fields, 2, kind_.column(kind_.age), QStringLiteral("数字で1～%1").arg(kHighestAge));
         widgets::admitOnly(age_, kDigits);
-        bind(age_, kind_.column(kind_.age), [this] { return checkAge(); });
+        bind(age_, kind_.column(kind_.age),
+             [this] { return checkNumber(age_, kHighestAge, kind_.column(kind_.age)); });
     }
     if (kind_.other >= 0 && !kind_.underOther) addOther(fields);
 }
@@ -120,12 +106,6 @@ store::TableQuery frmMasta::query() const {
                               ? QStringLiteral("CodeKey(%1),CodeKey(Code)").arg(kind_.column(kind_.other))
                               : QStringLiteral("CodeKey(Code)");
     return {kind_.tableName(), {}, {}, order};
-}
-
-QStringList frmMasta::keyColumns() const {
-    QStringList key{kind_.column(kind_.code)};
-    if (kind_.underOther) key << kind_.column(kind_.other);
-    return key;
 }
 
 void frmMasta::rowsRead() {
@@ -155,7 +135,7 @@ QString frmMasta::gridText(int row, int column) const {
 bool frmMasta::checkRequired() {
     const auto empty = [&](QLineEdit* edit, const QString& caption) {
         edit->setFocus(Qt::OtherFocusReason);
-        return refuse(kEmpty + caption);
+        return refuseEmpty(caption);
     };
     if (other_ && kind_.underOther && other_->text().isEmpty()) return checkOther();
     if (code_->text().isEmpty() && !hasRows()) {
@@ -167,28 +147,6 @@ bool frmMasta::checkRequired() {
     return true;
 }
 
-bool frmMasta::checkCode() {
-    const QString caption = kind_.column(kind_.code);
-    if (code_->text().isEmpty()) return !hasRows() || refuse(kEmpty + caption);
-    const auto number = numberUpTo(code_->text(), kind_.highest);
-    if (!number) return refuse(rangeText(kind_.highest, caption));
-    // A longer code from elsewhere (0001) that is left as it is must not be renamed by the way.
-    const bool kept = state() == State::Editing && code_->text().size() > 1 && typedKey() == oldKey();
-    if (!kept) code_->setText(paddedCode(*number));
-    const bool same = state() == State::Editing && typedKey() == oldKey();
-    return same || !isTaken(code_->text()) || refuse(caption + QStringLiteral("が重複しています。"));
-}
-
-bool frmMasta::isTaken(const QString& code) {
-    QString sql = QStringLiteral("select 1 from %1 where Code = ?").arg(kind_.tableName());
-    store::Binds binds{code};
-    if (kind_.underOther) {
-        sql += QStringLiteral(" and %1 = ?").arg(kind_.column(kind_.other));
-        binds.push_back(other_->code());
-    }
-    return !cn().query(sql, binds).isEmpty();
-}
-
 bool frmMasta::checkOther() {
     if (!kind_.underOther || !other_->text().isEmpty()) return true;
     const QString caption = kind_.column(kind_.other);
@@ -198,15 +156,9 @@ bool frmMasta::checkOther() {
 
 bool frmMasta::checkDate() {
     const QString caption = kind_.column(kind_.date);
-    if (date_->text().isEmpty()) return refuse(kEmpty + caption);
+    if (date_->text().isEmpty()) return refuseEmpty(caption);
     return store::parseDate(date_->text()) ||
            refuse(QStringLiteral("日付の入力が正しくありません。･･･") + caption);
-}
-
-bool frmMasta::checkAge() {
-    const QString caption = kind_.column(kind_.age);
-    if (age_->text().isEmpty()) return refuse(kEmpty + caption);
-    return numberUpTo(age_->text(), kHighestAge) || refuse(rangeText(kHighestAge, caption));
 }
 
 /// A section of which people hold positions stays where it is: moving it would rewrite their history.
@@ -218,56 +170,12 @@ bool frmMasta::checkUpdate() {
         QStringLiteral("使用中のデータがあるため%1は変更できません。").arg(kind_.column(kind_.other)));
 }
 
-// ---- codes that other tables hold
-
-personnel::CodeKey frmMasta::oldKey() const {
-    return {oldText(kind_.column(kind_.code)),
-            kind_.underOther ? oldText(kind_.column(kind_.other)) : QString()};
-}
-
 personnel::CodeKey frmMasta::typedKey() const {
     return {code_->text(), kind_.underOther ? other_->code() : QString()};
 }
 
-personnel::CompanyDatabases frmMasta::company() {
-    house_.global.kaisha_folder = house_.global.panels.folder;
-    return {cn(), house_.global.dataDir(), house_.global.kaisha_folder};
-}
-
-void frmMasta::updateBegins(bool renames) {
-    if (renames) {
-        forms::keepOwnCopy(this, house_, QStringLiteral("コード変更の前"));
-        personnel::announceRename(company(), kind_.referent, oldKey(), typedKey());
-    } else if (state() == State::Adding)
-        personnel::settleChange(company());
-}
-
-void frmMasta::removalBegins() {
-    forms::keepOwnCopy(this, house_, QStringLiteral("データの削除の前"));
-    personnel::announceRemoval(company(), kind_.referent, oldKey());
-}
-
-void frmMasta::writeFailed() {
-    personnel::tellCutOffChange(company(), this);
-}
-
-void frmMasta::keyRenamed() {
-    personnel::renameCode(company(), kind_.referent, oldKey(), typedKey());
-}
-
-bool frmMasta::mayRemove() {
-    const auto uses = personnel::codeUsage(cn(), kind_.referent, oldKey());
-    return uses.empty() ||
-           refuse(uses.front().label + QStringLiteral("に使用中のデータがあるため削除できません。"),
-                  QStringLiteral("削除制限"));
-}
-
 QString frmMasta::removalQuestion() const {
     return QStringLiteral(" %1 %2 を削除しますか？").arg(code_->text(), name_->text());
-}
-
-void frmMasta::rowGoes() {
-    personnel::removeCode(company(), kind_.referent, oldKey());
 }
 
 }  // namespace masters

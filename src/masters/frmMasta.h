@@ -1,8 +1,8 @@
 #pragma once
 #include <QHash>
 
-#include "forms/record_form.h"
 #include "masters/master_kinds.h"
+#include "personnel/ui_code_form.h"
 
 class QGridLayout;
 
@@ -11,23 +11,17 @@ namespace masters {
 /// The editor of a code master: one class for all nineteen. A code that people use cannot be removed; a
 /// changed code is carried through every table of the company's files, and a removed one takes with it what
 /// refers to it.
-class frmMasta : public forms::RecordForm {
+class frmMasta : public personnel::CodeForm {
     Q_OBJECT
   public:
     frmMasta(const MasterKind& kind, forms::House& house, QWidget* parent);
 
   protected:
     store::TableQuery query() const override;
-    QStringList keyColumns() const override;
+    personnel::CodeKey typedKey() const override;
     bool checkRequired() override;
     bool checkUpdate() override;
-    void updateBegins(bool renames) override;
-    void removalBegins() override;
-    void writeFailed() override;
-    void keyRenamed() override;
-    bool mayRemove() override;
     QString removalQuestion() const override;
-    void rowGoes() override;
     void rowsRead() override;
     QString gridText(int row, int column) const override;
 
@@ -36,14 +30,8 @@ class frmMasta : public forms::RecordForm {
     void addOther(QGridLayout* fields);
     void bindFields(QGridLayout* fields);
     void addGrid();
-    bool checkCode();
     bool checkOther();
     bool checkDate();
-    bool checkAge();
-    bool isTaken(const QString& code);
-    personnel::CodeKey oldKey() const;
-    personnel::CodeKey typedKey() const;
-    personnel::CompanyDatabases company();
 
     const MasterKind& kind_;
     QString caption_;  ///< of the name

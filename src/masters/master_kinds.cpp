@@ -102,8 +102,4 @@ QString captionOf(const MasterKind& kind, const std::vector<QString>& attributes
     return kind.attribute ? attributes.at(static_cast<std::size_t>(kind.attribute) - 1) : kind.nameColumn();
 }
 
-QString paddedCode(int code) {
-    return QStringLiteral("%1").arg(code, 2, 10, QChar(u'0'));
-}
-
 }  // namespace masters

@@ -42,7 +42,4 @@ std::vector<QString> attributeNames(store::Connection& cn);
 /// How the entry is called: the name column, or the company's word for a free attribute.
 QString captionOf(const MasterKind& kind, const std::vector<QString>& attributes);
 
-/// "5" as it is stored: two digits or more.
-QString paddedCode(int code);
-
 }  // namespace masters
