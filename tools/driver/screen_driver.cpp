@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPlainTextEdit>
+#include <QProgressDialog>
 #include <QRadioButton>
 #include <QTableView>
 #include <QTest>
@@ -211,6 +212,8 @@ bool ScreenDriver::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::Show) return false;
     auto* form = qobject_cast<QDialog*>(watched);
     if (!form || !form->isModal() || form->property(kOperated).toBool()) return false;
+    if (qobject_cast<QProgressDialog*>(form))
+        return false;  // comes where a machine is slow, and goes by itself
     form->setProperty(kOperated, true);
     connect(form, &QDialog::finished, this, [form] { form->setProperty(kOperated, false); });
     const QPointer<QDialog> shown(form);
