@@ -87,7 +87,9 @@ CompanyMoment::CompanyMoment(const QString& folder, const QString& company, cons
             files_->attach(place.filePath(name), u"file%1"_s.arg(files_->schemas().size()));
         } catch (const store::Error& error) {
             const bool ours = name == schema::fileName(company, schema::File::Kihon);
-            if (ours || error.reason() != store::Error::Reason::NotOpen) throw;
+            const bool noDatabase = error.reason() == store::Error::Reason::NotOpen ||
+                                    error.reason() == store::Error::Reason::Damaged;  // empty, cut off
+            if (ours || !noDatabase) throw;
             databases.removeOne(name);
         }
     }

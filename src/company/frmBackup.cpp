@@ -370,6 +370,7 @@ bool frmBackup::mayRestore(const Backup& backup, const QString& name) {
 void frmBackup::restore_Click() {
     if (!chosen()) return;
     const QString name = name_->text();
+    letGoOfUnopened(house_);
     bool begun = false, done = false;
     forms::guarded(this,
                    [&] {

@@ -146,6 +146,7 @@ bool frmKaisyaSakujo::mayRemove(const QString& name) {
 
 void frmKaisyaSakujo::Command1_Click() {
     const QString name = list1_->text();
+    letGoOfUnopened(house_);
     if (!mayRemove(name)) return;
     bool done = false;
     forms::guarded(this, [&] {

@@ -416,6 +416,7 @@ void frmKaisyaShinki::Command3_Click() {
         return go(step);
     }
     auto& global = house_.global;
+    letGoOfUnopened(house_);
     if (global.cn_main && !forms::ask(this,
                                       u"『%1』を作成して開きます。\nいま開いている『%2』は閉じます。"_s.arg(
                                           name_->text(), global.panels.company),

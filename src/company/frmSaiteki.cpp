@@ -103,6 +103,7 @@ void frmSaiteki::Saiteki_Click() {
     if (!forms::ask(this, u"『"_s + global.kaisha_folder + u"』を最適化します。"_s, kTitle)) return;
     forms::guarded(this, [&] {
         const QString folder = global.dataDir() + u'/' + global.kaisha_folder;
+        letGoOfUnopened(house_);
         if (!unlockForHouse(house_, this, folder, global.kaisha_folder)) return;
         setHourglass();
         global.databases_present = databasesPresent(global.dataDir(), global.kaisha_folder);

@@ -122,8 +122,13 @@ void closeForHouse(forms::House& house, const widgets::Form* screen) {
     if (auto* command1 = forms::mainControl(screen, QStringLiteral("Command1"))) command1->hide();
 }
 
+void letGoOfUnopened(forms::House& house) {
+    if (house.global.cn_main && !house.global.companyOpen()) house.global.closeCompany();
+}
+
 QString openCompanyName(const forms::House& house) {
-    return house.global.cn_main ? house.global.panels.folder : QString();
+    const auto& global = house.global;
+    return global.companyOpen() && global.company_lock ? global.company_lock->company() : QString();
 }
 
 }  // namespace company

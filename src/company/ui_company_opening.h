@@ -21,7 +21,10 @@ bool unlockForHouse(forms::House& house, widgets::Form* screen, const QString& f
 void showCompanyMenu(forms::House& house, const widgets::Form* screen);
 /// Closes the open company: the panel shows the prompt again and MENUの表示 goes.
 void closeForHouse(forms::House& house, const widgets::Form* screen);
-/// The name of the open company's folder; empty when none is open.
+/// A company that could not be worked with keeps its files and its lock until the next one is opened, though
+/// it does not count as open: what changes a company's files as a whole lets go of it first.
+void letGoOfUnopened(forms::House& house);
+/// The name of the open company's folder; empty when none counts as open.
 QString openCompanyName(const forms::House& house);
 
 }  // namespace company

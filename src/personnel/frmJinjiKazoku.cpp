@@ -28,7 +28,8 @@ const std::array<Options, 4> kOptions = {{{u"性別"_s, {u"－"_s, u"男"_s, u"�
 }  // namespace
 
 frmJinjiKazoku::frmJinjiKazoku(forms::House& house, QWidget* parent)
-    : PersonRecordForm(u"frmJinjiKazoku"_s, u"家族情報"_s, u"家族テーブル"_s, u"続柄"_s, house, parent) {
+    : PersonRecordForm(u"frmJinjiKazoku"_s, u"家族情報"_s, u"家族テーブル"_s, u"CodeKey(続柄)"_s, house,
+                       parent) {
     makeControls();
     bindFields();
     setGrid({{u"社員Code"_s, u"社員Code"_s, 900},

@@ -20,8 +20,8 @@ const QString kSyutokubi = u"取得年月日"_s;
 }  // namespace
 
 frmJinjiSikaku::frmJinjiSikaku(forms::House& house, QWidget* parent)
-    : PersonRecordForm(u"frmJinjiSikaku"_s, u"資格・免許保有状況"_s, u"資格・免許テーブル"_s, kShikaku, house,
-                       parent) {
+    : PersonRecordForm(u"frmJinjiSikaku"_s, u"資格・免許保有状況"_s, u"資格・免許テーブル"_s,
+                       u"CodeKey(資格・免許)"_s, house, parent) {
     makeControls();
     bindFields();
     setGrid({{u"社員Code"_s, u"社員Code"_s, 900},

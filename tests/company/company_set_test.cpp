@@ -125,8 +125,11 @@ TEST_F(CompanySet, ABackupIsVerifiedReplacesTheFormerAndComesBackUnderAnyName) {
     put(company_.companyDir() + u"/資料/規程.txt"_s, "規程");
     ASSERT_TRUE(QFile::link(elsewhere_.path(), company_.companyDir() + u"/link"_s));
     const QByteArray before = rowsIn(data(), company_.company());
+    put(company_.companyDir() + u"/見本商事Compdb.mdb"_s, {});  // of another program, and no database
     const auto made = backUp(target);
     ASSERT_TRUE(made && made->whole);
+    EXPECT_EQ(contents(target + u"/見本商事Compdb.mdb"_s), QByteArray());
+    QFile::remove(company_.companyDir() + u"/見本商事Compdb.mdb"_s);
     EXPECT_EQ(made->summary.people, 50);
     EXPECT_EQ(made->summary.dates, 3);
     EXPECT_EQ(made->summary.newestDate, QDate(2026, 12, 10));

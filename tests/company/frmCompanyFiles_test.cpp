@@ -217,6 +217,25 @@ TEST_F(CompanyFiles, CompactionTellsEachFile) {
     });
 }
 
+// A company that could not be worked with holds on to its lock; it must not pass for the one that is chosen.
+TEST_F(CompanyFiles, WhatDoesNotCountAsOpenIsLetGoOf) {
+    createCompany(places().data, u"乙社"_s, {});
+    open(u"甲社"_s);
+    global_.setCompanyPanel(forms::kNoCompanyPrompt);
+    global_.setFolderPanel(u"乙社"_s);
+    const auto other = CompanyLock::acquire(places().data, u"乙社"_s);
+    frmSaiteki screen(house_, &main_);
+    driver_.run(screen, [&](QDialog& form) {
+        chooseText(form, u"List1"_s, u"乙社"_s);
+        driver_.expectBox(u"『乙社』を最適化します。"_s, u"データ最適化の確認"_s, BoxAnswer::Yes);
+        for (int i = 0; i < 4; ++i)
+            driver_.expectBox(u"最適化に失敗しました。もう一度やり直してください。"_s, u"データ最適化失敗"_s);
+        click(form, u"cmdOK"_s);
+    });
+    EXPECT_FALSE(global_.cn_main || global_.company_lock);
+    EXPECT_NE(CompanyLock::acquire(places().data, u"甲社"_s), nullptr);
+}
+
 TEST_F(CompanyFiles, ARemovalWantsTheNameAndKeepsABackup) {
     const QString title = u"会社削除の確認"_s;
     createCompany(places().data, u"乙社"_s, {});
